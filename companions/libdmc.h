@@ -36,7 +36,8 @@ DmResult DmCtrlRelease(void);
 
 DmResult DmCtrlGetNumMonitors(uint32_t* count);
 
-/* Writes at most DM_SERIAL_SIZE and DM_PRODUCT_SIZE bytes. Fails past the last monitor. `flags` is reserved and zero. */
+/* Writes at most DM_SERIAL_SIZE and DM_PRODUCT_SIZE bytes. Fails past the last monitor. `flags` is reserved and zero.
+ */
 DmResult DmCtrlGetSerialProduct(uint32_t index, char* serial, char* product, uint32_t flags);
 
 /* ---- Critical section: serialises access to one monitor between programs; newer versions only ------------------ */

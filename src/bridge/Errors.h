@@ -1,0 +1,35 @@
+// The checks of the handlers: each returns when all is well and throws the failure that the page will see.
+#pragma once
+
+#include <libdmc.h>
+
+#include "bridge/RequestRecord.h"
+#include "runtime/BridgeResult.h"
+
+namespace torvo {
+
+/// "BadRequestError" (400) unless the condition holds.
+void checkRequest(bool condition, const char* message);
+
+/// "InternalError" (500) unless the condition holds.
+void checkInternal(bool condition, const char* message);
+
+/// "DmError" (500) with "code" and, unless it is empty, "reason", when the result is a failure: its top bit is set and
+/// it is not `DmUnknown`.
+void checkMonitorControl(DmResult result, const char* reason);
+
+/// The one failure of the monitor-control library that counts as success.
+inline constexpr DmResult DmUnknown = static_cast<DmResult>(0x80000006);
+
+/// "MethodError" (405): a class that does not provide the method ...
+[[noreturn]] void throwMethodNotAllowed(Method method);
+/// ... and a monitor resource without a handler for it.
+[[noreturn]] void throwMonitorMethodNotAllowed(Method method);
+
+/// The text of a monitor-control result.
+const char* resultMessage(DmResult result) noexcept;
+
+/// Status 500, "UnknownError": whatever was thrown that is no BridgeResultError, and an answer that cannot be told.
+BridgeResult unknownError() noexcept;
+
+}  // namespace torvo

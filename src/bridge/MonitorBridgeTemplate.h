@@ -1,0 +1,35 @@
+// A resource of one monitor, which the request names by its serial and product.
+#pragma once
+
+#include "bridge/Bridge.h"
+#include "bridge/Monitor.h"
+
+namespace torvo {
+
+/// Resources override the monitor-level methods that they serve. They are called for a connected monitor only; `result`
+/// stands at 200 with a null value.
+class MonitorBridgeTemplate : public Bridge {
+ public:
+    /// `resourcePath` is the last part of the URI ("SelfQC/Calibration/Target"), a text of static storage.
+    explicit MonitorBridgeTemplate(const char* resourcePath) noexcept : resourcePath_(resourcePath) {}
+
+    BridgeResult Get(const RequestRecord& request) override;
+    BridgeResult Put(const RequestRecord& request) override;
+    BridgeResult Post(const RequestRecord& request) override;
+    BridgeResult Delete(const RequestRecord& request) override;
+
+    /// The defaults throw "MethodError".
+    virtual void Get(BridgeResult& result, const Monitor& monitor, const RequestRecord& request);
+    virtual void Put(BridgeResult& result, const Monitor& monitor, const RequestRecord& request);
+    virtual void Post(BridgeResult& result, const Monitor& monitor, const RequestRecord& request);
+    virtual void Delete(BridgeResult& result, const Monitor& monitor, const RequestRecord& request);
+
+ private:
+    using MonitorMethod = void (MonitorBridgeTemplate::*)(BridgeResult&, const Monitor&, const RequestRecord&);
+
+    BridgeResult callOnMonitor(MonitorMethod method, const RequestRecord& request);
+
+    const char* resourcePath_;
+};
+
+}  // namespace torvo

@@ -1,0 +1,20 @@
+#include "bridge/MonitorCriticalSection.h"
+
+namespace torvo {
+
+MonitorCriticalSection::MonitorCriticalSection(const Monitor& monitor) : monitor_(monitor) {
+    if (!monitor_.supports(NAMED(DmCtrlSupportedCriticalSection))) return;
+    monitor_.write(NAMED(DmCtrlEnterCriticalSection), "Enter critical section.");
+    entered_ = true;
+}
+
+MonitorCriticalSection::~MonitorCriticalSection() {
+    if (!entered_) return;
+    try {
+        if (const auto exit = libdmcLoader::instance().find(NAMED(DmCtrlExitCriticalSection)))
+            exit(monitor_.serial.c_str(), monitor_.product.c_str());
+    } catch (...) {
+    }
+}
+
+}  // namespace torvo

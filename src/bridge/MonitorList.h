@@ -1,0 +1,26 @@
+// The monitors that the monitor-control library has found.
+#pragma once
+
+#include <libdmc.h>
+
+#include <cstdint>
+#include <string>
+
+namespace torvo {
+
+/// No list is read further than this, however many monitors a library claims to have.
+inline constexpr std::uint32_t maximumMonitors = 1024;
+
+struct MonitorAddress {
+    std::string serial;
+    std::string product;
+};
+
+/// Reads the monitor at an index; the result is the library's. The texts are at most 8 and 16 bytes, also when the
+/// library forgets their NUL.
+DmResult readMonitorAddress(std::uint32_t index, MonitorAddress& address);
+
+/// Returns when such a monitor is connected, both texts being equal byte for byte; throws "DmError" otherwise.
+void findMonitor(const std::string& serial, const std::string& product);
+
+}  // namespace torvo

@@ -1,0 +1,70 @@
+#include "bridge/RequestRecord.h"
+
+#include <algorithm>
+#include <array>
+#include <string_view>
+
+#include "pocketjson/Parser.h"
+
+namespace torvo {
+
+using pocketjson::Value;
+
+namespace {
+
+constexpr std::array<const char*, 4> methodNames{"GET", "POST", "PUT", "DELETE"};
+
+std::string_view viewOf(const char* text) noexcept {
+    return text ? std::string_view(text) : std::string_view();
+}
+
+Value parseText(std::string_view text) {
+    Value value;
+    std::string message;
+    if (!pocketjson::parse(message, value, text.data(), text.data() + text.size())) value = nullptr;
+    return value;
+}
+
+constexpr char upperCase(char character) noexcept {
+    return character >= 'a' && character <= 'z' ? static_cast<char>(character - 'a' + 'A') : character;
+}
+
+}  // namespace
+
+RequestRecord RequestRecord::parse(const CallTexts& texts) {
+    RequestRecord record;
+    record.requestBodyText = viewOf(texts.body);
+    record.requestOptions = parseText(viewOf(texts.options));
+    record.requestParams = parseText(viewOf(texts.params));
+    record.requestQuery = parseText(viewOf(texts.query));
+
+    std::string message;
+    const std::string& body = record.requestBodyText;
+    if (!pocketjson::parse(message, record.requestBody, body.data(), body.data() + body.size())) {
+        record.requestBody = nullptr;
+        if (!body.empty()) record.requestBody = body;
+    }
+    return record;
+}
+
+Method RequestRecord::method() const noexcept {
+    const std::string& method = requestOptions.get("method").text();
+    for (std::size_t i = 0; i < methodNames.size(); ++i) {
+        const std::string_view name = methodNames[i];
+        if (std::equal(method.begin(), method.end(), name.begin(), name.end(),
+                       [](char left, char right) { return upperCase(left) == right; }))
+            return static_cast<Method>(i);
+    }
+    return Method::Get;
+}
+
+const Value& RequestRecord::data() const noexcept {
+    const bool wrapped = requestBody.isObject() && requestBody.size() == 1 && requestBody.has("data");
+    return wrapped ? requestBody.get("data") : requestBody;
+}
+
+const char* methodName(Method method) noexcept {
+    return methodNames[static_cast<std::size_t>(method)];
+}
+
+}  // namespace torvo

@@ -1,0 +1,57 @@
+#include "bridge/Response.h"
+
+#include <QtWebKitBridgeHelper.h>
+
+#include "bridge/Errors.h"
+#include "pocketjson/Serializer.h"
+
+namespace torvo {
+
+using pocketjson::Value;
+
+namespace {
+
+// The unknown error as a text of its own, for when there is no memory to write one.
+constexpr const char* unknownErrorText =
+    R"({"error":{"message":"Unknown error occurred.","name":"UnknownError"},"value":null})";
+
+bool writeText(BridgeResult& result) {
+    Value response;
+    Value& error = response["error"];
+    if (*result.name || *result.message || !result.error.empty()) {
+        error = result.error;
+        error["name"] = result.name;
+        error["message"] = result.message;
+    }
+    response["value"] = result.value;
+    result.text.clear();
+    return pocketjson::write(response, result.text);
+}
+
+}  // namespace
+
+void writeResponse(BridgeResult& result) noexcept {
+    try {
+        if (writeText(result)) return;
+    } catch (...) {
+    }
+    result = unknownError();
+}
+
+Promise::Promise() : id_(BridgeHelperCreatePromiseID()) {}
+
+Promise::~Promise() {
+    settle(unknownError());
+}
+
+void Promise::settle(const BridgeResult& result) noexcept {
+    if (settled_) return;
+    settled_ = true;
+    try {
+        const char* const text = result.text.empty() ? unknownErrorText : result.text.c_str();
+        BridgeHelperSetResponse(id_, static_cast<std::uint32_t>(result.statusCode), text);
+    } catch (...) {  // thrown by the host; the promise was handed over all the same
+    }
+}
+
+}  // namespace torvo

@@ -1,0 +1,29 @@
+// The exported entry points: one C function for each built row of the table.
+#include <cstdint>
+
+#include "bridge/Runner.h"
+
+#define ALIAS(...)
+#define PLANNED(...)
+
+#define RESOURCE(ordinal, name, path, methods) \
+    namespace torvo::bridge {                  \
+    class name;                                \
+    }
+#include "exports/ResourceTable.inc"
+#undef RESOURCE
+
+extern "C" {
+
+#define RESOURCE(ordinal, name, path, methods)                                                                  \
+    std::uint32_t name(const char* options, const char* params, const char* query, const char* body) noexcept { \
+        return torvo::bridge::serve<torvo::bridge::name>(path, {options, params, query, body});                 \
+    }
+#include "exports/ResourceTable.inc"
+#undef RESOURCE
+
+/// The host may call this after loading the plug-in. Everything is made when it is first needed, so nothing happens.
+void Setup(const char*, const char*, const char*, const char*) noexcept {}
+
+// TearDown has no code here: it is libdmc's DmCtrlRelease under another name.
+}

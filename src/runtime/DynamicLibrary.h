@@ -1,0 +1,53 @@
+// A shared library that is loaded while the program runs, and functions looked up in it by name.
+#pragma once
+
+#include <atomic>
+#include <mutex>
+
+#include "runtime/Path.h"
+#include "runtime/platform/Platform.h"
+
+/// The name of a companion function together with its C type. Made by NAMED, so that the type comes from the
+/// companion's header while no import of the function comes into being.
+template <class Function>
+struct NamedFunction {
+    const char* name;
+};
+
+#define NAMED(function) (NamedFunction<decltype(function)>{#function})
+
+/// Base of the companion loaders and of the logger's library handle. Any thread may load, find and call.
+class DynamicLibrary {
+ public:
+    DynamicLibrary() = default;
+    DynamicLibrary(const DynamicLibrary&) = delete;
+    DynamicLibrary& operator=(const DynamicLibrary&) = delete;
+
+    /// Frees the library if it is loaded.
+    virtual ~DynamicLibrary();
+
+    /// Frees the library now. No function found in it may be called any more.
+    virtual void unload() noexcept;
+
+    /// Called when a caller needs a function that is not there. Does nothing here; the companion loaders throw.
+    virtual void reportMissingFunction() const {}
+
+    /// Loads the library unless it is loaded already. A failure is silent, and the next call tries again: a file that
+    /// was put in place meanwhile is found.
+    void load(const fs::Path& file);
+
+    bool isLoaded() const noexcept { return handle_.load(std::memory_order_acquire) != nullptr; }
+
+    /// The function of this name, or null when it is missing or the library is not loaded.
+    template <class Function>
+    Function* find(NamedFunction<Function> function) const noexcept {
+        return reinterpret_cast<Function*>(findAddress(function.name));
+    }
+
+ private:
+    void* findAddress(const char* name) const noexcept;
+
+    fs::Path path_;
+    std::atomic<torvo::platform::Module> handle_ = nullptr;
+    std::mutex loading_;  // one load at a time, so that each load is freed again
+};
