@@ -1,0 +1,203 @@
+// What the page and the log receive when a resource behaves in every possible way.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <limits>
+#include <new>
+#include <stdexcept>
+
+#include "bridge/Errors.h"
+#include "bridge/MonitorCriticalSection.h"
+#include "bridge/Resource.h"
+#include "simulator/core/Simulator.h"
+
+namespace {
+
+using simulator::Json;
+using namespace torvo;
+
+constexpr const char* unknownError =
+    R"({"error":{"message":"Unknown error occurred.","name":"UnknownError"},"value":null})";
+constexpr const char* unknownErrorLog =
+    "statusCode:500\tmethod:GET\turi:/pell/\terr:UnknownError\tmsg:Unknown error occurred.";
+
+/// A resource whose GET is the given function.
+class Scripted final : public Bridge {
+   public:
+    explicit Scripted(BridgeResult (*get)()) : get_(get) {}
+    BridgeResult Get(const RequestRecord&) override { return get_(); }
+
+   private:
+    BridgeResult (*get_)();
+};
+
+struct Outcome {
+    const char* name;
+    BridgeResult (*get)();
+    int status;
+    const char* text;
+    const char* log;
+};
+
+class EveryOutcome : public testing::TestWithParam<Outcome> {};
+
+TEST_P(EveryOutcome, IsAnsweredOnceAndLoggedAsAnswered) {
+    Scripted resource(GetParam().get);
+    const simulator::Recording recording;
+    const std::uint32_t promise = runRequest(resource, {"", "", "", ""});
+
+    EXPECT_EQ(recording.responses,
+              Json::array({{{"promise", promise}, {"status", GetParam().status}, {"text", GetParam().text}}}));
+    ASSERT_EQ(recording.log.size(), 1U);
+    EXPECT_EQ(recording.log[0], (Json{{"name", "Pell"},
+                                      {"level", GetParam().status >= 200 && GetParam().status < 300 ? 2 : 5},
+                                      {"line", GetParam().log}}));
+}
+
+BridgeResult withStatus(std::int32_t status) {
+    BridgeResult result;
+    result.statusCode = status;
+    return result;
+}
+
+BridgeResult withCode(pocketjson::Value code) {
+    BridgeResult result{500, "DmError", "Failed.", {}, {}, {}};
+    result.error["code"] = std::move(code);
+    return result;
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Runner, EveryOutcome,
+    testing::Values(
+        Outcome{"NoValue", [] { return BridgeResult{}; }, 200, R"({"error":null,"value":null})",
+                "statusCode:200\tmethod:GET\turi:/pell/\tmsg:Success"},
+        Outcome{"Status299", [] { return withStatus(299); }, 299, R"({"error":null,"value":null})",
+                "statusCode:299\tmethod:GET\turi:/pell/\tmsg:Success"},
+        Outcome{"Status300", [] { return withStatus(300); }, 300, R"({"error":null,"value":null})",
+                "statusCode:300\tmethod:GET\turi:/pell/\terr:\tmsg:"},
+        Outcome{"Status199", [] { return withStatus(199); }, 199, R"({"error":null,"value":null})",
+                "statusCode:199\tmethod:GET\turi:/pell/\terr:\tmsg:"},
+        Outcome{"NamelessError",
+                [] {
+                    BridgeResult result;
+                    result.error["detail"] = 1;
+                    return result;
+                },
+                200, R"({"error":{"detail":1,"message":"","name":""},"value":null})",
+                "statusCode:200\tmethod:GET\turi:/pell/\tmsg:Success"},
+        Outcome{"ErrorWithValue",
+                [] {
+                    BridgeResult result{400, "BadRequestError", "No.", {}, {}, {}};
+                    result.value = 7;
+                    return result;
+                },
+                400, R"({"error":{"message":"No.","name":"BadRequestError"},"value":7})",
+                "statusCode:400\tmethod:GET\turi:/pell/\terr:BadRequestError\tmsg:No."},
+        Outcome{"SmallCode", [] { return withCode(5); }, 500,
+                R"({"error":{"code":5,"message":"Failed.","name":"DmError"},"value":null})",
+                "statusCode:500\tmethod:GET\turi:/pell/\terr:DmError\tmsg:Failed.\tcode:0x00000005"},
+        Outcome{"CodeThatIsNoNumber", [] { return withCode("5"); }, 500,
+                R"({"error":{"code":"5","message":"Failed.","name":"DmError"},"value":null})",
+                "statusCode:500\tmethod:GET\turi:/pell/\terr:DmError\tmsg:Failed."},
+        Outcome{"ThrownCheck",
+                []() -> BridgeResult {
+                    checkMonitorControl(static_cast<DmResult>(0x8000000A), "Set it.");
+                    return {};
+                },
+                500,
+                R"({"error":{"code":2147483658,"message":"Out of range.","name":"DmError","reason":"Set it."},"value":null})",
+                "statusCode:500\tmethod:GET\turi:/pell/\terr:DmError\tmsg:Out of range.\tcode:0x8000000a"},
+        Outcome{"InternalError",
+                []() -> BridgeResult {
+                    checkInternal(false, "Broken.");
+                    return {};
+                },
+                500, R"({"error":{"message":"Broken.","name":"InternalError"},"value":null})",
+                "statusCode:500\tmethod:GET\turi:/pell/\terr:InternalError\tmsg:Broken."},
+        Outcome{"ThrownException", []() -> BridgeResult { throw std::runtime_error("x"); }, 500, unknownError,
+                unknownErrorLog},
+        Outcome{"ThrownBadAlloc", []() -> BridgeResult { throw std::bad_alloc(); }, 500, unknownError, unknownErrorLog},
+        Outcome{"ThrownInteger", []() -> BridgeResult { throw 42; }, 500, unknownError, unknownErrorLog},
+        Outcome{"UnwritableNumber",
+                [] {
+                    BridgeResult result;
+                    result.value = pocketjson::Value::array({1, std::numeric_limits<double>::quiet_NaN()});
+                    return result;
+                },
+                500, unknownError, unknownErrorLog}),
+    [](const auto& suite) { return suite.param.name; });
+
+TEST(Runner, AnswersEvenWhenTheHostThrows) {
+    Scripted resource([] { return BridgeResult{}; });
+    simulator::simulate({{"simulate", "throw"}, {"function", "BridgeHelperCreatePromiseID"}, {"times", 1}});
+    const simulator::Recording recording;
+    EXPECT_EQ(runRequest(resource, {nullptr, nullptr, nullptr, nullptr}), 0U);
+    EXPECT_TRUE(recording.responses.empty());
+
+    simulator::simulate({{"simulate", "throw"}, {"function", "scrivo_log"}, {"times", 1}});
+    EXPECT_NE(runRequest(resource, {nullptr, nullptr, nullptr, nullptr}), 0U);
+    EXPECT_EQ(recording.responses.size(), 1U);
+}
+
+TEST(Runner, LogsAUriOfAnyLength) {
+    struct LongUri final : Bridge {
+        BridgeResult Get(const RequestRecord&) override {
+            uri += std::string(10000, 'u');
+            throw BridgeResultError(400, "Name", "Message");
+        }
+    } resource;
+    const simulator::Recording recording;
+    runRequest(resource, {"", "", "", ""});
+    EXPECT_EQ(recording.log[0]["line"],
+              "statusCode:400\tmethod:GET\turi:/pell/" + std::string(10000, 'u') + "\terr:Name\tmsg:Message");
+}
+
+// ---- The critical section ------------------------------------------------------------------------------------------
+
+std::vector<std::string> functionsCalled(const simulator::Recording& recording) {
+    std::vector<std::string> names;
+    for (const Json& call : recording.calls) names.push_back(call["function"]);
+    return names;
+}
+
+class CriticalSection : public testing::Test {
+   protected:
+    ~CriticalSection() override { simulator::simulate({{"simulate", "reset"}}); }
+
+    const Monitor modern{"10000001", "TQ271-P"};
+    const Monitor simple{"10000002", "TB240"};
+};
+
+TEST_F(CriticalSection, IsHeldForTheScopeAndLeftWhenThatFails) {
+    const simulator::Recording recording;
+    try {
+        const MonitorCriticalSection section(modern);
+        throw 1;
+    } catch (int) {
+    }
+    EXPECT_THAT(functionsCalled(recording),
+                testing::ElementsAre("DmCtrlSupportedCriticalSection", "DmCtrlEnterCriticalSection",
+                                     "DmCtrlExitCriticalSection"));
+}
+
+TEST_F(CriticalSection, IsNotUsedOnAMonitorWithoutOne) {
+    const simulator::Recording recording;
+    { const MonitorCriticalSection section(simple); }
+    EXPECT_THAT(functionsCalled(recording), testing::ElementsAre("DmCtrlSupportedCriticalSection"));
+}
+
+TEST_F(CriticalSection, IsNotLeftWhenItCouldNotBeEntered) {
+    const MonitorCriticalSection outer(modern);
+    const simulator::Recording recording;
+    try {
+        const MonitorCriticalSection inner(modern);
+        FAIL();
+    } catch (const BridgeResultError& error) {
+        EXPECT_STREQ(error.result.message, "Monitor critical section is owned.");
+        EXPECT_EQ(error.result.error.get("reason").text(), "Enter critical section.");
+    }
+    EXPECT_THAT(functionsCalled(recording),
+                testing::ElementsAre("DmCtrlSupportedCriticalSection", "DmCtrlEnterCriticalSection"));
+}
+
+}  // namespace

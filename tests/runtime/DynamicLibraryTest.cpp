@@ -1,0 +1,81 @@
+#include "runtime/DynamicLibrary.h"
+
+#include <gtest/gtest.h>
+#include <libPlugin.h>
+
+#include <filesystem>
+
+#include "runtime/BridgeResult.h"
+#include "runtime/Loaders.h"
+
+namespace {
+
+namespace platform = torvo::platform;
+
+std::filesystem::path asPath(const std::string& utf8) { return {std::u8string(utf8.begin(), utf8.end())}; }
+
+// A folder whose name no 8-bit code page of Windows holds as a whole.
+class DynamicLibraryTest : public testing::Test {
+   protected:
+    DynamicLibraryTest() {
+        std::filesystem::remove_all(asPath(folder.text()));
+        std::filesystem::create_directory(asPath(folder.text()));
+    }
+    ~DynamicLibraryTest() override { std::filesystem::remove_all(asPath(folder.text())); }
+
+    const fs::Path own{platform::ownDirectory()};
+    const fs::Path folder = own.joined("late \xC3\xA4\xE6\x97\xA5\xD0\xB6");
+    const fs::Path late = folder.joined(platform::libraryFileName("late"));
+};
+
+TEST_F(DynamicLibraryTest, FindsALibraryThatIsPutInPlaceLater) {
+    DynamicLibrary library;
+    library.load(late);
+    EXPECT_FALSE(library.isLoaded());
+    EXPECT_EQ(library.find(NAMED(Plg_GetRegistryPath)), nullptr);
+
+    std::filesystem::copy_file(asPath(own.joined(platform::libraryFileName("libPlugin")).text()), asPath(late.text()));
+    library.load(late);
+    ASSERT_NE(library.find(NAMED(Plg_GetRegistryPath)), nullptr);
+    EXPECT_EQ(library.find(NamedFunction<void()>{"NoSuchFunction"}), nullptr);
+
+    library.unload();
+    EXPECT_EQ(library.find(NAMED(Plg_GetRegistryPath)), nullptr);
+    library.load(late);
+    EXPECT_TRUE(library.isLoaded());
+}
+
+TEST(Path, IsJoinedWithOneSeparator) {
+    const std::string separator(1, platform::pathSeparator);
+    const struct {
+        const char* directory;
+        const char* rest;
+        std::string joined;
+    } cases[] = {
+        {"a", "b", "a" + separator + "b"},
+        {"a", "/b", "a" + separator + "b"},
+        {"a/", "b", "a/b"},
+        {"a/", "//b", "a/b"},
+        {"", "/b", ""},
+    };
+    for (const auto& [directory, rest, joined] : cases)
+        EXPECT_EQ(fs::Path(directory).joined(rest).text(), joined) << directory << " and " << rest;
+}
+
+TEST(Loaders, ReportAMissingFunctionUnderTheirName) {
+    const auto messageOf = [](const torvo::CompanionLoader& loader) -> std::string {
+        try {
+            loader(NamedFunction<void()>{"NoSuchFunction"});
+        } catch (const torvo::BridgeResultError& error) {
+            return std::to_string(error.result.statusCode) + " " + error.result.name + " " + error.result.message;
+        }
+        return "found";
+    };
+    const std::string kind = "404 FunctionNotFoundError ";
+    EXPECT_EQ(messageOf(torvo::libdmcLoader::instance()), kind + "libdmc does not have a requested function.");
+    EXPECT_EQ(messageOf(torvo::libPluginLoader::instance()), kind + "libPlugin does not have a requested function.");
+    EXPECT_EQ(messageOf(torvo::libfwupdateLoader::instance()),
+              kind + "libfwupdate does not have a requested function.");
+}
+
+}  // namespace
