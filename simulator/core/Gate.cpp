@@ -1,0 +1,175 @@
+#include "simulator/core/Gate.h"
+
+#include <cmath>
+#include <mutex>
+#include <stdexcept>
+
+#include "simulator/core/Simulator.h"
+#include "simulator/core/State.h"
+
+namespace simulator {
+
+namespace {
+
+GateObserver observer;
+
+void fillOutputs(std::initializer_list<Output> outputs, const Json& values) {
+    if (values.size() > outputs.size()) throw std::invalid_argument("more outputs than the function has");
+    for (std::size_t i = 0; i < values.size(); ++i)
+        if (!outputs.begin()[i].fill(values[i]))
+            throw std::invalid_argument("output " + std::to_string(i + 1) + " does not suit the function");
+}
+
+/// Compares as doubles, which hold every 32-bit number.
+bool within(const Json& setting, const Json& value) {
+    if (!setting.contains("min")) return true;
+    return value.is_number() && value.get<double>() >= setting.at("min").get<double>() &&
+           value.get<double>() <= setting.at("max").get<double>();
+}
+
+}  // namespace
+
+void setGateObserver(GateObserver newObserver) { observer = newObserver; }
+
+Call::Call(const char* function, bool journalled) : function_(function), journalled_(journalled) {
+    if (observer.enter) observer.enter();
+}
+
+Call::~Call() {
+    if (observer.leave) observer.leave();
+}
+
+Answer Call::perform(const Work& work, std::initializer_list<Output> outputs, Json& entry) {
+    auto& state = State::instance();
+    const std::lock_guard lock(state.mutex);
+    const auto script = state.scripts.take(function_, product_, serial_);
+    if (script && script->throws) throw std::runtime_error(std::string(function_) + " throws by script");
+
+    Answer answer;
+    try {
+        if (!script || (!script->outputs && !script->failing())) answer = work(state.world);
+        if (script) {
+            answer.result = script->result;
+            if (script->outputs) answer.outputs = *script->outputs;
+        }
+        fillOutputs(outputs, answer.outputs);
+    } catch (const std::exception& error) {
+        answer.result = result::failed;
+        entry["error"] = error.what();
+    }
+    return answer;
+}
+
+std::uint32_t Call::pass(const Work& work, std::initializer_list<Output> outputs) {
+    Json entry = {{"function", function_}, {"arguments", arguments_}, {"result", nullptr}};
+    const auto journal = [&] {
+        if (const auto recording = Recording::current(); recording && journalled_)
+            recording->calls.push_back(std::move(entry));
+    };
+    try {
+        const auto answer = perform(work, outputs, entry);
+        entry["result"] = answer.result;
+        journal();
+        return answer.result;
+    } catch (...) {
+        journal();
+        throw;
+    }
+}
+
+void LibraryCall::tell(const std::function<void()>& work) {
+    pass(
+        [&](World&) {
+            work();
+            return Answer();
+        },
+        {});
+}
+
+const char* LibraryCall::text(std::string normal) {
+    const auto work = [&](World&) { return Answer{1}; };
+    if (pass(work, {&normal}) == 0) return nullptr;
+    auto& state = State::instance();
+    const std::lock_guard lock(state.mutex);
+    return state.texts.insert(std::move(normal)).first->c_str();
+}
+
+void MonitorCall::address(const char* serial, const char* product) {
+    arguments_ = Json::array({toJson(serial), toJson(product)});
+    serial_ = serial ? serial : "";
+    product_ = product ? product : "";
+}
+
+DmResult MonitorCall::run(const MonitorWork& work, std::initializer_list<Output> outputs) {
+    return static_cast<DmResult>(pass(
+        [&](World& world) {
+            const auto monitor = world.findMonitor(product_, serial_);
+            return monitor ? work(*monitor) : Answer{result::connectionError};
+        },
+        outputs));
+}
+
+DmResult MonitorCall::run(const char* feature, const MonitorWork& work, std::initializer_list<Output> outputs) {
+    return run(
+        [&](Monitor& monitor) { return monitor.supports(feature) ? work(monitor) : Answer{result::unsupported}; },
+        outputs);
+}
+
+std::int32_t MonitorCall::supports(const char* feature) {
+    return static_cast<std::int32_t>(pass(
+        [&](World& world) {
+            const auto monitor = world.findMonitor(product_, serial_);
+            return Answer{monitor && monitor->supports(feature) ? 1u : 0u};
+        },
+        {}));
+}
+
+DmResult MonitorCall::get(const char* setting, Output value) {
+    return run(
+        setting, [&](Monitor& monitor) { return answer(monitor.setting(setting).at("value")); },
+        {value});
+}
+
+DmResult MonitorCall::set(const char* setting) {
+    return run(setting, [&](Monitor& monitor) {
+        auto& kept = monitor.setting(setting);
+        if (!within(kept, arguments_.back())) return Answer{result::outOfRange};
+        kept["value"] = arguments_.back();
+        return Answer();
+    });
+}
+
+DmResult MonitorCall::range(const char* setting, Output minimum, Output maximum) {
+    return run(
+        setting,
+        [&](Monitor& monitor) {
+            const auto& kept = monitor.setting(setting);
+            return answer(kept.at("min"), kept.at("max"));
+        },
+        {minimum, maximum});
+}
+
+DmResult MonitorCall::getPercentage(const char* setting, Output percentage) {
+    return run(
+        setting,
+        [&](Monitor& monitor) {
+            const auto& kept = monitor.setting(setting);
+            const auto minimum = kept.at("min").get<double>();
+            const auto span = kept.at("max").get<double>() - minimum;
+            return answer(100.0 * (kept.at("value").get<double>() - minimum) / span);
+        },
+        {percentage});
+}
+
+DmResult MonitorCall::setPercentage(const char* setting) {
+    return run(setting, [&](Monitor& monitor) {
+        if (!within({{"min", 0}, {"max", 100}}, arguments_.back())) return Answer{result::outOfRange};
+        auto& kept = monitor.setting(setting);
+        const auto minimum = kept.at("min").get<double>();
+        const auto span = kept.at("max").get<double>() - minimum;
+        kept["value"] = std::llround(minimum + arguments_.back().get<double>() / 100.0 * span);
+        return Answer();
+    });
+}
+
+}  // namespace simulator

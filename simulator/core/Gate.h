@@ -1,0 +1,142 @@
+// The gate that every simulated function passes: it journals the call, applies scripted results and finds the monitor.
+//
+// A function is one line:
+//   DmResult DmCtrlGetX(const char* serial, const char* product, uint32_t* x) {
+//       return monitorCall(__func__, serial, product).get("x", x);
+//   }
+// `run` beneath takes work of any kind: it is handed the monitor and answers a result and the out-parameters as JSON,
+// which the same outputs write that write scripted ones.
+#pragma once
+
+#include <libdmc.h>
+
+#include <functional>
+#include <initializer_list>
+#include <string>
+
+#include "simulator/core/World.h"
+
+namespace simulator {
+
+/// Results of the monitor-control library.
+namespace result {
+inline constexpr std::uint32_t success = 0;
+inline constexpr std::uint32_t failed = 0x80000000;
+inline constexpr std::uint32_t unsupported = 0x80000007;
+inline constexpr std::uint32_t outOfRange = 0x8000000A;
+inline constexpr std::uint32_t noMoreData = 0x8000000B;
+inline constexpr std::uint32_t invalidPrecondition = 0x80000015;
+inline constexpr std::uint32_t connectionError = 0x80010001;
+inline constexpr std::uint32_t criticalSectionOwned = 0x8001000A;
+}  // namespace result
+
+/// What a function's normal work comes to; outputs are in the order of the out-parameters.
+struct Answer {
+    std::uint32_t result = result::success;
+    Json outputs = Json::array();
+};
+
+/// Success with these out-parameters.
+template <class... Values>
+Answer answer(const Values&... values) {
+    Answer answer;
+    (answer.outputs.push_back(values), ...);
+    return answer;
+}
+
+/// One call of a simulated function. It lives as long as the call and never throws, unless a script says so.
+class Call {
+ public:
+    ~Call();
+    Call(const Call&) = delete;
+    Call& operator=(const Call&) = delete;
+
+ protected:
+    Call(const char* function, bool journalled);
+
+    using Work = std::function<Answer(World&)>;
+    std::uint32_t pass(const Work& work, std::initializer_list<Output> outputs);
+
+    Json arguments_ = Json::array();
+    std::string product_;
+    std::string serial_;
+
+ private:
+    Answer perform(const Work& work, std::initializer_list<Output> outputs, Json& entry);
+
+    const char* function_;
+    bool journalled_;
+};
+
+/// A function of a library as a whole.
+class LibraryCall : public Call {
+ public:
+    template <class... Inputs>
+    LibraryCall(const char* function, bool journalled, Inputs... inputs) noexcept : Call(function, journalled) {
+        (arguments_.push_back(toJson(inputs)), ...);
+    }
+
+    std::uint32_t result(const Work& work, std::initializer_list<Output> outputs = {}) { return pass(work, outputs); }
+    DmResult run(const Work& work, std::initializer_list<Output> outputs = {}) {
+        return static_cast<DmResult>(pass(work, outputs));
+    }
+
+    /// A function without a result.
+    void tell(const std::function<void()>& work);
+
+    /// A handle, or null when the scripted result is 0.
+    template <class Handle>
+    Handle* handle(Handle* normal) {
+        return pass([](World&) { return Answer{1}; }, {}) != 0 ? normal : nullptr;
+    }
+
+    /// A text that lives as long as the process, or null when the scripted result is 0. It is the only output.
+    const char* text(std::string normal);
+};
+
+/// A function of one monitor.
+class MonitorCall : public Call {
+ public:
+    template <class... Inputs>
+    MonitorCall(const char* function, const char* serial, const char* product, Inputs... inputs) noexcept
+        : Call(function, true) {
+        address(serial, product);
+        (arguments_.push_back(toJson(inputs)), ...);
+    }
+
+    using MonitorWork = std::function<Answer(Monitor&)>;
+    DmResult run(const MonitorWork& work, std::initializer_list<Output> outputs = {});
+
+    /// As `run`; result::unsupported when the monitor lacks the feature.
+    DmResult run(const char* feature, const MonitorWork& work, std::initializer_list<Output> outputs = {});
+
+    /// 1 or 0; 0 for a monitor that is not connected.
+    std::int32_t supports(const char* feature);
+
+    /// A setting of the monitor. `set` keeps the last argument if it is within the setting's range.
+    DmResult get(const char* setting, Output value);
+    DmResult set(const char* setting);
+    DmResult range(const char* setting, Output minimum, Output maximum);
+
+    /// The same setting as 0 to 100 per cent of its range, rounded to its steps.
+    DmResult getPercentage(const char* setting, Output percentage);
+    DmResult setPercentage(const char* setting);
+
+ private:
+    void address(const char* serial, const char* product);
+};
+
+template <class... Inputs>
+MonitorCall monitorCall(const char* function, const char* serial, const char* product, Inputs... inputs) {
+    return MonitorCall(function, serial, product, inputs...);
+}
+
+template <class... Inputs>
+LibraryCall libraryCall(const char* function, Inputs... inputs) {
+    return LibraryCall(function, true, inputs...);
+}
+
+/// A function of the host's own libraries, which keep lists of what they are told and stay out of the journal.
+inline LibraryCall hostCall(const char* function) { return LibraryCall(function, false); }
+
+}  // namespace simulator

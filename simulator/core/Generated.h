@@ -1,0 +1,12 @@
+// Filled in by the build.
+#pragma once
+
+#include <span>
+#include <string_view>
+
+namespace simulator::generated {
+
+extern const std::string_view scenario;                     ///< scenario.json
+extern const std::span<const std::string_view> functions;  ///< every simulated function, from the companion headers
+
+}  // namespace simulator::generated

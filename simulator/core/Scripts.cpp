@@ -1,0 +1,38 @@
+#include "simulator/core/Scripts.h"
+
+namespace simulator {
+
+namespace {
+
+int precision(const Script& script) { return !script.product.empty() + !script.serial.empty(); }
+
+}  // namespace
+
+void Scripts::add(Script script) {
+    if (!script.times)
+        std::erase_if(scripts_, [&](const Script& other) {
+            return !other.times && other.function == script.function && other.product == script.product &&
+                   other.serial == script.serial;
+        });
+    scripts_.push_back(std::move(script));
+}
+
+std::optional<Script> Scripts::take(std::string_view function, std::string_view product, std::string_view serial) {
+    const auto fits = [&](const Script& script) {
+        return script.function == function && (script.product.empty() || script.product == product) &&
+               (script.serial.empty() || script.serial == serial);
+    };
+    const Script* permanent = nullptr;
+    for (auto script = scripts_.begin(); script != scripts_.end(); ++script) {
+        if (!fits(*script)) continue;
+        if (script->times) {
+            auto taken = *script;
+            if (--*script->times == 0) scripts_.erase(script);
+            return taken;
+        }
+        if (!permanent || precision(*script) >= precision(*permanent)) permanent = &*script;
+    }
+    return permanent ? std::optional(*permanent) : std::nullopt;
+}
+
+}  // namespace simulator

@@ -1,0 +1,40 @@
+// Scripted results: what a simulated function shall answer instead of doing its normal work.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "simulator/core/World.h"
+
+namespace simulator {
+
+struct Script {
+    std::string function;
+    std::string product;  ///< empty: any
+    std::string serial;   ///< empty: any
+    bool throws = false;  ///< throw a std::runtime_error
+    std::uint32_t result = 0;
+    std::optional<Json> outputs;            ///< a list, one entry per out-parameter; null leaves one untouched
+    std::optional<std::uint64_t> times;     ///< none: permanent
+
+    bool failing() const { return (result & 0x80000000u) != 0; }
+};
+
+/// Not thread-safe: whoever uses the scripts holds the simulator's mutex.
+class Scripts {
+ public:
+    /// Limited scripts queue in the order given. A permanent one replaces that of the same function and monitor.
+    void add(Script script);
+
+    /// What this call shall do, if anything: the first limited script that fits, else the permanent one that says most
+    /// about the monitor. Counts down a limited script.
+    std::optional<Script> take(std::string_view function, std::string_view product, std::string_view serial);
+
+    void clear() { scripts_.clear(); }
+
+ private:
+    std::vector<Script> scripts_;
+};
+
+}  // namespace simulator

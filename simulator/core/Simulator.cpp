@@ -1,0 +1,126 @@
+#include "simulator/core/Simulator.h"
+
+#include <algorithm>
+#include <mutex>
+#include <set>
+#include <stdexcept>
+
+#include "simulator/core/Generated.h"
+#include "simulator/core/State.h"
+
+namespace simulator {
+
+namespace {
+
+thread_local Recording* currentRecording = nullptr;
+
+void require(bool condition, const std::string& message) {
+    if (!condition) throw std::invalid_argument(message);
+}
+
+void requireMembers(const Json& instruction, const std::set<std::string>& allowed) {
+    for (const auto& [name, value] : instruction.items())
+        require(name == "simulate" || allowed.contains(name), "unknown member \"" + name + "\"");
+}
+
+std::string text(const Json& instruction, const char* member) {
+    const auto found = instruction.find(member);
+    if (found == instruction.end()) return {};
+    require(found->is_string(), "\"" + std::string(member) + "\" must be a text");
+    return found->get<std::string>();
+}
+
+std::uint32_t resultCode(const Json& instruction) {
+    const auto found = instruction.find("result");
+    require(found != instruction.end() && found->is_number_integer(), "\"result\" must be an integer");
+    const auto tooBig = found->is_number_unsigned() && found->get<std::uint64_t>() > 0xFFFFFFFFu;
+    require(!tooBig && found->get<std::int64_t>() >= INT32_MIN, "\"result\" must have 32 bits");
+    return static_cast<std::uint32_t>(found->get<std::int64_t>());
+}
+
+std::optional<std::uint64_t> repetitions(const Json& instruction) {
+    const auto found = instruction.find("times");
+    if (found == instruction.end()) return std::nullopt;
+    require(found->is_number_unsigned() && *found > 0, "\"times\" must be a positive integer");
+    return found->get<std::uint64_t>();
+}
+
+Script readScript(const Json& instruction) {
+    Script script;
+    script.function = text(instruction, "function");
+    const auto& functions = generated::functions;
+    require(std::find(functions.begin(), functions.end(), script.function) != functions.end(),
+            "unknown function \"" + script.function + "\"");
+    script.product = text(instruction, "product");
+    script.serial = text(instruction, "serial");
+    script.times = repetitions(instruction);
+    return script;
+}
+
+Script readReturn(const Json& instruction) {
+    requireMembers(instruction, {"function", "result", "outputs", "times", "product", "serial"});
+    auto script = readScript(instruction);
+    script.result = resultCode(instruction);
+    if (const auto outputs = instruction.find("outputs"); outputs != instruction.end()) {
+        require(outputs->is_array(), "\"outputs\" must be a list");
+        script.outputs = *outputs;
+    }
+    return script;
+}
+
+Script readThrow(const Json& instruction) {
+    requireMembers(instruction, {"function", "times", "product", "serial"});
+    auto script = readScript(instruction);
+    script.throws = true;
+    return script;
+}
+
+}  // namespace
+
+State& State::instance() {
+    // Never destroyed: the plug-in may let go of its libraries after our own static objects are gone.
+    static auto& state = *new State;
+    return state;
+}
+
+void loadScenario(const Json& scenario) {
+    World world(scenario);
+    auto& state = State::instance();
+    const std::lock_guard lock(state.mutex);
+    state.scenario = scenario;
+    state.world = std::move(world);
+    state.scripts.clear();
+}
+
+void simulate(const Json& instruction) {
+    require(instruction.is_object(), "an instruction must be an object");
+    const auto what = text(instruction, "simulate");
+    auto& state = State::instance();
+    const std::lock_guard lock(state.mutex);
+
+    if (what == "return" || what == "throw") {
+        auto script = what == "return" ? readReturn(instruction) : readThrow(instruction);
+        require(state.world.knows(script.product, script.serial), "unknown monitor");
+        state.scripts.add(std::move(script));
+    } else if (what == "plug" || what == "unplug") {
+        requireMembers(instruction, {"product", "serial"});
+        const auto product = text(instruction, "product");
+        const auto serial = text(instruction, "serial");
+        require(what == "plug" ? state.world.plug(product, serial) : state.world.unplug(product, serial),
+                "unknown monitor");
+    } else if (what == "reset") {
+        requireMembers(instruction, {});
+        state.scripts.clear();
+        state.world = World(state.scenario);
+    } else {
+        require(false, "\"simulate\" must be \"return\", \"throw\", \"plug\", \"unplug\" or \"reset\"");
+    }
+}
+
+Recording::Recording() : outer_(currentRecording) { currentRecording = this; }
+
+Recording::~Recording() { currentRecording = outer_; }
+
+Recording* Recording::current() { return currentRecording; }
+
+}  // namespace simulator

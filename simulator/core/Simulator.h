@@ -1,0 +1,54 @@
+// What hosts and tests do with the simulator.
+//
+// All functions may be called from any thread.
+#pragma once
+
+#include <vector>
+
+#include "simulator/core/Values.h"
+
+namespace simulator {
+
+/// Replaces the monitors by those of a scenario (see World.h) and drops all scripts. Throws std::invalid_argument and
+/// changes nothing when it is not a scenario.
+void loadScenario(const Json& scenario);
+
+/// Carries out one instruction; throws std::invalid_argument with a text for people when it cannot be understood.
+///   {"simulate": "return", "function": F, "result": N, "outputs": [...], "times": K, "product": P, "serial": S}
+///   {"simulate": "throw", "function": F, "times": K, "product": P, "serial": S}
+///   {"simulate": "plug" | "unplug", "product": P, "serial": S}
+///   {"simulate": "reset"}
+void simulate(const Json& instruction);
+
+/// What the simulated companions were told on this thread while the recording lives. The innermost recording of a
+/// thread takes everything; a thread without one leaves no trace. Two threads' requests are thus told apart.
+class Recording {
+ public:
+    Recording();
+    ~Recording();
+    Recording(const Recording&) = delete;
+    Recording& operator=(const Recording&) = delete;
+
+    /// Null when this thread has none.
+    static Recording* current();
+
+    /// {"function", "arguments", "result"}, in order. "result" is null when the function threw by script; "error" says
+    /// why the simulation failed, for example that scripted outputs do not suit the function.
+    Json calls = Json::array();
+    Json responses = Json::array();  ///< {"promise", "status", "text"}
+    Json events = Json::array();     ///< {"name", "text"}
+    Json log = Json::array();        ///< {"name", "level", "line"}
+
+ private:
+    Recording* outer_;
+};
+
+/// Called on entry to and on exit from every simulated function, on its thread, so that a test can tell the plug-in's
+/// own work from the simulator's. To be set while no request runs; null: no observer.
+struct GateObserver {
+    void (*enter)() = nullptr;
+    void (*leave)() = nullptr;
+};
+void setGateObserver(GateObserver observer);
+
+}  // namespace simulator

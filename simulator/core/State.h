@@ -1,0 +1,23 @@
+// The one state of the simulated world, shared by all simulated libraries of the process.
+#pragma once
+
+#include <mutex>
+#include <set>
+#include <string>
+
+#include "simulator/core/Scripts.h"
+#include "simulator/core/World.h"
+
+namespace simulator {
+
+struct State {
+    std::mutex mutex;  ///< guards everything else
+    Json scenario = World::builtInScenario();
+    World world{scenario};
+    Scripts scripts;
+    std::set<std::string> texts;  ///< texts handed out for the life of the process
+
+    static State& instance();
+};
+
+}  // namespace simulator

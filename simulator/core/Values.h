@@ -1,0 +1,183 @@
+// C values as JSON and back: one set of conversions for the journal, for settings and for scripted outputs.
+#pragma once
+
+#include <algorithm>
+#include <cmath>
+#include <concepts>
+#include <cstdint>
+#include <cstring>
+#include <functional>
+#include <limits>
+#include <nlohmann/json.hpp>
+#include <span>
+#include <string>
+#include <tuple>
+#include <type_traits>
+
+namespace simulator {
+
+using Json = nlohmann::json;
+
+template <class Record, class T>
+struct Member {
+    const char* name;
+    T Record::*pointer;
+};
+template <class Record, class T>
+Member(const char*, T Record::*) -> Member<Record, T>;
+
+/// The members of a record, specialised per record: `std::tuple(Member{"luminance", &DmTarget::luminance}, ...)`.
+template <class Record>
+inline constexpr auto members = nullptr;
+
+namespace detail {
+
+template <class T>
+inline constexpr bool isText =
+    std::is_same_v<T, std::string> || (std::is_array_v<T> && std::is_same_v<std::remove_extent_t<T>, char>);
+
+/// A number that JSON cannot hold is written as one of these texts.
+inline constexpr std::pair<const char*, double> namedNumbers[] = {
+    {"Infinity", std::numeric_limits<double>::infinity()},
+    {"-Infinity", -std::numeric_limits<double>::infinity()},
+    {"NaN", std::numeric_limits<double>::quiet_NaN()},
+};
+
+/// Fills the buffer to its end, without a NUL, when the text is too long for it: a companion may do that.
+inline void copyText(const std::string& text, char* buffer, std::size_t size) {
+    std::memcpy(buffer, text.c_str(), std::min(size, text.size() + 1));
+}
+
+}  // namespace detail
+
+/// Numbers, texts (char arrays up to their NUL), arrays and records.
+template <class T>
+Json toJson(const T& value) {
+    if constexpr (std::floating_point<T>) {
+        if (std::isnan(value)) return "NaN";
+        if (std::isinf(value)) return value > 0 ? "Infinity" : "-Infinity";
+        return value;
+    } else if constexpr (std::is_arithmetic_v<T> || std::is_same_v<T, std::string>) {
+        return value;
+    } else if constexpr (detail::isText<T>) {
+        return std::string(value, std::find(std::begin(value), std::end(value), '\0'));
+    } else if constexpr (std::is_array_v<T>) {
+        auto list = Json::array();
+        for (const auto& item : value) list.push_back(toJson(item));
+        return list;
+    } else {
+        auto object = Json::object();
+        std::apply([&](const auto&... member) { ((object[member.name] = toJson(value.*member.pointer)), ...); },
+                   members<T>);
+        return object;
+    }
+}
+
+inline Json toJson(const char* text) { return text ? Json(text) : Json(); }
+
+/// A record that is passed by its address.
+template <class Record>
+    requires std::is_class_v<Record>
+Json toJson(const Record* record) {
+    return record ? toJson(*record) : Json();
+}
+
+template <class T>
+Json toJson(std::span<const T> items) {
+    auto list = Json::array();
+    for (const auto& item : items) list.push_back(toJson(item));
+    return list;
+}
+
+/// Writes a JSON value to a C value; false when it does not suit. Of a record or an array only what is given is written.
+template <class T>
+bool fromJson(const Json& json, T& value) {
+    if constexpr (std::floating_point<T>) {
+        if (json.is_number()) {
+            value = json.get<T>();
+            return true;
+        }
+        for (const auto& [name, number] : detail::namedNumbers)
+            if (json == name) {
+                value = static_cast<T>(number);
+                return true;
+            }
+        return false;
+    } else if constexpr (std::is_arithmetic_v<T>) {
+        if (!json.is_number_integer()) return false;
+        value = static_cast<T>(json.get<std::int64_t>());  // the low bits: signed and unsigned spellings mean the same
+        return true;
+    } else if constexpr (detail::isText<T>) {
+        if (!json.is_string()) return false;
+        if constexpr (std::is_array_v<T>) {
+            detail::copyText(json.get_ref<const std::string&>(), value, std::size(value));
+        } else {
+            value = json.get<std::string>();
+        }
+        return true;
+    } else if constexpr (std::is_array_v<T>) {
+        if (!json.is_array() || json.size() > std::size(value)) return false;
+        for (std::size_t i = 0; i < json.size(); ++i)
+            if (!fromJson(json[i], value[i])) return false;
+        return true;
+    } else {
+        if (!json.is_object()) return false;
+        std::size_t known = 0;
+        const auto write = [&](const auto& member) {
+            const auto found = json.find(member.name);
+            if (found == json.end()) return true;
+            ++known;
+            return fromJson(*found, value.*member.pointer);
+        };
+        return std::apply([&](const auto&... member) { return (write(member) && ...); }, members<T>) &&
+               known == json.size();
+    }
+}
+
+/// An out-parameter of a simulated function. Null pointers are left alone.
+class Output {
+ public:
+    /// A number, a record or a std::string.
+    template <class T>
+        requires(!std::is_same_v<T, char>)
+    Output(T* value)
+        : fill_([value](const Json& json) {
+              T ignored{};
+              return fromJson(json, value ? *value : ignored);
+          }) {}
+
+    /// A text buffer of `size` bytes. A text that is too long fills it without a NUL.
+    static Output text(char* buffer, std::size_t size) {
+        return Output([=](const Json& json) {
+            if (!json.is_string()) return false;
+            if (buffer) detail::copyText(json.get_ref<const std::string&>(), buffer, size);
+            return true;
+        });
+    }
+
+    /// A list in two steps: null items ask for the count; otherwise `*count` is the capacity on entry. A JSON list
+    /// writes what fits and its own length as the count; a JSON number writes only the count, true or not.
+    template <class T>
+    static Output list(T* items, std::uint32_t* count) {
+        return Output([=](const Json& json) {
+            std::uint32_t ignored = 0;
+            if (json.is_number()) return fromJson(json, count ? *count : ignored);
+            if (!json.is_array()) return false;
+            const std::size_t written = items && count ? std::min<std::size_t>(*count, json.size()) : 0;
+            for (std::size_t i = 0; i < written; ++i)
+                if (!fromJson(json[i], items[i])) return false;
+            if (count) *count = static_cast<std::uint32_t>(json.size());
+            return true;
+        });
+    }
+
+    /// False when the value does not suit. A JSON null leaves the out-parameter untouched.
+    bool fill(const Json& json) const { return json.is_null() || fill_(json); }
+
+ private:
+    explicit Output(std::function<bool(const Json&)> fill) : fill_(std::move(fill)) {}
+
+    std::function<bool(const Json&)> fill_;
+};
+
+}  // namespace simulator
