@@ -1,0 +1,243 @@
+#pragma once
+
+#include <concepts>
+#include <cstddef>
+#include <cstdint>
+#include <initializer_list>
+#include <iterator>
+#include <map>
+#include <string>
+#include <string_view>
+#include <type_traits>
+#include <utility>
+#include <vector>
+
+namespace pocketjson {
+
+/// A JSON value: null, a boolean, a number, a string, an object or an array.
+///
+/// Scalars are held inline. Strings, objects and arrays live in reference-counted containers which copies share until
+/// one of them is changed (copy-on-write), so copying never costs more than a counter. The counters are plain integers:
+/// a value and all its copies belong to one thread at a time.
+///
+/// Reading never fails: a missing member or element is a null, and a conversion that makes no sense yields the
+/// caller's fallback. Changing a value of another kind makes it the kind that the change needs. Only running out of
+/// memory is an error; std::bad_alloc then leaves the value as it was.
+///
+/// References into a value (members, elements, text) are good until that value is changed, copied or destroyed.
+/// Nesting has no limit: no operation uses call stack for it, and destruction allocates nothing.
+class Value {
+ public:
+    enum Type : std::uint32_t { Null = 0, Boolean = 1, Integer = 2, Float = 4, String = 16, Object = 32, Array = 64 };
+
+    class AbstractContainer;
+    template <class T>
+    class Container;
+
+    /// Ordered by the bytes of the names.
+    using Members = std::map<std::string, Value>;
+    using Elements = std::vector<Value>;
+
+    Value() noexcept = default;
+    Value(std::nullptr_t) noexcept {}
+    Value(std::same_as<bool> auto boolean) noexcept : type_(Boolean) { payload_.boolean = boolean; }
+    /// An unsigned number beyond the signed 64-bit range becomes a Float, as it does in the parser.
+    template <std::integral Integral>
+    requires(!std::same_as<Integral, bool>) Value(Integral integer)
+    noexcept;
+    Value(std::floating_point auto number) noexcept : type_(Float) { payload_.floating = static_cast<double>(number); }
+    /// NUL-terminated; not null.
+    Value(const char* text) : Value(std::string(text)) {}
+    Value(std::string_view text) : Value(std::string(text)) {}
+    Value(std::string text);
+    /// An object: `Value{{"name", "pen"}, {"sizes", Value::array({1, 2})}}`. Of two members of one name the later
+    /// counts.
+    Value(std::initializer_list<std::pair<const std::string, Value>> members);
+
+    Value(const Value& other) noexcept;
+    Value(Value&& other) noexcept;
+    ~Value() { release(); }
+
+    /// Taken by value, so that `v["a"] = v` stores what v was and not v in itself.
+    Value& operator=(Value other) noexcept;
+    /// Replaces the text in place if this is a string that no copy shares.
+    template <class Text>
+    requires(std::convertible_to<const Text&, std::string_view> && !std::same_as<Text, std::nullptr_t>) Value&
+    operator=(const Text& text) {
+        return assignText(std::string_view(text));
+    }
+    template <class Text>
+    requires std::same_as<Text, std::string> Value& operator=(Text&& text) { return assignText(std::move(text)); }
+
+    static Value object() { return Value(std::initializer_list<std::pair<const std::string, Value>>{}); }
+    static Value array(std::initializer_list<Value> elements = {}) { return fromElements(Elements(elements)); }
+    /// An array of everything in a range whose items convert to a Value.
+    template <class Range>
+    requires requires(const Range& range) {
+        { *std::begin(range) } -> std::convertible_to<Value>;
+    }
+    static Value array(const Range& range) { return fromElements(Elements(std::begin(range), std::end(range))); }
+    static Value array(std::same_as<Elements> auto&& elements) { return fromElements(std::move(elements)); }
+
+    void swap(Value& other) noexcept;
+    friend void swap(Value& left, Value& right) noexcept { left.swap(right); }
+
+    Type type() const noexcept { return type_; }
+    /// Turns the value into an empty one of another kind (false, 0, "", {} or []); keeps it if it is of that kind.
+    void setType(Type type);
+
+    bool isNull() const noexcept { return type_ == Null; }
+    bool isBoolean() const noexcept { return type_ == Boolean; }
+    bool isInteger() const noexcept { return type_ == Integer; }
+    bool isFloat() const noexcept { return type_ == Float; }
+    bool isNumber() const noexcept { return isInteger() || isFloat(); }
+    bool isString() const noexcept { return type_ == String; }
+    bool isObject() const noexcept { return type_ == Object; }
+    bool isArray() const noexcept { return type_ == Array; }
+
+    /// The member of that name, inserted as null if it is missing. Any other kind of value becomes an object first.
+    Value& operator[](std::string_view name);
+    /// The member of that name; a null that lives for the whole program if there is none.
+    const Value& get(std::string_view name) const noexcept;
+    /// Whether there is a member of that name, be it null.
+    bool has(std::string_view name) const noexcept;
+    /// Returns whether there was a member of that name.
+    bool remove(std::string_view name);
+
+    /// Adds an element at the end and returns it. Any other kind of value becomes an array first.
+    Value& append(Value element);
+    /// The element at that index; a null that lives for the whole program if there is none.
+    const Value& at(std::size_t index) const noexcept;
+    /// The element at that index, for changing it. As with operator[], any other kind of value becomes an array first,
+    /// and an array that is too short is filled up with nulls.
+    Value& element(std::size_t index);
+
+    /// The number of members, elements or bytes of text; 0 for all other kinds.
+    std::size_t size() const noexcept;
+    bool empty() const noexcept { return size() == 0; }
+
+    /// What an object, array or string holds, in order; nothing for a value of another kind.
+    const Members& members() const noexcept;
+    const Elements& elements() const noexcept;
+    const std::string& text() const noexcept;
+
+    /// true is 1 and false is 0; a Float is rounded to the nearest integer, halves away from zero; a string counts if
+    /// all of its text is an integer (with an optional sign; "0x" introduces hexadecimal digits and "0" octal ones).
+    /// Everything else, and what is out of the result's range, is the fallback.
+    std::int32_t asInt(std::int32_t fallback = 0) const noexcept;
+    std::int64_t asInt64(std::int64_t fallback = 0) const noexcept;
+    /// As asInt, except that an Integer yields its low 32 bits if it is greater than 0, and the fallback if it is 0.
+    std::uint32_t asUInt(std::uint32_t fallback = 0) const noexcept;
+    /// true is 1 and false is 0; a string counts if all of its text is a decimal number within the range of a double.
+    double asDouble(double fallback = 0) const noexcept;
+    /// A number is true unless it is zero; of the strings only "true" and "false" count.
+    bool asBool(bool fallback = false) const noexcept;
+    /// A string as it is; booleans and numbers as write() puts them, and numbers that are not finite as "nan", "inf"
+    /// and "-inf"; the fallback for null, objects and arrays.
+    std::string asString(std::string_view fallback = {}) const;
+
+    /// Same kind and same content: the Integer 1 differs from the Float 1.0. A NaN equals a NaN, so that every value
+    /// equals its copy.
+    friend bool operator==(const Value& left, const Value& right);
+
+ private:
+    friend class ValueBuilder;
+
+    union Payload {
+        std::int64_t integer = 0;
+        double floating;
+        bool boolean;
+        AbstractContainer* container;
+    };
+
+    static constexpr std::uint32_t kNestedMask = Object | Array;
+    static constexpr std::uint32_t kContainerMask = String | kNestedMask;
+
+    Value(Type type, AbstractContainer* container) noexcept : type_(type) { payload_.container = container; }
+
+    static Value fromElements(Elements&& elements);
+
+    /// Also false for tags that name no kind, which have the payload 0.
+    bool holds(std::uint32_t mask) const noexcept { return (type_ & mask) != 0 && payload_.container != nullptr; }
+    template <class T>
+    T& payload() const noexcept;
+    /// The payload for changing it, taken out of a container that copies share.
+    template <class T>
+    T& ownPayload();
+
+    void release() noexcept;
+    void destroyContainer() noexcept;
+    Value* entryToDescendInto() noexcept;
+    Value& entryDescendedInto() noexcept;
+
+    Value& assignText(std::string_view text);
+    Value& assignText(std::string&& text);
+
+    Type type_ = Null;
+    Payload payload_;
+};
+
+static_assert(sizeof(Value) == 16);
+
+/// The base of what values share: a reference count and a virtual destructor.
+class Value::AbstractContainer {
+ public:
+    AbstractContainer() noexcept = default;
+    AbstractContainer(const AbstractContainer&) = delete;
+    AbstractContainer& operator=(const AbstractContainer&) = delete;
+    virtual ~AbstractContainer() = default;
+
+    std::int32_t references = 1;
+};
+
+/// T is std::string, Members or Elements.
+template <class T>
+class Value::Container final : public AbstractContainer {
+ public:
+    Container() = default;
+    explicit Container(const T& content) : payload(content) {}
+    explicit Container(T&& content) noexcept : payload(std::move(content)) {}
+
+    T payload;
+};
+
+template <std::integral Integral>
+requires(!std::same_as<Integral, bool>) Value::Value(Integral integer)
+noexcept : type_(Integer) {
+    payload_.integer = static_cast<std::int64_t>(integer);
+    if (std::is_unsigned_v<Integral> && payload_.integer < 0) {
+        type_ = Float;
+        payload_.floating = static_cast<double>(integer);
+    }
+}
+
+inline Value::Value(const Value& other) noexcept : type_(other.type_), payload_(other.payload_) {
+    if (holds(kContainerMask)) ++payload_.container->references;
+}
+
+inline Value::Value(Value&& other) noexcept
+    : type_(std::exchange(other.type_, Null)), payload_(std::exchange(other.payload_, Payload{})) {}
+
+inline Value& Value::operator=(Value other) noexcept {
+    swap(other);
+    return *this;
+}
+
+inline void Value::swap(Value& other) noexcept {
+    std::swap(type_, other.type_);
+    std::swap(payload_, other.payload_);
+}
+
+inline void Value::release() noexcept {
+    if (holds(kContainerMask)) {
+        if (--payload_.container->references == 0) destroyContainer();
+        payload_.container = nullptr;
+    }
+}
+
+template <class T>
+T& Value::payload() const noexcept {
+    return static_cast<Container<T>*>(payload_.container)->payload;
+}
+
+}  // namespace pocketjson
