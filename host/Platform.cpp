@@ -1,0 +1,63 @@
+#include "host/Platform.h"
+
+#include <cstdlib>
+
+#ifdef _WIN32
+#include <fcntl.h>
+#include <io.h>
+#include <windows.h>
+//
+#include <shellapi.h>
+#else
+#include <unistd.h>
+#endif
+
+namespace host {
+
+#ifdef _WIN32
+
+std::vector<std::string> arguments(int, char**) {
+    int count = 0;
+    const auto wide = CommandLineToArgvW(GetCommandLineW(), &count);
+    std::vector<std::string> texts;
+    for (int i = 1; i < count; ++i) texts.push_back(toUtf8(wide[i]));
+    LocalFree(wide);
+    return texts;
+}
+
+void prepareStandardStreams() {
+    for (const auto stream : {stdin, stdout, stderr}) _setmode(_fileno(stream), _O_BINARY);
+    SetConsoleOutputCP(CP_UTF8);
+}
+
+bool showsColours(std::FILE* stream) {
+    const auto console = reinterpret_cast<HANDLE>(_get_osfhandle(_fileno(stream)));
+    DWORD mode = 0;
+    return !std::getenv("NO_COLOR") && GetConsoleMode(console, &mode) &&
+           SetConsoleMode(console, mode | ENABLE_VIRTUAL_TERMINAL_PROCESSING);
+}
+
+#else
+
+std::vector<std::string> arguments(int argc, char** argv) {
+    return {argv + 1, argv + argc};
+}
+
+void prepareStandardStreams() {}
+
+bool showsColours(std::FILE* stream) {
+    return !std::getenv("NO_COLOR") && isatty(fileno(stream));
+}
+
+#endif
+
+std::string toUtf8(const std::filesystem::path& path) {
+    const auto text = path.u8string();
+    return {text.begin(), text.end()};
+}
+
+std::filesystem::path fromUtf8(const std::string& text) {
+    return std::u8string(text.begin(), text.end());
+}
+
+}  // namespace host

@@ -1,0 +1,23 @@
+// What a program must ask of the system to speak UTF-8 with it.
+#pragma once
+
+#include <cstdio>
+#include <filesystem>
+#include <string>
+#include <vector>
+
+namespace host {
+
+/// The program's arguments without its name, in UTF-8.
+std::vector<std::string> arguments(int argc, char** argv);
+
+/// Makes the standard streams carry UTF-8 bytes as they are written, with no line ends changed.
+void prepareStandardStreams();
+
+/// True when the stream is a terminal that shows colours.
+bool showsColours(std::FILE* stream);
+
+std::string toUtf8(const std::filesystem::path& path);
+std::filesystem::path fromUtf8(const std::string& text);
+
+}  // namespace host

@@ -1,0 +1,31 @@
+// The plug-in library, loaded and unloaded.
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+
+namespace host {
+
+/// An entry point of the plug-in: request options, request parameters, query options and body as JSON texts; the
+/// promise that it answers is its result.
+using Export = std::uint32_t (*)(const char* options, const char* parameters, const char* query, const char* body);
+
+class Plugin {
+ public:
+    /// Throws std::runtime_error, with the system's reason, when it cannot be loaded.
+    explicit Plugin(const std::filesystem::path& file);
+    ~Plugin();
+    Plugin(const Plugin&) = delete;
+    Plugin& operator=(const Plugin&) = delete;
+
+    /// libpell beside this program.
+    static std::filesystem::path defaultFile();
+
+    /// Null when the plug-in has no such function.
+    Export find(const char* name) const;
+
+ private:
+    void* module_;
+};
+
+}  // namespace host

@@ -1,0 +1,75 @@
+#include "host/Session.h"
+
+#include <stdexcept>
+
+namespace host {
+
+namespace {
+
+/// The whole of JSON's recursive users (copies, output) stays far within any stack at this depth.
+constexpr int maximumDepth = 200;
+
+Json executeCall(const Session& session, const Json& line) {
+    const auto& name = line.at("call");
+    const auto texts = line.find("texts");
+    const auto isText = [](const Json& json) { return json.is_string(); };
+    if (line.size() != 2 || !name.is_string() || texts == line.end() || !texts->is_array() || texts->size() != 4 ||
+        !std::all_of(texts->begin(), texts->end(), isText))
+        throw std::invalid_argument(
+            "a call must have the members \"call\", a text, and \"texts\", a list of four texts");
+    return session.call(name, texts->get<Texts>());
+}
+
+}  // namespace
+
+Texts Request::texts() const {
+    auto parameters = Json::object();
+    if (!product.empty() || !serial.empty()) parameters = {{"product", product}, {"serial", serial}};
+    return {writeJson({{"method", method}}), writeJson(parameters), query, body};
+}
+
+Json Session::call(const std::string& name, const Texts& texts) const {
+    const auto function = plugin_.find(name.c_str());
+    if (!function) throw std::invalid_argument("the plug-in has no export \"" + name + "\"");
+    simulator::Recording recording;
+    const auto returned = function(texts[0].c_str(), texts[1].c_str(), texts[2].c_str(), texts[3].c_str());
+    return {{"returned", returned},
+            {"responses", std::move(recording.responses)},
+            {"events", std::move(recording.events)},
+            {"log", std::move(recording.log)},
+            {"calls", std::move(recording.calls)}};
+}
+
+Json Session::execute(std::string_view line) const {
+    try {
+        const auto json = parseJson(line);
+        if (json.is_object() && json.contains("call")) return executeCall(*this, json);
+        if (json.is_object() && json.contains("simulate")) {
+            simulator::simulate(json);
+            return {{"ok", true}};
+        }
+        throw std::invalid_argument("a line must be an object with the member \"call\" or \"simulate\"");
+    } catch (const std::exception& error) {
+        return {{"ok", false}, {"error", error.what()}};
+    }
+}
+
+Json parseJson(std::string_view text) {
+    const auto limitDepth = [](int depth, Json::parse_event_t, Json&) {
+        if (depth > maximumDepth) throw std::invalid_argument("JSON is nested too deeply");
+        return true;
+    };
+    try {
+        return Json::parse(text, limitDepth);
+    } catch (const Json::parse_error& error) {
+        // The message repeats what was read last, which may be long.
+        constexpr std::size_t maximumLength = 200;
+        throw std::invalid_argument("not JSON: " + std::string(error.what()).substr(0, maximumLength));
+    }
+}
+
+std::string writeJson(const Json& json, int indent) {
+    return json.dump(indent, ' ', false, Json::error_handler_t::replace);
+}
+
+}  // namespace host

@@ -1,0 +1,60 @@
+// A plug-in at work among simulated companions: what pellhost and the tests drive.
+//
+//   host::Session session;
+//   const auto exchange = session.call({.resource = "Brightness", .product = "TQ271-P", .serial = "10000001"});
+//   exchange["responses"][0]["status"] == 200
+#pragma once
+
+#include <array>
+#include <string>
+#include <string_view>
+
+#include "host/Plugin.h"
+#include "simulator/core/Simulator.h"
+
+namespace host {
+
+using Json = nlohmann::json;
+
+/// Request options, request parameters, query options, body.
+using Texts = std::array<std::string, 4>;
+
+/// The four texts of a request to a resource. An empty query or body is sent as an empty text.
+struct Request {
+    std::string method = "GET";
+    std::string resource{};
+    std::string product{};
+    std::string serial{};
+    std::string query{};
+    std::string body{};
+
+    Texts texts() const;
+};
+
+/// Any number of threads may call one session at once. The simulated world is the process's: sessions share it.
+class Session {
+ public:
+    /// Throws std::runtime_error when the plug-in cannot be loaded.
+    explicit Session(const std::filesystem::path& plugin = Plugin::defaultFile()) : plugin_(plugin) {}
+
+    /// Calls an export with exactly these texts, each up to its first NUL. Everything that arrived meanwhile:
+    /// {"returned", "responses", "events", "log", "calls"}, the lists as in simulator::Recording.
+    /// Throws std::invalid_argument when the plug-in has no such export.
+    Json call(const std::string& name, const Texts& texts) const;
+    Json call(const Request& request) const { return call(request.resource, request.texts()); }
+
+    /// Carries out one line of a batch, {"call", "texts"} or {"simulate", ...}, and answers it. Never throws: what is
+    /// not understood answers {"ok": false, "error"}.
+    Json execute(std::string_view line) const;
+
+ private:
+    Plugin plugin_;
+};
+
+/// Parses a text; throws std::invalid_argument when it is not JSON or nested so deeply that it is no sensible one.
+Json parseJson(std::string_view text);
+
+/// Compact JSON. Texts that are not UTF-8 get replacement characters.
+std::string writeJson(const Json& json, int indent = -1);
+
+}  // namespace host

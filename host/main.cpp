@@ -1,0 +1,168 @@
+// pellhost, the development host: single requests from the command line, and batches for scripts and tests.
+
+#include <CLI/CLI.hpp>
+#include <cctype>
+#include <fstream>
+#include <iostream>
+#include <iterator>
+
+#include "host/Platform.h"
+#include "host/Report.h"
+#include "host/Session.h"
+
+namespace {
+
+using host::Json;
+
+constexpr int requestFailed = 1;
+constexpr int wrongUsage = 2;
+
+struct Options {
+    std::string plugin;
+    std::string scenario;
+    std::vector<std::string> simulations;
+    bool json = false;
+    bool verbose = false;
+    bool trace = false;
+
+    std::string resource;
+    std::string monitor;
+    std::string query;
+    std::string body;
+    bool update = false;
+
+    host::Detail detail() const {
+        return trace ? host::Detail::trace : verbose ? host::Detail::verbose : host::Detail::compact;
+    }
+};
+
+/// What the caller of the program got wrong.
+struct UsageError : std::runtime_error {
+    using std::runtime_error::runtime_error;
+};
+
+void loadScenario(const std::string& file) {
+    std::ifstream stream(host::fromUtf8(file), std::ios::binary);
+    if (!stream) throw UsageError("cannot read " + file);
+    simulator::loadScenario(host::parseJson(std::string(std::istreambuf_iterator<char>(stream), {})));
+}
+
+/// JSON as it is; otherwise "name[=value],..." where a value is JSON or else a text, and true if there is none.
+std::string queryText(const std::string& query) {
+    if (query.empty() || query.front() == '{') return query;
+    auto object = Json::object();
+    for (const auto& item : CLI::detail::split(query, ',')) {
+        const auto equals = item.find('=');
+        const auto value = equals == std::string::npos ? "true" : item.substr(equals + 1);
+        const auto parsed = Json::parse(value, nullptr, false);
+        object[item.substr(0, equals)] = parsed.is_discarded() ? Json(value) : parsed;
+    }
+    return host::writeJson(object);
+}
+
+/// The monitor that the options name, else the first that the plug-in lists, if any.
+void chooseMonitor(const host::Session& session, const Options& options, host::Request& request) {
+    if (!options.monitor.empty()) {
+        const auto slash = options.monitor.rfind('/');
+        if (slash == std::string::npos) throw UsageError("--monitor takes PRODUCT/SERIAL");
+        request.product = options.monitor.substr(0, slash);
+        request.serial = options.monitor.substr(slash + 1);
+        return;
+    }
+    const auto outcome = host::readOutcome(session.call({.resource = "Monitors"}));
+    if (!outcome.succeeded() || outcome.value.empty()) return;
+    request.product = outcome.value[0].at("product");
+    request.serial = outcome.value[0].at("serial");
+}
+
+bool listsMonitors(const std::string& command) {
+    return command == "list";
+}
+
+int runRequest(const host::Session& session, const std::string& command, const Options& options) {
+    host::Request request{.resource = options.resource, .query = queryText(options.query), .body = options.body};
+    if (listsMonitors(command)) {
+        request.resource = "Monitors";
+        if (options.update) request.query = R"({"update":true})";
+    } else {
+        request.method = command;
+        for (auto& letter : request.method) letter = static_cast<char>(std::toupper(letter));
+        chooseMonitor(session, options, request);
+    }
+    for (const auto& simulation : options.simulations) simulator::simulate(host::parseJson(simulation));
+
+    const auto exchange = session.call(request);
+    const auto outcome = host::readOutcome(exchange);
+    if (options.json) {
+        std::cout << host::writeJson(host::describe(request, outcome, exchange), 2) << '\n';
+    } else if (listsMonitors(command) && outcome.succeeded() && options.detail() == host::Detail::compact) {
+        host::printMonitors(stdout, outcome.value);
+    } else {
+        host::print(stdout, options.detail(), request, outcome, exchange);
+    }
+    return outcome.succeeded() ? 0 : requestFailed;
+}
+
+int runBatch(const host::Session& session) {
+    std::string line;
+    while (std::getline(std::cin, line)) std::cout << host::writeJson(session.execute(line)) << std::endl;
+    return 0;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    host::prepareStandardStreams();
+    Options options;
+    CLI::App app("Plays the host application for libpell, among simulated monitors.", "pellhost");
+    app.require_subcommand(1);
+    app.fallthrough();
+    app.add_option("--plugin", options.plugin, "The plug-in, if it is not libpell beside this program");
+    app.add_option("--scenario", options.scenario, "A JSON file that describes the simulated monitors");
+    app.add_option("--simulate", options.simulations, "A simulation to start before the request, as in a batch")
+        ->type_name("JSON")
+        ->allow_extra_args(false);
+    app.add_flag("--json", options.json, "One JSON document on the standard output");
+    app.add_flag("-v,--verbose", options.verbose, "Show the request, the answer and the log line");
+    app.add_flag("-t,--trace", options.trace, "Show the companion functions that were called, too");
+
+    app.add_subcommand("list", "List the monitors")
+        ->add_flag("--update", options.update, "Look for connected monitors afresh");
+    const auto addRequest = [&](const std::string& name, const std::string& what) {
+        const auto command = app.add_subcommand(name, what);
+        command->add_option("resource", options.resource, "An export, such as Brightness")->required();
+        command->add_option("--monitor", options.monitor, "The monitor, as PRODUCT/SERIAL; otherwise the first listed");
+        command->add_option("--query", options.query, "Query options, as JSON or as name[=value],...");
+        return command;
+    };
+    addRequest("get", "Read a resource");
+    addRequest("put", "Write a resource")->add_option("body", options.body, "The body, usually JSON")->required();
+    addRequest("post", "Post to a resource")->add_option("body", options.body, "The body, usually JSON");
+    addRequest("delete", "Delete a resource");
+    app.add_subcommand("batch", "Carry out JSON lines from the standard input and answer each with a JSON line");
+
+    try {
+        auto arguments = host::arguments(argc, argv);
+        std::reverse(arguments.begin(), arguments.end());
+        app.parse(std::move(arguments));
+    } catch (const CLI::ParseError& error) {
+        return app.exit(error) == 0 ? 0 : wrongUsage;
+    }
+    const auto fail = [&](const std::exception& error, int code) {
+        std::cerr << "pellhost: " << error.what() << '\n';
+        return code;
+    };
+    try {
+        if (!options.scenario.empty()) loadScenario(options.scenario);
+        const host::Session session(options.plugin.empty() ? host::Plugin::defaultFile()
+                                                           : host::fromUtf8(options.plugin));
+        const auto command = app.get_subcommands().front()->get_name();
+        return command == "batch" ? runBatch(session) : runRequest(session, command, options);
+    } catch (const UsageError& error) {
+        return fail(error, wrongUsage);
+    } catch (const std::invalid_argument& error) {  // a scenario, a simulation or an export that does not exist
+        return fail(error, wrongUsage);
+    } catch (const std::exception& error) {
+        return fail(error, requestFailed);
+    }
+}
