@@ -19,7 +19,7 @@ bool isSuccess(const BridgeResult& result) noexcept {
 /// not.
 std::size_t formatLine(char* buffer, std::size_t size, Method method, const std::string& uri, std::size_t uriLength,
                        const BridgeResult& result) noexcept {
-    std::array<char, 16> code{};
+    std::array<char, 24> code{};
     if (const pocketjson::Value& value = result.error.get("code"); value.isNumber())
         std::snprintf(code.data(), code.size(), "\tcode:0x%08x", static_cast<unsigned>(value.asInt64()));
 

@@ -23,11 +23,11 @@ constexpr const char* unknownErrorLog =
 
 /// A resource whose GET is the given function.
 class Scripted final : public Bridge {
-   public:
+ public:
     explicit Scripted(BridgeResult (*get)()) : get_(get) {}
     BridgeResult Get(const RequestRecord&) override { return get_(); }
 
-   private:
+ private:
     BridgeResult (*get_)();
 };
 
@@ -99,14 +99,15 @@ INSTANTIATE_TEST_SUITE_P(
         Outcome{"CodeThatIsNoNumber", [] { return withCode("5"); }, 500,
                 R"({"error":{"code":"5","message":"Failed.","name":"DmError"},"value":null})",
                 "statusCode:500\tmethod:GET\turi:/pell/\terr:DmError\tmsg:Failed."},
-        Outcome{"ThrownCheck",
-                []() -> BridgeResult {
-                    checkMonitorControl(static_cast<DmResult>(0x8000000A), "Set it.");
-                    return {};
-                },
-                500,
-                R"({"error":{"code":2147483658,"message":"Out of range.","name":"DmError","reason":"Set it."},"value":null})",
-                "statusCode:500\tmethod:GET\turi:/pell/\terr:DmError\tmsg:Out of range.\tcode:0x8000000a"},
+        Outcome{
+            "ThrownCheck",
+            []() -> BridgeResult {
+                checkMonitorControl(static_cast<DmResult>(0x8000000A), "Set it.");
+                return {};
+            },
+            500,
+            R"({"error":{"code":2147483658,"message":"Out of range.","name":"DmError","reason":"Set it."},"value":null})",
+            "statusCode:500\tmethod:GET\turi:/pell/\terr:DmError\tmsg:Out of range.\tcode:0x8000000a"},
         Outcome{"InternalError",
                 []() -> BridgeResult {
                     checkInternal(false, "Broken.");
@@ -161,7 +162,7 @@ std::vector<std::string> functionsCalled(const simulator::Recording& recording) 
 }
 
 class CriticalSection : public testing::Test {
-   protected:
+ protected:
     ~CriticalSection() override { simulator::simulate({{"simulate", "reset"}}); }
 
     const Monitor modern{"10000001", "TQ271-P"};

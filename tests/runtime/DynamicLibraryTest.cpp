@@ -1,22 +1,23 @@
-#include "runtime/DynamicLibrary.h"
-
 #include <gtest/gtest.h>
 #include <libPlugin.h>
 
 #include <filesystem>
 
 #include "runtime/BridgeResult.h"
+#include "runtime/DynamicLibrary.h"
 #include "runtime/Loaders.h"
 
 namespace {
 
 namespace platform = torvo::platform;
 
-std::filesystem::path asPath(const std::string& utf8) { return {std::u8string(utf8.begin(), utf8.end())}; }
+std::filesystem::path asPath(const std::string& utf8) {
+    return {std::u8string(utf8.begin(), utf8.end())};
+}
 
 // A folder whose name no 8-bit code page of Windows holds as a whole.
 class DynamicLibraryTest : public testing::Test {
-   protected:
+ protected:
     DynamicLibraryTest() {
         std::filesystem::remove_all(asPath(folder.text()));
         std::filesystem::create_directory(asPath(folder.text()));

@@ -1,0 +1,160 @@
+// Brightness and its siblings, and the list of monitors.
+#include "tests/plugin/Page.h"
+
+namespace {
+
+TEST(Brightness, ReadsWhatTheQueryNames) {
+    Page page;
+    const struct {
+        const char* query;
+        const char* value;
+    } cases[] = {
+        {"", "50"},
+        {"{}", "50"},
+        {R"({"range":false})", R"({"max":100,"min":0})"},
+        {R"({"percentage":null,"range":null})", R"({"max":100,"min":0})"},
+        {R"({"percentage":null})", "50"},
+        {R"({"percentage":null,"range":null,"supports":null})", "true"},
+        {R"(["range"])", "50"},
+        {R"("range")", "50"},
+    };
+    for (const auto& [query, value] : cases)
+        EXPECT_EQ(summary(page.get("Brightness", query)), "200 " + std::string(value)) << query;
+
+    for (const std::uint32_t supported : {0U, 1U, 0x80000007U}) {
+        page.returns("DmCtrlSupportedBrightness", supported);
+        EXPECT_EQ(page.get("Brightness", R"({"supports":0})").value, supported != 0);
+    }
+}
+
+TEST(Brightness, SetsWhatTheBodyHolds) {
+    Page page;
+    const char* const refused = "400 BadRequestError data must be number.";
+    const struct {
+        const char* body;
+        const char* outcome;
+        const char* step;        // what DmCtrlSetBrightnessForStep receives
+        const char* percentage;  // what DmCtrlSetBrightnessForPercentage receives
+    } cases[] = {
+        {"60", "200 null", "60", nullptr},
+        {R"({"data":60})", "200 null", "60", nullptr},
+        {"2.6", "200 null", "3", nullptr},
+        {"-1", "200 null", "0", nullptr},
+        {"4294967297", "200 null", "1", nullptr},
+        {"1e300", "200 null", "0", nullptr},
+        {R"({"percentage":40})", "200 null", nullptr, "40.0"},
+        {R"({"data":{"percentage":12.5}})", "200 null", nullptr, "12.5"},
+        {R"({"percentage":40,"other":1})", "200 null", nullptr, "40.0"},
+        {"101", "500 DmError Out of range. (Set brightness.)", "101", nullptr},
+        {R"({"percentage":101})", "500 DmError Out of range. (Set brightness percentage.)", nullptr, "101.0"},
+        {"true", refused, nullptr, nullptr},
+        {"null", refused, nullptr, nullptr},
+        {"", refused, nullptr, nullptr},
+        {"sixty", refused, nullptr, nullptr},
+        {R"("60")", refused, nullptr, nullptr},
+        {R"({"percentage":"40"})", refused, nullptr, nullptr},
+        {R"({"data":60,"other":1})", refused, nullptr, nullptr},
+        {"[60]", refused, nullptr, nullptr},
+    };
+    for (const auto& [body, outcome, step, percentage] : cases) {
+        const Answer answer = page.put("Brightness", body);
+        EXPECT_EQ(summary(answer), outcome) << body;
+        std::vector<Json> steps, percentages;
+        if (step) steps.push_back(Json::array({Json::parse(step)}));
+        if (percentage) percentages.push_back(Json::array({Json::parse(percentage)}));
+        EXPECT_EQ(inputsOf(answer, "DmCtrlSetBrightnessForStep"), steps) << body;
+        EXPECT_EQ(inputsOf(answer, "DmCtrlSetBrightnessForPercentage"), percentages) << body;
+    }
+}
+
+TEST(Siblings, SpeakToTheirOwnFunctionsWithTheirOwnWords) {
+    Page page;
+    const struct {
+        const char* resource;
+        const char* query;
+        const char* body;  // of a PUT; null is a GET
+        const char* function;
+        const char* action;
+    } cases[] = {
+        {"Brightness", R"({"range":1})", nullptr, "DmCtrlGetRangeBrightnessForStep", "Get brightness range."},
+        {"Brightness", R"({"percentage":1})", nullptr, "DmCtrlGetBrightnessForPercentage",
+         "Get brightness percentage."},
+        {"Contrast", "", nullptr, "DmCtrlGetContrastForStep", "Get contrast."},
+        {"Contrast", R"({"range":1})", nullptr, "DmCtrlGetRangeContrastForStep", "Get contrast range."},
+        {"Contrast", R"({"percentage":1})", nullptr, "DmCtrlGetContrastForPercentage", "Get contrast percentage."},
+        {"Contrast", "", "7", "DmCtrlSetContrastForStep", "Set contrast."},
+        {"Contrast", "", R"({"percentage":7})", "DmCtrlSetContrastForPercentage", "Set contrast percentage."},
+        {"Hue", "", nullptr, "DmCtrlGet6ColorsHue", "Get hue."},
+        {"Hue", R"({"range":1})", nullptr, "DmCtrlGetRange6ColorsHue", "Get hue range."},
+        {"Hue", "", "7", "DmCtrlSet6ColorsHue", "Set hue."},
+        {"Saturation", "", nullptr, "DmCtrlGet6ColorsSaturation", "Get saturation."},
+        {"Saturation", R"({"range":1})", nullptr, "DmCtrlGetRange6ColorsSaturation", "Get saturation range."},
+        {"Saturation", "", "7", "DmCtrlSet6ColorsSaturation", "Set saturation."},
+    };
+    for (const auto& [resource, query, body, function, action] : cases) {
+        page.returns(function, 0x80000008);
+        const Answer answer = body ? page.put(resource, body, query) : page.get(resource, query);
+        EXPECT_EQ(summary(answer), "500 DmError Stall. (" + std::string(action) + ")") << resource << query;
+        page.simulate({{"simulate", "reset"}});
+        if (body) EXPECT_EQ(summary(page.put(resource, body, query)), "200 null") << resource;
+        if (body && std::string(body) == "7") EXPECT_EQ(summary(page.get(resource)), "200 7") << resource;
+    }
+    for (const char* resource : {"Contrast", "Hue", "Saturation"})
+        EXPECT_EQ(summary(page.put(resource, "true")), "400 BadRequestError data must be number.") << resource;
+    EXPECT_EQ(summary(page.put("Hue", R"({"percentage":7})")), "400 BadRequestError data must be number.");
+}
+
+// ---- Monitors ------------------------------------------------------------------------------------------------------
+
+TEST(Monitors, ListsWhatTheLibraryHasFound) {
+    Page page;
+    EXPECT_EQ(page.get("Monitors").text,
+              R"({"error":null,"value":[{"product":"TQ271-P","serial":"10000001"},)"
+              R"({"product":"TB240","serial":"10000002"},{"product":"TB240","serial":"10000001"}]})");
+    EXPECT_EQ(page.get("Monitors").log, "statusCode:200\tmethod:GET\turi:/pell/Monitors\tmsg:Success");
+
+    page.simulate({{"simulate", "unplug"}, {"product", "TB240"}, {"serial", "10000002"}});
+    EXPECT_EQ(page.get("Monitors").value.size(), 2U);
+
+    page.returns("DmCtrlGetSerialProduct", 0x80000000);
+    EXPECT_EQ(summary(page.get("Monitors")), "200 []");
+}
+
+TEST(Monitors, LooksAfreshWhenToldTo) {
+    Page page;
+    page.returns("DmCtrlFind", 0x80000000);
+    const struct {
+        const char* query;
+        bool finds;
+    } cases[] = {{R"({"update":true})", true},    {R"({"update":1})", true},
+                 {R"({"update":-0.5})", true},    {R"({"update":"true"})", true},
+                 {R"({"update":"TRUE"})", false}, {R"({"update":"1"})", false},
+                 {R"({"update":0})", false},      {R"({"update":0.0})", false},
+                 {R"({"update":false})", false},  {R"({"update":null})", false},
+                 {R"({"update":[1]})", false},    {R"({"update":{}})", false},
+                 {R"("update")", false},          {"", false}};
+    for (const auto& [query, finds] : cases) {
+        const Answer answer = page.get("Monitors", query);
+        EXPECT_EQ(answer.status, 200);
+        EXPECT_EQ(answer.calls[0]["function"] == "DmCtrlFind", finds) << query;
+        if (finds) EXPECT_EQ(answer.calls[0]["arguments"], Json::array({0, 0}));
+    }
+}
+
+TEST(Monitors, ReadsNoFurtherThanABufferAndNoLongerThanAList) {
+    Page page;
+    page.returns("DmCtrlGetSerialProduct", 0, Json::array({"0123456789", "0123456789ABCDEFGH"}));
+    const Json list = page.get("Monitors").value;
+    EXPECT_EQ(list.size(), 1024U);
+    EXPECT_EQ(list[0], (Json{{"serial", "01234567"}, {"product", "0123456789ABCDEF"}}));
+}
+
+TEST(Monitors, AreLetGoOf) {
+    Page page;
+    page.returns("DmCtrlRelease", 0x80000000);
+    const Answer answer = page.ask("DELETE", "Monitors");
+    EXPECT_EQ(summary(answer), "200 null");
+    EXPECT_EQ(answer.calls[0]["function"], "DmCtrlRelease");
+}
+
+}  // namespace

@@ -1,0 +1,55 @@
+// What holds for every export of the table.
+#include <set>
+
+#include "exports/ResourceTable.h"
+#include "host/Plugin.h"
+#include "tests/plugin/Page.h"
+
+namespace {
+
+using torvo::exports::ResourceRow;
+using torvo::exports::resourceTable;
+
+bool isExported(const ResourceRow& row) {
+    for (const ResourceRow& other : resourceTable)
+        if (std::string(other.name) == row.entry) return !other.isPlanned;
+    return false;
+}
+
+TEST(Table, HasEachResourceOnce) {
+    EXPECT_EQ(resourceTable.size(), 145U);
+    std::set<std::string> names;
+    std::set<int> ordinals;
+    for (const ResourceRow& row : resourceTable) {
+        EXPECT_TRUE(names.insert(row.name).second) << row.name;
+        EXPECT_TRUE(ordinals.insert(row.ordinal).second) << row.name;
+    }
+    EXPECT_FALSE(ordinals.contains(146) || ordinals.contains(147)) << "the ordinals of Setup and TearDown";
+}
+
+TEST(Table, IsWhatThePluginExports) {
+    const host::Plugin plugin(host::Plugin::defaultFile());
+    for (const ResourceRow& row : resourceTable)
+        EXPECT_EQ(plugin.find(row.name) != nullptr, isExported(row)) << row.name;
+    EXPECT_NE(plugin.find("Setup"), nullptr);
+    EXPECT_NE(plugin.find("TearDown"), nullptr);
+}
+
+TEST(Table, MethodsThatARowLacksAreRefusedAndOthersAreNot) {
+    Page page;
+    const std::pair<const char*, unsigned> methods[] = {{"GET", torvo::exports::Get},
+                                                        {"PUT", torvo::exports::Put},
+                                                        {"POST", torvo::exports::Post},
+                                                        {"DELETE", torvo::exports::Delete}};
+    for (const ResourceRow& row : resourceTable) {
+        if (!isExported(row)) continue;
+        for (const auto& [method, bit] : methods) {
+            const Answer answer = page.ask(method, row.name);
+            EXPECT_EQ(answer.status == 405, !(row.methods & bit)) << method << " " << row.name;
+            const std::string uri = *row.path ? "/pell/Monitors/TQ271-P/10000001/" + std::string(row.path) : "/pell/";
+            EXPECT_NE(answer.log.find("\turi:" + uri), std::string::npos) << answer.log;
+        }
+    }
+}
+
+}  // namespace
