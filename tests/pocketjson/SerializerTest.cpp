@@ -1,0 +1,62 @@
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <limits>
+
+#include "Text.h"
+#include "pocketjson/Serializer.h"
+
+namespace pocketjson {
+namespace {
+
+TEST(Serializer, EscapesWhatCannotStandForItself) {
+    EXPECT_EQ(written("A/\x7F\x0B\n"), R"("A/\u007f\u000b\n")");
+    for (int byte = 0; byte < 256; ++byte) {
+        const std::string text{'x', static_cast<char>(byte), 'y'};
+        const std::string json = written(text);
+        const bool escaped = byte < 0x20 || byte == 0x7F || byte == '"' || byte == '\\';
+        EXPECT_EQ(json == '"' + text + '"', !escaped) << byte;
+        EXPECT_EQ(parsed(json), text) << byte;
+    }
+    EXPECT_EQ(written("\b\t\n\f\r\"\\"), R"("\b\t\n\f\r\"\\")");
+    EXPECT_EQ(written(Value{{"a\"\x1F", 1}}), R"({"a\"\u001f":1})");
+}
+
+TEST(Serializer, WritesScalarsAndAppends) {
+    std::string output = "before ";
+    EXPECT_TRUE(write(Value::array({nullptr, true, -5, 1.0, -0.0, 2.5, 1e300}), output));
+    EXPECT_EQ(output, "before [null,true,-5,1,0.0,2.5,1.0000000000000001e+300]");
+}
+
+TEST(Serializer, StopsAtNumbersThatAreNotFinite) {
+    for (const double number : {std::nan(""), HUGE_VAL, -HUGE_VAL}) {
+        std::string output;
+        EXPECT_FALSE(write(Value{{"a", 1}, {"b", Value::array({2, number, 3})}}, output));
+        EXPECT_EQ(output, R"({"a":1,"b":[2,)");
+    }
+}
+
+TEST(Serializer, PassesOverTagsThatNameNoKind) {
+    Value unknown;
+    unknown.setType(static_cast<Value::Type>(128));
+    EXPECT_EQ(written(Value::array({unknown, 1, unknown})), "[,1,]");
+}
+
+TEST(Serializer, IndentsWhenPretty) {
+    const Value value = parsed(R"({"b":[1,[],{"x":{}}],"a":"t"})");
+    const auto pretty = [](std::string_view lineBreak, std::string_view unit) {
+        std::string expected;
+        for (const char c : std::string_view("{n>\"a\": \"t\",n>\"b\": [n>>1,n>>[],n>>{n>>>\"x\": {}n>>}n>]n}"))
+            expected += c == 'n' ? lineBreak : c == '>' ? unit : std::string_view(&c, 1);
+        return expected;
+    };
+    EXPECT_EQ(written(value, Pretty), pretty("\n", "  "));
+    EXPECT_EQ(written(value, Pretty | FourSpaces), pretty("\n", "    "));
+    EXPECT_EQ(written(value, Pretty | Tab | CarriageReturn), pretty("\r\n", "\t"));
+    EXPECT_EQ(written(value, Pretty | FourSpaces | Tab), pretty("\n", "  "));
+    EXPECT_EQ(written(value, FourSpaces | Tab | CarriageReturn), R"({"a":"t","b":[1,[],{"x":{}}]})");
+    EXPECT_EQ(written(Value::object(), Pretty), "{}");
+}
+
+}  // namespace
+}  // namespace pocketjson
