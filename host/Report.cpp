@@ -113,14 +113,14 @@ Json describe(const Request& request, const Outcome& outcome, const Json& exchan
 }
 
 void print(std::FILE* stream, Detail detail, const Request& request, const Outcome& outcome, const Json& exchange) {
-    if (detail == Detail::compact || outcome.status.is_null()) {
-        const auto failed = !outcome.error.is_null();
-        write(stream, statusText(stream, outcome) + "  " +
-                          (failed ? errorText(outcome.error) : valueText(outcome.value)) + "\n");
+    if (detail != Detail::compact) {
+        write(stream, paint(stream, bold, requestText(request)) + "\n");
+        printDetails(stream, detail, exchange);
+        if (!outcome.status.is_null()) return;
     }
-    if (detail == Detail::compact) return;
-    write(stream, paint(stream, bold, requestText(request)) + "\n");
-    printDetails(stream, detail, exchange);
+    const auto succeeded = outcome.error.is_null();
+    const auto result = succeeded ? valueText(outcome.value) : errorText(outcome.error);
+    write(stream, statusText(stream, outcome) + (result.starts_with('\n') ? "" : "  ") + result + "\n");
 }
 
 void printMonitors(std::FILE* stream, const Json& monitors) {

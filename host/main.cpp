@@ -117,8 +117,10 @@ int main(int argc, char** argv) {
     CLI::App app("Plays the host application for libpell, among simulated monitors.", "pellhost");
     app.require_subcommand(1);
     app.fallthrough();
-    app.add_option("--plugin", options.plugin, "The plug-in, if it is not libpell beside this program");
-    app.add_option("--scenario", options.scenario, "A JSON file that describes the simulated monitors");
+    app.add_option("--plugin", options.plugin, "The plug-in, if it is not libpell beside this program")
+        ->type_name("FILE");
+    app.add_option("--scenario", options.scenario, "A JSON file that describes the simulated monitors")
+        ->type_name("FILE");
     app.add_option("--simulate", options.simulations, "A simulation to start before the request, as in a batch")
         ->type_name("JSON")
         ->allow_extra_args(false);
@@ -150,6 +152,9 @@ int main(int argc, char** argv) {
     }
     const auto fail = [&](const std::exception& error, int code) {
         std::cerr << "pellhost: " << error.what() << '\n';
+        const Json told = {{"name", "HostError"}, {"message", error.what()}};
+        if (options.json)
+            std::cout << host::writeJson({{"status", nullptr}, {"error", told}, {"value", nullptr}}, 2) << '\n';
         return code;
     };
     try {

@@ -18,6 +18,12 @@ std::string directory(const char* name) {
 
 }  // namespace
 
-const char* Plg_GetRegistryPath() { return libraryCall(__func__).text(directory("")); }
-const char* Plg_GetRegistryHtmlPath() { return libraryCall(__func__).text(directory("html")); }
-const char* Plg_GetRegistryExportsPath() { return libraryCall(__func__).text(directory("exports")); }
+const char* Plg_GetRegistryPath() {
+    return libraryCall(__func__).text(directory(""));
+}
+const char* Plg_GetRegistryHtmlPath() {
+    return libraryCall(__func__).text(directory("html"));
+}
+const char* Plg_GetRegistryExportsPath() {
+    return libraryCall(__func__).text(directory("exports"));
+}

@@ -28,8 +28,7 @@ DmResult DmCtrlRelease() {
 }
 
 DmResult DmCtrlGetNumMonitors(uint32_t* count) {
-    return libraryCall(__func__).run(
-        [](World& world) { return answer(world.enumerate().size()); }, {count});
+    return libraryCall(__func__).run([](World& world) { return answer(world.enumerate().size()); }, {count});
 }
 
 DmResult DmCtrlGetSerialProduct(uint32_t index, char* serial, char* product, uint32_t flags) {

@@ -29,15 +29,19 @@ bool within(const Json& setting, const Json& value) {
 
 }  // namespace
 
-void setGateObserver(GateObserver newObserver) { observer = newObserver; }
+void setGateObserver(GateObserver newObserver) {
+    observer = newObserver;
+}
 
-Call::Call(const char* function, bool journalled) : function_(function), journalled_(journalled) {
+Presence::Presence() {
     if (observer.enter) observer.enter();
 }
 
-Call::~Call() {
+Presence::~Presence() {
     if (observer.leave) observer.leave();
 }
+
+Call::Call(const char* function, bool journalled) : function_(function), journalled_(journalled) {}
 
 Answer Call::perform(const Work& work, std::initializer_list<Output> outputs, Json& entry) {
     auto& state = State::instance();
@@ -125,9 +129,7 @@ std::int32_t MonitorCall::supports(const char* feature) {
 }
 
 DmResult MonitorCall::get(const char* setting, Output value) {
-    return run(
-        setting, [&](Monitor& monitor) { return answer(monitor.setting(setting).at("value")); },
-        {value});
+    return run(setting, [&](Monitor& monitor) { return answer(monitor.setting(setting).at("value")); }, {value});
 }
 
 DmResult MonitorCall::set(const char* setting) {
@@ -140,25 +142,23 @@ DmResult MonitorCall::set(const char* setting) {
 }
 
 DmResult MonitorCall::range(const char* setting, Output minimum, Output maximum) {
-    return run(
-        setting,
-        [&](Monitor& monitor) {
-            const auto& kept = monitor.setting(setting);
-            return answer(kept.at("min"), kept.at("max"));
-        },
-        {minimum, maximum});
+    return run(setting,
+               [&](Monitor& monitor) {
+                   const auto& kept = monitor.setting(setting);
+                   return answer(kept.at("min"), kept.at("max"));
+               },
+               {minimum, maximum});
 }
 
 DmResult MonitorCall::getPercentage(const char* setting, Output percentage) {
-    return run(
-        setting,
-        [&](Monitor& monitor) {
-            const auto& kept = monitor.setting(setting);
-            const auto minimum = kept.at("min").get<double>();
-            const auto span = kept.at("max").get<double>() - minimum;
-            return answer(100.0 * (kept.at("value").get<double>() - minimum) / span);
-        },
-        {percentage});
+    return run(setting,
+               [&](Monitor& monitor) {
+                   const auto& kept = monitor.setting(setting);
+                   const auto minimum = kept.at("min").get<double>();
+                   const auto span = kept.at("max").get<double>() - minimum;
+                   return answer(100.0 * (kept.at("value").get<double>() - minimum) / span);
+               },
+               {percentage});
 }
 
 DmResult MonitorCall::setPercentage(const char* setting) {

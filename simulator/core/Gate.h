@@ -44,10 +44,20 @@ Answer answer(const Values&... values) {
     return answer;
 }
 
+/// Tells the observer of a call from its first allocation to its last.
+class Presence {
+ public:
+    Presence();
+    ~Presence();
+    Presence(const Presence&) = delete;
+    Presence& operator=(const Presence&) = delete;
+};
+
 /// One call of a simulated function. It lives as long as the call and never throws, unless a script says so.
 class Call {
+    const Presence presence_;
+
  public:
-    ~Call();
     Call(const Call&) = delete;
     Call& operator=(const Call&) = delete;
 
@@ -137,6 +147,8 @@ LibraryCall libraryCall(const char* function, Inputs... inputs) {
 }
 
 /// A function of the host's own libraries, which keep lists of what they are told and stay out of the journal.
-inline LibraryCall hostCall(const char* function) { return LibraryCall(function, false); }
+inline LibraryCall hostCall(const char* function) {
+    return LibraryCall(function, false);
+}
 
 }  // namespace simulator

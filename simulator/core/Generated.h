@@ -6,7 +6,7 @@
 
 namespace simulator::generated {
 
-extern const std::string_view scenario;                     ///< scenario.json
+extern const std::string_view scenario;                    ///< scenario.json
 extern const std::span<const std::string_view> functions;  ///< every simulated function, from the companion headers
 
 }  // namespace simulator::generated

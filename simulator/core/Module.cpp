@@ -27,7 +27,8 @@ std::filesystem::path directoryOfModule(const void* address) {
 std::filesystem::path directoryOfModule(const void* address) {
     Dl_info info{};
     link_map* map = nullptr;
-    if (!dladdr1(address, &info, reinterpret_cast<void**>(&map), RTLD_DL_LINKMAP)) return std::filesystem::current_path();
+    if (!dladdr1(address, &info, reinterpret_cast<void**>(&map), RTLD_DL_LINKMAP))
+        return std::filesystem::current_path();
     // The program itself has no name here; info has only what its caller called it.
     const auto isProgram = *map->l_name == '\0';
     return std::filesystem::canonical(isProgram ? "/proc/self/exe" : map->l_name).parent_path();

@@ -4,7 +4,9 @@ namespace simulator {
 
 namespace {
 
-int precision(const Script& script) { return !script.product.empty() + !script.serial.empty(); }
+int precision(const Script& script) {
+    return !script.product.empty() + !script.serial.empty();
+}
 
 }  // namespace
 

@@ -15,8 +15,8 @@ struct Script {
     std::string serial;   ///< empty: any
     bool throws = false;  ///< throw a std::runtime_error
     std::uint32_t result = 0;
-    std::optional<Json> outputs;            ///< a list, one entry per out-parameter; null leaves one untouched
-    std::optional<std::uint64_t> times;     ///< none: permanent
+    std::optional<Json> outputs;         ///< a list, one entry per out-parameter; null leaves one untouched
+    std::optional<std::uint64_t> times;  ///< none: permanent
 
     bool failing() const { return (result & 0x80000000u) != 0; }
 };

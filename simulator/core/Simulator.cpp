@@ -30,18 +30,18 @@ std::string text(const Json& instruction, const char* member) {
     return found->get<std::string>();
 }
 
+/// 32 bits, spelled signed or unsigned.
 std::uint32_t resultCode(const Json& instruction) {
     const auto found = instruction.find("result");
     require(found != instruction.end() && found->is_number_integer(), "\"result\" must be an integer");
-    const auto tooBig = found->is_number_unsigned() && found->get<std::uint64_t>() > 0xFFFFFFFFu;
-    require(!tooBig && found->get<std::int64_t>() >= INT32_MIN, "\"result\" must have 32 bits");
+    require(*found >= INT32_MIN && *found <= UINT32_MAX, "\"result\" must have 32 bits");
     return static_cast<std::uint32_t>(found->get<std::int64_t>());
 }
 
 std::optional<std::uint64_t> repetitions(const Json& instruction) {
     const auto found = instruction.find("times");
     if (found == instruction.end()) return std::nullopt;
-    require(found->is_number_unsigned() && *found > 0, "\"times\" must be a positive integer");
+    require(found->is_number_integer() && *found > 0, "\"times\" must be a positive integer");
     return found->get<std::uint64_t>();
 }
 
@@ -117,10 +117,16 @@ void simulate(const Json& instruction) {
     }
 }
 
-Recording::Recording() : outer_(currentRecording) { currentRecording = this; }
+Recording::Recording() : outer_(currentRecording) {
+    currentRecording = this;
+}
 
-Recording::~Recording() { currentRecording = outer_; }
+Recording::~Recording() {
+    currentRecording = outer_;
+}
 
-Recording* Recording::current() { return currentRecording; }
+Recording* Recording::current() {
+    return currentRecording;
+}
 
 }  // namespace simulator

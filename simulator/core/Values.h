@@ -33,8 +33,8 @@ inline constexpr auto members = nullptr;
 namespace detail {
 
 template <class T>
-inline constexpr bool isText =
-    std::is_same_v<T, std::string> || (std::is_array_v<T> && std::is_same_v<std::remove_extent_t<T>, char>);
+inline constexpr bool isText = std::is_same_v<T, std::string> ||
+                               (std::is_array_v<T> && std::is_same_v<std::remove_extent_t<T>, char>);
 
 /// A number that JSON cannot hold is written as one of these texts.
 inline constexpr std::pair<const char*, double> namedNumbers[] = {
@@ -73,12 +73,13 @@ Json toJson(const T& value) {
     }
 }
 
-inline Json toJson(const char* text) { return text ? Json(text) : Json(); }
+inline Json toJson(const char* text) {
+    return text ? Json(text) : Json();
+}
 
 /// A record that is passed by its address.
 template <class Record>
-    requires std::is_class_v<Record>
-Json toJson(const Record* record) {
+requires std::is_class_v<Record> Json toJson(const Record* record) {
     return record ? toJson(*record) : Json();
 }
 
@@ -89,7 +90,8 @@ Json toJson(std::span<const T> items) {
     return list;
 }
 
-/// Writes a JSON value to a C value; false when it does not suit. Of a record or an array only what is given is written.
+/// Writes a JSON value to a C value; false when it does not suit. Of a record or an array only what is given is
+/// written.
 template <class T>
 bool fromJson(const Json& json, T& value) {
     if constexpr (std::floating_point<T>) {
@@ -139,8 +141,7 @@ class Output {
  public:
     /// A number, a record or a std::string.
     template <class T>
-        requires(!std::is_same_v<T, char>)
-    Output(T* value)
+    requires(!std::is_same_v<T, char>) Output(T* value)
         : fill_([value](const Json& json) {
               T ignored{};
               return fromJson(json, value ? *value : ignored);

@@ -1,0 +1,98 @@
+// The development host's batch lines and its reading of answers, with a plug-in that can misbehave.
+#include <gmock/gmock.h>
+
+#include "host/Report.h"
+#include "host/Session.h"
+
+namespace {
+
+using host::Json;
+using testing::HasSubstr;
+
+class Host : public testing::Test {
+ protected:
+    Host() { session.execute(R"({"simulate": "reset"})"); }
+
+    static std::filesystem::path fixture() {
+        auto file = host::Plugin::defaultFile();
+        return file.replace_filename("fixture_plugin" + file.extension().string());
+    }
+
+    Json execute(const Json& line) const { return session.execute(line.dump()); }
+    Json call(const char* name, const char* query = "") const {
+        return execute({{"call", name}, {"texts", {"", "", query, ""}}});
+    }
+
+    const host::Session session{fixture()};
+};
+
+TEST_F(Host, AnswersACallWithAllThatArrived) {
+    const auto answer = call("Good", "f\u00fcnf");
+    const auto promise = answer.at("returned");
+    EXPECT_EQ(
+        answer,
+        Json(
+            {{"returned", promise},
+             {"responses", {{{"promise", promise}, {"status", 200}, {"text", R"({"error":null,"value":50})"}}}},
+             {"events", {{{"name", "query"}, {"text", "f\u00fcnf"}}}},
+             {"log", Json::array()},
+             {"calls",
+              {{{"function", "DmCtrlGetBrightnessForStep"}, {"arguments", {"10000001", "TQ271-P"}}, {"result", 0}}}}}));
+    EXPECT_EQ(call("Good").at("returned"), promise.get<unsigned>() + 1);
+}
+
+TEST_F(Host, SimulatesBetweenCalls) {
+    EXPECT_EQ(execute({{"simulate", "unplug"}, {"product", "TQ271-P"}, {"serial", "10000001"}}), Json({{"ok", true}}));
+    EXPECT_EQ(call("Good").at("responses")[0].at("status"), 500);
+}
+
+TEST_F(Host, ShowsMissingAndDoubleAnswers) {
+    EXPECT_EQ(call("Silent").at("responses").size(), 0u);
+    const auto twice = call("Twice");
+    EXPECT_EQ(twice.at("responses").size(), 2u);
+    EXPECT_THAT(host::writeJson(twice), HasSubstr("\ufffd")) << "text that is not UTF-8";
+    for (const auto name : {"Silent", "Twice"}) {
+        const auto outcome = host::readOutcome(call(name));
+        EXPECT_FALSE(outcome.succeeded());
+        EXPECT_EQ(outcome.error.at("name"), "HostError");
+    }
+    EXPECT_EQ(host::readOutcome(call("Good")).value, 50);
+}
+
+TEST_F(Host, SurvivesLinesThatItDoesNotUnderstand) {
+    const std::string lines[] = {
+        "",
+        "rubbish",
+        std::string("\0\xff\xfe\x1a", 4),
+        "[]",
+        "{}",
+        "7",
+        R"({"call": "Good"})",
+        R"({"call": 1, "texts": ["", "", "", ""]})",
+        R"({"call": "Good", "texts": ["", "", ""]})",
+        R"({"call": "Good", "texts": ["", "", "", 1]})",
+        R"({"call": "Good", "texts": ["", "", "", ""], "more": 1})",
+        R"({"call": "NoSuchExport", "texts": ["", "", "", ""]})",
+        R"({"simulate": "explode"})",
+        R"({"call": "Good", "texts": ["\ud800", "", "", ""]})",
+        std::string(3'000'000, '['),
+        R"({"simulate": ")" + std::string(3'000'000, 'x'),
+    };
+    for (const auto& line : lines) {
+        const auto answer = session.execute(line);
+        EXPECT_EQ(answer.value("ok", true), false) << line.substr(0, 80);
+        EXPECT_LT(answer.value("error", "").size(), 300u);
+    }
+    EXPECT_EQ(call("Good").at("responses").size(), 1u);
+}
+
+TEST(Plugin, SaysWhyItCannotBeLoaded) {
+    try {
+        const host::Plugin plugin("no_such_plugin");
+        FAIL();
+    } catch (const std::runtime_error& error) {
+        EXPECT_THAT(error.what(), HasSubstr("no_such_plugin: there is no such file"));
+    }
+}
+
+}  // namespace
