@@ -61,12 +61,12 @@ std::string errorText(const Json& error) {
     return line;
 }
 
-void printDetails(std::FILE* stream, Detail detail, const Json& exchange) {
+void printDetails(std::FILE* stream, Detail detail, const Outcome& outcome, const Json& exchange) {
     const auto row = [&](const char* name, const std::string& value) {
         write(stream, "  " + paint(stream, dim, name) + value + "\n");
     };
     for (const auto& response : exchange.at("responses")) {
-        row("status  ", text(response.at("status")));
+        row("status  ", paint(stream, outcome.succeeded() ? green : red, text(response.at("status"))));
         row("answer  ", text(response.at("text")));
     }
     for (const auto& event : exchange.at("events"))
@@ -115,7 +115,7 @@ Json describe(const Request& request, const Outcome& outcome, const Json& exchan
 void print(std::FILE* stream, Detail detail, const Request& request, const Outcome& outcome, const Json& exchange) {
     if (detail != Detail::compact) {
         write(stream, paint(stream, bold, requestText(request)) + "\n");
-        printDetails(stream, detail, exchange);
+        printDetails(stream, detail, outcome, exchange);
         if (!outcome.status.is_null()) return;
     }
     const auto succeeded = outcome.error.is_null();
