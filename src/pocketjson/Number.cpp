@@ -12,14 +12,14 @@ bool isDigit(char byte) {
     return byte >= '0' && byte <= '9';
 }
 
-// The power of ten of the first significant digit: 2 for "123.4", -2 for "0.0123e0". The exponent counts as a huge one
-// when it does not fit.
+// Roughly the power of ten of a number: exact enough to tell one that is too large for a double from one that is too
+// small. The exponent counts as a huge one when it does not fit.
 std::int64_t magnitude(std::string_view unsignedNumber) {
     const auto mantissaEnd = std::min(unsignedNumber.find_first_of("eE"), unsignedNumber.size());
     const auto mantissa = unsignedNumber.substr(0, mantissaEnd);
     const auto point = std::min(mantissa.find('.'), mantissa.size());
     const auto leading = std::min(mantissa.find_first_of("123456789"), mantissa.size());
-    const auto position = static_cast<std::int64_t>(point) - static_cast<std::int64_t>(leading) - (leading < point);
+    const auto position = static_cast<std::int64_t>(point) - static_cast<std::int64_t>(leading);
 
     constexpr std::int64_t kHuge = std::numeric_limits<std::int64_t>::max() / 4;
     std::int64_t exponent = 0;
