@@ -37,6 +37,10 @@ bool showsColours(std::FILE* stream) {
            SetConsoleMode(console, mode | ENABLE_VIRTUAL_TERMINAL_PROCESSING);
 }
 
+bool isTerminal(std::FILE* stream) {
+    return _isatty(_fileno(stream));
+}
+
 #else
 
 std::vector<std::string> arguments(int argc, char** argv) {
@@ -46,7 +50,11 @@ std::vector<std::string> arguments(int argc, char** argv) {
 void prepareStandardStreams() {}
 
 bool showsColours(std::FILE* stream) {
-    return !std::getenv("NO_COLOR") && isatty(fileno(stream));
+    return !std::getenv("NO_COLOR") && isTerminal(stream);
+}
+
+bool isTerminal(std::FILE* stream) {
+    return isatty(fileno(stream));
 }
 
 #endif

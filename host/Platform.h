@@ -14,6 +14,8 @@ std::vector<std::string> arguments(int argc, char** argv);
 /// Makes the standard streams carry UTF-8 bytes as they are written, with no line ends changed.
 void prepareStandardStreams();
 
+bool isTerminal(std::FILE* stream);
+
 /// True when the stream is a terminal that shows colours.
 bool showsColours(std::FILE* stream);
 

@@ -109,6 +109,65 @@ int runBatch(const host::Session& session) {
     return 0;
 }
 
+void addRequests(CLI::App& app, Options& options) {
+    app.add_subcommand("list", "List the monitors")
+        ->add_flag("--update", options.update, "Look for connected monitors afresh");
+    const auto add = [&](const std::string& name, const std::string& what) {
+        const auto command = app.add_subcommand(name, what);
+        command->add_option("resource", options.resource, "An export, such as Brightness")->required();
+        command->add_option("--monitor", options.monitor, "The monitor, as PRODUCT/SERIAL; otherwise the first listed");
+        command->add_option("--query", options.query, "Query options, as JSON or as name[=value],...");
+        return command;
+    };
+    add("get", "Read a resource");
+    add("put", "Write a resource")->add_option("body", options.body, "The body, usually JSON")->required();
+    add("post", "Post to a resource")->add_option("body", options.body, "The body, usually JSON");
+    add("delete", "Delete a resource");
+}
+
+/// Carries out one line of the shell. Returns false to end it.
+bool runLine(const host::Session& session, Options options, const std::string& line) {
+    CLI::App app("One command a line; # begins a comment.", "");
+    app.require_subcommand(1);
+    addRequests(app, options);
+    std::string simulation;
+    app.add_subcommand("simulate", "Start a simulation, as in a batch")
+        ->add_option("JSON", simulation, "The simulation")
+        ->required();
+    app.add_subcommand("quit", "Leave the shell");
+    try {
+        app.parse(line, false);
+        const auto command = app.get_subcommands().front()->get_name();
+        if (command == "quit") return false;
+        if (command == "simulate")
+            simulator::simulate(host::parseJson(simulation));
+        else
+            runRequest(session, command, options);
+    } catch (const CLI::ParseError& error) {
+        app.exit(error, std::cout, std::cerr);
+    } catch (const std::exception& error) {
+        std::cerr << error.what() << '\n';
+    }
+    return true;
+}
+
+/// The shell asks for lines on a terminal, and shows them when they come from elsewhere.
+int runShell(const host::Session& session, const Options& options) {
+    const bool asking = host::isTerminal(stdin);
+    const auto prompt = [&] {
+        if (asking) std::cout << "pellhost> " << std::flush;
+    };
+    std::string line;
+    for (prompt(); std::getline(std::cin, line); prompt()) {
+        const auto first = line.find_first_not_of(" \t\r");
+        if (!asking && !options.json) std::cout << line << std::endl;
+        if (first == std::string::npos || line[first] == '#') continue;
+        if (!runLine(session, options, line)) break;
+        if (!options.json) std::cout << std::endl;
+    }
+    return 0;
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -127,20 +186,8 @@ int main(int argc, char** argv) {
     app.add_flag("--json", options.json, "One JSON document on the standard output");
     app.add_flag("-v,--verbose", options.verbose, "Show the request, the answer and the log line");
     app.add_flag("-t,--trace", options.trace, "Show the companion functions that were called, too");
-
-    app.add_subcommand("list", "List the monitors")
-        ->add_flag("--update", options.update, "Look for connected monitors afresh");
-    const auto addRequest = [&](const std::string& name, const std::string& what) {
-        const auto command = app.add_subcommand(name, what);
-        command->add_option("resource", options.resource, "An export, such as Brightness")->required();
-        command->add_option("--monitor", options.monitor, "The monitor, as PRODUCT/SERIAL; otherwise the first listed");
-        command->add_option("--query", options.query, "Query options, as JSON or as name[=value],...");
-        return command;
-    };
-    addRequest("get", "Read a resource");
-    addRequest("put", "Write a resource")->add_option("body", options.body, "The body, usually JSON")->required();
-    addRequest("post", "Post to a resource")->add_option("body", options.body, "The body, usually JSON");
-    addRequest("delete", "Delete a resource");
+    addRequests(app, options);
+    app.add_subcommand("shell", "Carry out such commands line by line, on monitors that keep their settings");
     app.add_subcommand("batch", "Carry out JSON lines from the standard input and answer each with a JSON line");
 
     try {
@@ -162,7 +209,9 @@ int main(int argc, char** argv) {
         const host::Session session(options.plugin.empty() ? host::Plugin::defaultFile()
                                                            : host::fromUtf8(options.plugin));
         const auto command = app.get_subcommands().front()->get_name();
-        return command == "batch" ? runBatch(session) : runRequest(session, command, options);
+        if (command == "batch") return runBatch(session);
+        if (command == "shell") return runShell(session, options);
+        return runRequest(session, command, options);
     } catch (const UsageError& error) {
         return fail(error, wrongUsage);
     } catch (const std::invalid_argument& error) {  // a scenario, a simulation or an export that does not exist

@@ -23,7 +23,7 @@ extern "C" {
 #undef RESOURCE
 
 /// The host may call this after loading the plug-in. Everything is made when it is first needed, so nothing happens.
-void Setup(const char*, const char*, const char*, const char*) noexcept {}
+std::uint32_t Setup(const char*, const char*, const char*, const char*) noexcept { return 0; }
 
 // TearDown has no code here: it is libdmc's DmCtrlRelease under another name.
 }
