@@ -160,8 +160,9 @@ int runShell(const host::Session& session, const Options& options) {
     std::string line;
     for (prompt(); std::getline(std::cin, line); prompt()) {
         const auto first = line.find_first_not_of(" \t\r");
-        if (!asking && !options.json) std::cout << line << std::endl;
-        if (first == std::string::npos || line[first] == '#') continue;
+        const bool isCommand = first != std::string::npos && line[first] != '#';
+        if (!asking && !options.json) std::cout << (isCommand ? "> " : "") << line << std::endl;
+        if (!isCommand) continue;
         if (!runLine(session, options, line)) break;
         if (!options.json) std::cout << std::endl;
     }
