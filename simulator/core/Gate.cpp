@@ -1,5 +1,6 @@
 #include "simulator/core/Gate.h"
 
+#include <algorithm>
 #include <cmath>
 #include <mutex>
 #include <stdexcept>
@@ -20,17 +21,53 @@ void fillOutputs(std::initializer_list<Output> outputs, const Json& values) {
             throw std::invalid_argument("output " + std::to_string(i + 1) + " does not suit the function");
 }
 
-/// Compares as doubles, which hold every 32-bit number.
-bool within(const Json& setting, const Json& value) {
-    if (!setting.contains("min")) return true;
-    return value.is_number() && value.get<double>() >= setting.at("min").get<double>() &&
-           value.get<double>() <= setting.at("max").get<double>();
+bool contains(const Json& list, const Json& item) {
+    return std::find(list.begin(), list.end(), item) != list.end();
+}
+
+/// Of a list or a record: each of its numbers. Compares as doubles, which hold every 32-bit number.
+bool within(const Json& minimum, const Json& maximum, const Json& value) {
+    if (!value.is_structured())
+        return value.is_number() && value.get<double>() >= minimum.get<double>() &&
+               value.get<double>() <= maximum.get<double>();
+    const auto limit = [](const Json& limits, const std::string& name) {
+        return limits.is_object() ? limits.at(name) : limits;
+    };
+    const auto items = value.items();
+    return std::all_of(items.begin(), items.end(), [&](const auto& item) {
+        return within(limit(minimum, item.key()), limit(maximum, item.key()), item.value());
+    });
 }
 
 }  // namespace
 
 void setGateObserver(GateObserver newObserver) {
     observer = newObserver;
+}
+
+Json* part(Json& setting, const Json& key) {
+    auto& value = setting["value"];
+    if (key.is_null()) return &value;
+    if (value.is_array()) return key.is_number() && key < value.size() ? &value[key.get<std::size_t>()] : nullptr;
+    const auto found = value.find(key.is_number() ? key.dump() : key.get<std::string>());
+    return found == value.end() ? nullptr : &*found;
+}
+
+Answer readSetting(Json& setting, const Json& key) {
+    const auto kept = part(setting, key);
+    return kept ? answer(*kept) : Answer{result::invalidArgument};
+}
+
+Answer writeSetting(Json& setting, const Json& key, const Json& value) {
+    const auto kept = part(setting, key);
+    if (!kept || value.is_null()) return {result::invalidArgument};
+    if (setting.contains("of") && !contains(setting.at("of"), value)) return {result::invalidArgument};
+    if (setting.contains("size") && value.get_ref<const std::string&>().size() >= setting.at("size"))
+        return {result::invalidBufferSize};
+    if (value.is_array() && value.size() != kept->size()) return {result::invalidDataSize};
+    if (setting.contains("min") && !within(setting.at("min"), setting.at("max"), value)) return {result::outOfRange};
+    *kept = value;
+    return {};
 }
 
 Presence::Presence() {
@@ -119,35 +156,38 @@ DmResult MonitorCall::run(const char* feature, const MonitorWork& work, std::ini
         outputs);
 }
 
-std::int32_t MonitorCall::supports(const char* feature) {
+std::int32_t MonitorCall::supports(const char* feature, const std::function<bool(Monitor&)>& condition) {
     return static_cast<std::int32_t>(pass(
         [&](World& world) {
             const auto monitor = world.findMonitor(product_, serial_);
-            return Answer{monitor && monitor->supports(feature) ? 1u : 0u};
+            return Answer{monitor && monitor->supports(feature) && (!condition || condition(*monitor)) ? 1u : 0u};
         },
         {}));
 }
 
-DmResult MonitorCall::get(const char* setting, Output value) {
-    return run(setting, [&](Monitor& monitor) { return answer(monitor.setting(setting).at("value")); }, {value});
+DmResult MonitorCall::get(const char* setting, Output value, const Json& key) {
+    return run(setting, [&](Monitor& monitor) { return readSetting(monitor.setting(setting), key); }, {value});
 }
 
-DmResult MonitorCall::set(const char* setting) {
-    return run(setting, [&](Monitor& monitor) {
-        auto& kept = monitor.setting(setting);
-        if (!within(kept, arguments_.back())) return Answer{result::outOfRange};
-        kept["value"] = arguments_.back();
-        return Answer();
-    });
-}
-
-DmResult MonitorCall::range(const char* setting, Output minimum, Output maximum) {
+DmResult MonitorCall::set(const char* setting, const Json& key) {
     return run(setting,
-               [&](Monitor& monitor) {
-                   const auto& kept = monitor.setting(setting);
-                   return answer(kept.at("min"), kept.at("max"));
-               },
-               {minimum, maximum});
+               [&](Monitor& monitor) { return writeSetting(monitor.setting(setting), key, arguments_.back()); });
+}
+
+DmResult MonitorCall::members(const char* setting, std::initializer_list<const char*> names,
+                              std::initializer_list<Output> outputs) {
+    return run(
+        setting,
+        [&](Monitor& monitor) {
+            Answer answer;
+            for (const auto name : names) answer.outputs.push_back(monitor.setting(setting).at(name));
+            return answer;
+        },
+        outputs);
+}
+
+DmResult MonitorCall::count(const char* setting, const char* member, Output count) {
+    return run(setting, [&](Monitor& monitor) { return answer(monitor.setting(setting).at(member).size()); }, {count});
 }
 
 DmResult MonitorCall::getPercentage(const char* setting, Output percentage) {
@@ -163,7 +203,7 @@ DmResult MonitorCall::getPercentage(const char* setting, Output percentage) {
 
 DmResult MonitorCall::setPercentage(const char* setting) {
     return run(setting, [&](Monitor& monitor) {
-        if (!within({{"min", 0}, {"max", 100}}, arguments_.back())) return Answer{result::outOfRange};
+        if (!within(0, 100, arguments_.back())) return Answer{result::outOfRange};
         auto& kept = monitor.setting(setting);
         const auto minimum = kept.at("min").get<double>();
         const auto span = kept.at("max").get<double>() - minimum;

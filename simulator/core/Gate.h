@@ -1,11 +1,11 @@
 // The gate that every simulated function passes: it journals the call, applies scripted results and finds the monitor.
 //
-// A function is one line:
+// A function is one expression:
 //   DmResult DmCtrlGetX(const char* serial, const char* product, uint32_t* x) {
 //       return monitorCall(__func__, serial, product).get("x", x);
 //   }
-// `run` beneath takes work of any kind: it is handed the monitor and answers a result and the out-parameters as JSON,
-// which the same outputs write that write scripted ones.
+// libdmc/Functions.h makes one line of the common ones. `run` beneath takes work of any kind: it is handed the monitor
+// and answers a result and the out-parameters as JSON, which the same outputs write that write scripted ones.
 #pragma once
 
 #include <libdmc.h>
@@ -22,10 +22,13 @@ namespace simulator {
 namespace result {
 inline constexpr std::uint32_t success = 0;
 inline constexpr std::uint32_t failed = 0x80000000;
+inline constexpr std::uint32_t invalidArgument = 0x80000001;
+inline constexpr std::uint32_t invalidBufferSize = 0x80000003;
 inline constexpr std::uint32_t unsupported = 0x80000007;
 inline constexpr std::uint32_t outOfRange = 0x8000000A;
 inline constexpr std::uint32_t noMoreData = 0x8000000B;
 inline constexpr std::uint32_t invalidPrecondition = 0x80000015;
+inline constexpr std::uint32_t invalidDataSize = 0x8000001B;
 inline constexpr std::uint32_t connectionError = 0x80010001;
 inline constexpr std::uint32_t criticalSectionOwned = 0x8001000A;
 }  // namespace result
@@ -43,6 +46,13 @@ Answer answer(const Values&... values) {
     (answer.outputs.push_back(values), ...);
     return answer;
 }
+
+/// A setting's value, or of a value that is a list or an object the part at an index or a name. Null: there is none.
+Json* part(Json& setting, const Json& key);
+
+/// Answers that part, or replaces it by a value that suits the setting and is as long as the list that it replaces.
+Answer readSetting(Json& setting, const Json& key);
+Answer writeSetting(Json& setting, const Json& key, const Json& value);
 
 /// Tells the observer of a call from its first allocation to its last.
 class Presence {
@@ -120,13 +130,17 @@ class MonitorCall : public Call {
     /// As `run`; result::unsupported when the monitor lacks the feature.
     DmResult run(const char* feature, const MonitorWork& work, std::initializer_list<Output> outputs = {});
 
-    /// 1 or 0; 0 for a monitor that is not connected.
-    std::int32_t supports(const char* feature);
+    /// 1 or 0; 0 for a monitor that is not connected or lacks the feature.
+    std::int32_t supports(const char* feature, const std::function<bool(Monitor&)>& condition = {});
 
-    /// A setting of the monitor. `set` keeps the last argument if it is within the setting's range.
-    DmResult get(const char* setting, Output value);
-    DmResult set(const char* setting);
-    DmResult range(const char* setting, Output minimum, Output maximum);
+    /// A setting of the monitor, or the part of it at a key; `set` writes the last argument.
+    DmResult get(const char* setting, Output value, const Json& key = {});
+    DmResult set(const char* setting, const Json& key = {});
+
+    /// What else a setting has ("min", "of" ...), in the order of the outputs; and how many items such a list has.
+    DmResult members(const char* setting, std::initializer_list<const char*> names,
+                     std::initializer_list<Output> outputs);
+    DmResult count(const char* setting, const char* member, Output count);
 
     /// The same setting as 0 to 100 per cent of its range, rounded to its steps.
     DmResult getPercentage(const char* setting, Output percentage);
@@ -139,6 +153,12 @@ class MonitorCall : public Call {
 template <class... Inputs>
 MonitorCall monitorCall(const char* function, const char* serial, const char* product, Inputs... inputs) {
     return MonitorCall(function, serial, product, inputs...);
+}
+
+/// A list of the caller's, as an input.
+template <class T>
+std::span<const T> list(const T* items, std::uint32_t count) {
+    return {items, items ? count : 0};
 }
 
 template <class... Inputs>

@@ -1,6 +1,8 @@
 // C values as JSON and back: one set of conversions for the journal, for settings and for scripted outputs.
 #pragma once
 
+#include <members.h>
+
 #include <algorithm>
 #include <cmath>
 #include <concepts>
@@ -17,18 +19,6 @@
 namespace simulator {
 
 using Json = nlohmann::json;
-
-template <class Record, class T>
-struct Member {
-    const char* name;
-    T Record::*pointer;
-};
-template <class Record, class T>
-Member(const char*, T Record::*) -> Member<Record, T>;
-
-/// The members of a record, specialised per record: `std::tuple(Member{"luminance", &DmTarget::luminance}, ...)`.
-template <class Record>
-inline constexpr auto members = nullptr;
 
 namespace detail {
 
@@ -68,7 +58,7 @@ Json toJson(const T& value) {
     } else {
         auto object = Json::object();
         std::apply([&](const auto&... member) { ((object[member.name] = toJson(value.*member.pointer)), ...); },
-                   members<T>);
+                   companions::members<T>);
         return object;
     }
 }
@@ -83,6 +73,7 @@ requires std::is_class_v<Record> Json toJson(const Record* record) {
     return record ? toJson(*record) : Json();
 }
 
+/// A list that is passed by its address and its count.
 template <class T>
 Json toJson(std::span<const T> items) {
     auto list = Json::array();
@@ -131,7 +122,7 @@ bool fromJson(const Json& json, T& value) {
             ++known;
             return fromJson(*found, value.*member.pointer);
         };
-        return std::apply([&](const auto&... member) { return (write(member) && ...); }, members<T>) &&
+        return std::apply([&](const auto&... member) { return (write(member) && ...); }, companions::members<T>) &&
                known == json.size();
     }
 }

@@ -2,6 +2,7 @@
 
 #include <libdmc.h>
 
+#include <cmath>
 #include <stdexcept>
 
 #include "simulator/core/Generated.h"
@@ -18,21 +19,55 @@ std::string name(const Json& monitor, const char* member, std::size_t bufferSize
     return text;
 }
 
-Monitor readMonitor(const Json& json, Json settings) {
+Json ramp(std::size_t size, double maximum) {
+    auto list = Json::array();
+    for (std::size_t i = 0; i < size; ++i)
+        list.push_back(std::llround(maximum * static_cast<double>(i) / static_cast<double>(size - 1)));
+    return list;
+}
+
+Json grid(const Json& levels) {
+    auto list = Json::array();
+    for (const auto& red : levels)
+        for (const auto& green : levels)
+            for (const auto& blue : levels) list.push_back({{"red", red}, {"green", green}, {"blue", blue}});
+    return list;
+}
+
+/// Replaces the objects that stand for lists.
+void generateLists(Json& json) {
+    if (json.contains("ramp"))
+        json = ramp(json.at("ramp").get<std::size_t>(), json.at("max").get<double>());
+    else if (json.contains("grid"))
+        json = grid(json.at("grid"));
+    else if (json.is_structured())
+        for (auto& part : json) generateLists(part);
+}
+
+Monitor readMonitor(const Json& json, const Json& products, Json settings) {
     Monitor monitor;
     monitor.product = name(json, "product", DM_PRODUCT_SIZE);
     monitor.serial = name(json, "serial", DM_SERIAL_SIZE);
-    monitor.unsupported = json.value("unsupported", std::vector<std::string>());
     monitor.connected = monitor.found = json.value("connected", true);
-    settings.merge_patch(json.value("settings", Json::object()));
+    for (const auto& source : {products.value(monitor.product, Json::object()), json}) {
+        for (const auto& feature : source.value("unsupported", Json::array()))
+            monitor.unsupported.push_back(feature.get<std::string>());
+        settings.merge_patch(source.value("settings", Json::object()));
+    }
+    generateLists(settings);
+    monitor.saved = settings;
     monitor.settings = std::move(settings);
     return monitor;
 }
 
 }  // namespace
 
-bool Monitor::supports(std::string_view feature) const {
-    return std::find(unsupported.begin(), unsupported.end(), feature) == unsupported.end();
+bool Monitor::supports(const std::string& feature) const {
+    const auto lacks = [&](const std::string& name) {
+        return std::find(unsupported.begin(), unsupported.end(), name) != unsupported.end();
+    };
+    const auto setting = settings.find(feature);
+    return !lacks(feature) && (setting == settings.end() || !lacks(setting->value("feature", feature)));
 }
 
 const Json& World::builtInScenario() {
@@ -43,7 +78,8 @@ const Json& World::builtInScenario() {
 World::World(const Json& scenario) try {
     auto settings = builtInScenario().at("settings");
     settings.merge_patch(scenario.value("settings", Json::object()));
-    for (const auto& monitor : scenario.at("monitors")) monitors_.push_back(readMonitor(monitor, settings));
+    const auto products = scenario.value("products", Json::object());
+    for (const auto& monitor : scenario.at("monitors")) monitors_.push_back(readMonitor(monitor, products, settings));
 } catch (const std::exception& error) {
     throw std::invalid_argument(std::string("not a scenario: ") + error.what());
 }

@@ -1,14 +1,23 @@
 // The monitors that exist only in memory.
 //
 // They come from a scenario, a JSON document; scenario.json is the built-in one and shows the form:
-//   "settings"  what every monitor keeps, by name: an object with the "value" and, for a number, "min" and "max"
+//   "settings"  what every monitor keeps, by name: an object that may have
+//               "value"        a number, text, list or record; or one for each mode or colour, as a list or an object
+//               "min", "max"   the range of all numbers in the value; objects when its members have their own
+//               "of"           a list of the values that there are
+//               "size"         of a text, the closing NUL included
+//               "feature"      the feature that it belongs to, unless it is one itself
+//   "products"  by name: what a product has of "unsupported" and "settings", as a monitor below
 //   "monitors"  in the order of the enumeration; each has "product" and "serial" and may have
 //               "unsupported"  names of features that it lacks (a setting's name is one too)
 //               "settings"     what differs from the common settings
 //               "connected"    false: it can be plugged in later
-// What a scenario leaves out of "settings" is as in the built-in one.
+// What a scenario leaves out of "settings" is as in the built-in one. Anywhere in the settings, two objects stand for
+// long lists: {"ramp": N, "max": M} for N numbers that rise from 0 to M, and {"grid": [levels]} for a colour at each
+// point of a cube, blue changing fastest.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -22,11 +31,14 @@ struct Monitor {
     std::string serial;
     std::vector<std::string> unsupported;
     Json settings;
+    Json saved;                                 ///< the settings that a reset brings back
+    std::optional<std::uint32_t> selectedMode;  ///< of the settings that each mode has, unless it is the current one
     bool connected = true;
     bool found = true;  ///< known to the monitor-control library: enumerated, and its functions work
     bool inCriticalSection = false;
 
-    bool supports(std::string_view feature) const;
+    /// Of a setting also: whether it supports the feature that the setting belongs to.
+    bool supports(const std::string& feature) const;
 
     /// The named setting; throws std::out_of_range when the scenario has none.
     Json& setting(const std::string& name) { return settings.at(name); }

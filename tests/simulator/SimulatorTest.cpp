@@ -139,10 +139,10 @@ struct Patch {
 }  // namespace
 
 template <>
-inline constexpr auto simulator::members<Patch> = std::tuple(Member{"luminance", &Patch::luminance},
-                                                             Member{"index", &Patch::index},
-                                                             Member{"name", &Patch::name},
-                                                             Member{"triple", &Patch::triple});
+inline constexpr auto companions::members<Patch> = std::tuple(Member{"luminance", &Patch::luminance},
+                                                              Member{"index", &Patch::index},
+                                                              Member{"name", &Patch::name},
+                                                              Member{"triple", &Patch::triple});
 
 namespace {
 
