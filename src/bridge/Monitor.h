@@ -6,11 +6,13 @@
 // `checkMonitorControl`. Types are deduced from the C prototype; a function of the wrong shape does not compile.
 #pragma once
 
-#include <array>
+#include <algorithm>
+#include <cstdint>
 #include <string>
 #include <tuple>
 #include <type_traits>
 #include <utility>
+#include <vector>
 
 #include "bridge/Errors.h"
 #include "pocketjson/Value.h"
@@ -75,9 +77,17 @@ class Monitor {
         : serial(std::move(serialText)), product(std::move(productText)) {}
 
     /// Whether a DmCtrlSupported... function answers non-zero. Its answer is no result code and is not checked.
+    template <class Callable, class... Inputs>
+    bool supports(Callable function, Inputs... inputs) const {
+        return detail::resolve(function)(serial.c_str(), product.c_str(), inputs...) != 0;
+    }
+
+    /// Whether a function with one out-parameter can be read: support, where no function tells of it.
     template <class Callable>
-    bool supports(Callable function) const {
-        return detail::resolve(function)(serial.c_str(), product.c_str()) != 0;
+    bool canRead(Callable function) const {
+        typename detail::OutputValues<typename detail::Checked<Callable>::Parameters, 0, std::index_sequence<0>>::Tuple
+            output{};
+        return detail::resolve(function)(serial.c_str(), product.c_str(), &std::get<0>(output)) >= 0;
     }
 
     /// The value of the one out-parameter, or a tuple of several. Zero where the library wrote nothing.
@@ -104,6 +114,33 @@ class Monitor {
         return value;
     }
 
+    /// The items of a function that ends in (items, count*): asked for their count first, then for the items. Never
+    /// more than `maximumItems`, nor than the library returned, whatever count it told before.
+    template <class Callable, class... Inputs>
+    auto enumerate(Callable function, const char* action, Inputs... inputs) const {
+        using Parameters = typename detail::Checked<Callable>::Parameters;
+        static_assert(std::tuple_size_v<Parameters> == sizeof...(Inputs) + 2,
+                      "a monitor function that is enumerated ends in its items and their count");
+        using Items = std::tuple_element_t<sizeof...(Inputs), Parameters>;
+        std::uint32_t count = 0;
+        write(function, action, inputs..., Items{nullptr}, &count);
+        count = std::min(count, maximumItems);
+        std::vector<std::remove_pointer_t<Items>> items(count);
+        if (count > 0) write(function, action, inputs..., items.data(), &count);
+        items.resize(std::min<std::size_t>(count, items.size()));
+        return items;
+    }
+
+    /// The text of a function that ends in (buffer, size), in a buffer of the size that the other function tells.
+    template <class SizeCallable, class Callable, class... Inputs>
+    std::string readText(SizeCallable sizeFunction, Callable function, const char* action, Inputs... inputs) const {
+        const std::uint32_t size = std::min(read(sizeFunction, action), maximumText);
+        std::string text(size, '\0');
+        write(function, action, inputs..., text.data(), size);
+        text.resize(std::min(text.find('\0'), text.size()));
+        return text;
+    }
+
     /// Calls a function with all of its arguments.
     template <class Callable, class... Arguments>
     void write(Callable function, const char* action, Arguments... arguments) const {
@@ -111,6 +148,9 @@ class Monitor {
                       "a monitor function is called with every argument after serial and product");
         checkMonitorControl(detail::resolve(function)(serial.c_str(), product.c_str(), arguments...), action);
     }
+
+    static constexpr std::uint32_t maximumItems = 1U << 20;
+    static constexpr std::uint32_t maximumText = 4096;
 
     const std::string serial;
     const std::string product;

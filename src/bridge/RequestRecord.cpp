@@ -18,13 +18,6 @@ std::string_view viewOf(const char* text) noexcept {
     return text ? std::string_view(text) : std::string_view();
 }
 
-Value parseText(std::string_view text) {
-    Value value;
-    std::string message;
-    if (!pocketjson::parse(message, value, text.data(), text.data() + text.size())) value = nullptr;
-    return value;
-}
-
 constexpr char upperCase(char character) noexcept {
     return character >= 'a' && character <= 'z' ? static_cast<char>(character - 'a' + 'A') : character;
 }
@@ -34,15 +27,14 @@ constexpr char upperCase(char character) noexcept {
 RequestRecord RequestRecord::parse(const CallTexts& texts) {
     RequestRecord record;
     record.requestBodyText = viewOf(texts.body);
-    record.requestOptions = parseText(viewOf(texts.options));
-    record.requestParams = parseText(viewOf(texts.params));
-    record.requestQuery = parseText(viewOf(texts.query));
+    record.requestOptions = pocketjson::parseOrNull(viewOf(texts.options));
+    record.requestParams = pocketjson::parseOrNull(viewOf(texts.params));
+    record.requestQuery = pocketjson::parseOrNull(viewOf(texts.query));
 
     std::string message;
-    const std::string& body = record.requestBodyText;
-    if (!pocketjson::parse(message, record.requestBody, body.data(), body.data() + body.size())) {
+    if (!pocketjson::parse(message, record.requestBody, record.requestBodyText)) {
         record.requestBody = nullptr;
-        if (!body.empty()) record.requestBody = body;
+        if (!record.requestBodyText.empty()) record.requestBody = record.requestBodyText;
     }
     return record;
 }

@@ -52,4 +52,12 @@ inline bool parse(std::string& errorMessage, SaxHandler& target, std::string_vie
     return parse(errorMessage, target, text.data(), text.data() + text.size(), flags);
 }
 
+/// The value of a text, or null when it cannot be parsed.
+inline Value parseOrNull(std::string_view text) {
+    Value value;
+    std::string message;
+    if (!parse(message, value, text)) value = nullptr;
+    return value;
+}
+
 }  // namespace pocketjson

@@ -1,26 +1,16 @@
 // The saturation of the whole picture, in steps.
-#include "bridge/Resource.h"
+#include "bridge/Setting.h"
 
 namespace torvo::bridge {
 
-class Saturation final : public MonitorBridgeTemplate {
-    using MonitorBridgeTemplate::MonitorBridgeTemplate;
-
-    void Get(BridgeResult& result, const Monitor& monitor, const RequestRecord& request) override {
-        const Value& query = request.requestQuery;
-        if (query.has("supports"))
-            result.value = monitor.supports(DmCtrlSupported6ColorsSaturation);
-        else if (query.has("range"))
-            result.value = monitor.range(DmCtrlGetRange6ColorsSaturation, "Get saturation range.");
-        else
-            result.value = monitor.read(DmCtrlGet6ColorsSaturation, "Get saturation.");
-    }
-
-    void Put(BridgeResult&, const Monitor& monitor, const RequestRecord& request) override {
-        const Value& data = request.data();
-        checkRequest(data.isNumber(), "data must be number.");
-        monitor.write(DmCtrlSet6ColorsSaturation, "Set saturation.", data.asUInt());
-    }
+class Saturation final : public Setting<Saturation, Number> {
+ public:
+    using Setting::Setting;
+    static constexpr auto supported = DmCtrlSupported6ColorsSaturation;
+    static constexpr Step range{DmCtrlGetRange6ColorsSaturation, "Get saturation range."};
+    static constexpr Step get{DmCtrlGet6ColorsSaturation, "Get saturation."};
+    static constexpr Step set{DmCtrlSet6ColorsSaturation, "Set saturation."};
+    static constexpr auto refusal = "data must be number.";
 };
 
 template std::uint32_t serve<Saturation>(const char*, const CallTexts&) noexcept;
