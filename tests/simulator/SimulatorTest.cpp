@@ -232,6 +232,159 @@ TEST_F(Simulator, KeepsSettingsPerMonitorWithinTheirRange) {
     EXPECT_EQ(step, 150u) << "back to the scenario that was loaded";
 }
 
+std::uint32_t code(DmResult result) {
+    return static_cast<std::uint32_t>(result);
+}
+
+TEST_F(Simulator, ReplacesRecordsAndTheirMembersWithinTheirRange) {
+    DmSixColors colors{1, 2, 3, 4, 5, 200};
+    EXPECT_EQ(DmCtrlSet6ColorsAllLightness(a.serial, a.product, &colors), 0);
+    colors.red = 201;
+    EXPECT_EQ(code(DmCtrlSet6ColorsAllLightness(a.serial, a.product, &colors)), 0x8000000A);
+    EXPECT_EQ(code(DmCtrlSet6ColorsAllLightness(a.serial, a.product, nullptr)), 0x80000001);
+    EXPECT_EQ(DmCtrlGet6ColorsAllLightness(a.serial, a.product, &colors), 0);
+    EXPECT_EQ(simulator::toJson(colors),
+              Json({{"red", 1}, {"green", 2}, {"blue", 3}, {"cyan", 4}, {"magenta", 5}, {"yellow", 200}}));
+
+    const auto set = [](std::uint32_t color, double x, double y) {
+        const DmChromaticity chromaticity{x, y};
+        return code(DmCtrlSetChromaticity(a.serial, a.product, color, &chromaticity));
+    };
+    EXPECT_EQ(set(DM_COLOR_GREEN, 0.3, 0.8), 0u);
+    EXPECT_EQ(set(DM_COLOR_GREEN, 0.8, 0.3), 0x8000000A) << "x and y have limits of their own";
+    EXPECT_EQ(set(DM_COLOR_GREEN, std::nan(""), 0.3), 0x8000000A);
+    EXPECT_EQ(set(4, 0.3, 0.3), 0x80000001);
+    DmPrimaries primaries{};
+    EXPECT_EQ(DmCtrlGetRGBWChromaticities(a.serial, a.product, &primaries), 0);
+    EXPECT_EQ(simulator::toJson(primaries.green), Json({{"x", 0.3}, {"y", 0.8}}));
+    EXPECT_EQ(primaries.white.x, 0.3127);
+}
+
+TEST_F(Simulator, KeepsTablesOfTheirLength) {
+    const auto get = [](std::uint32_t depth, std::uint32_t color) {
+        std::uint32_t count = 0;
+        EXPECT_EQ(DmCtrlGetLUT(a.serial, a.product, depth, color, nullptr, &count), 0);
+        std::vector<std::uint32_t> values(count);
+        EXPECT_EQ(DmCtrlGetLUT(a.serial, a.product, depth, color, values.data(), &count), 0);
+        return values;
+    };
+    auto table = get(8, DM_COLOR_BLUE);
+    ASSERT_EQ(table.size(), 256u);
+    EXPECT_EQ(table[1], 1u);
+    EXPECT_EQ(table.back(), 255u);
+    EXPECT_EQ(get(10, DM_COLOR_RED).size(), 1024u);
+
+    const struct {
+        std::uint32_t depth, color, count, last, result;
+    } cases[] = {
+        {8, DM_COLOR_BLUE, 256, 7, 0},           {8, DM_COLOR_BLUE, 256, 256, 0x8000000A},
+        {8, DM_COLOR_BLUE, 255, 8, 0x8000001B},  {10, DM_COLOR_BLUE, 256, 8, 0x8000001B},
+        {8, DM_COLOR_WHITE, 256, 8, 0x80000001}, {9, DM_COLOR_BLUE, 256, 8, 0x80000001},
+    };
+    for (const auto& test : cases) {
+        table.back() = test.last;
+        EXPECT_EQ(code(DmCtrlSetLUT(a.serial, a.product, test.depth, test.color, table.data(), test.count)),
+                  test.result);
+    }
+    EXPECT_EQ(code(DmCtrlSetLUT(a.serial, a.product, 8, DM_COLOR_BLUE, nullptr, 256)), 0x8000001B);
+    ASSERT_EQ(get(8, DM_COLOR_BLUE).size(), 256u);
+    EXPECT_EQ(get(8, DM_COLOR_BLUE).back(), 7u);
+    EXPECT_EQ(get(8, DM_COLOR_RED).back(), 255u);
+}
+
+TEST_F(Simulator, JournalsListsAndRecords) {
+    Recording recording;
+    const std::uint32_t values[] = {1, 2};
+    const DmColor color{1, 2, 3};
+    DmCtrlSetLUTAData(a.serial, a.product, DM_COLOR_GREEN, values, 2);
+    DmCtrlSet3DLUTDirect(a.serial, a.product, &color, 1);
+    const DmColorPatch patch{color, {}, {0, 1, 2, 3, 4}};
+    DmCtrlShowColorPatch(a.serial, a.product, &patch);
+    std::vector<Json> inputs;
+    for (const auto& call : recording.calls) inputs.push_back(call["arguments"].back());
+    EXPECT_THAT(inputs,
+                ElementsAre(Json({1, 2}), Json::array({{{"red", 1}, {"green", 2}, {"blue", 3}}}), Json::parse(R"({
+        "color": {"red": 1, "green": 2, "blue": 3}, "background": {"red": 0, "green": 0, "blue": 0},
+        "bounds": {"coordinate": 0, "x": 1, "y": 2, "width": 3, "height": 4}})")));
+    EXPECT_EQ(recording.calls[0]["arguments"].size(), 4u) << "a list tells its count";
+}
+
+TEST_F(Simulator, NamesItsModes) {
+    const auto name = [](const Address& monitor, std::uint32_t mode) {
+        char buffer[17] = "";
+        const auto result = DmCtrlGetFineContrastName(monitor.serial, monitor.product, mode, buffer, sizeof buffer);
+        return std::pair(code(result), std::string(buffer));
+    };
+    EXPECT_EQ(name(a, 26), std::pair(0u, std::string("Movie")));
+    EXPECT_EQ(name(b, 26).first, 0x80000001) << "the simpler product has fewer";
+    EXPECT_EQ(name(b, 25).second, "sRGB");
+    EXPECT_EQ(DmCtrlSetFineContrastName(a.serial, a.product, 26, "sixteen letters!"), 0);
+    EXPECT_EQ(code(DmCtrlSetFineContrastName(a.serial, a.product, 26, "seventeen letters")), 0x80000003);
+    EXPECT_EQ(code(DmCtrlSetFineContrastName(a.serial, a.product, 14, "new")), 0x80000001);
+    EXPECT_EQ(code(DmCtrlSetFineContrastName(a.serial, a.product, 26, nullptr)), 0x80000001);
+    EXPECT_EQ(name(a, 26).second, "sixteen letters!");
+
+    EXPECT_EQ(DmCtrlSupportedFCFunction(a.serial, a.product, 25, 0), 1);
+    EXPECT_EQ(DmCtrlSupportedFCFunction(a.serial, a.product, 25, 1), 0);
+    EXPECT_EQ(DmCtrlSupportedFCFunction(b.serial, b.product, 26, 0), 0);
+    EXPECT_EQ(code(DmCtrlSetFineContrast(a.serial, a.product, 14)), 0x80000001);
+    EXPECT_EQ(code(DmCtrlSetModeName(a.serial, a.product, 8, "new")), 0x80000001);
+    EXPECT_EQ(code(DmCtrlSetModeName(b.serial, b.product, 0, "new")), 0x80000007) << "lacks what the name belongs to";
+    EXPECT_EQ(DmCtrlSupportedModeSkip(b.serial, b.product), 0);
+}
+
+TEST_F(Simulator, SelectsModesAndResetsToWhatWasSaved) {
+    const auto hybrid = [] {
+        std::uint32_t enabled = untouched;
+        EXPECT_EQ(DmCtrlGetHybridGammaPXL(a.serial, a.product, &enabled), 0);
+        return enabled;
+    };
+    EXPECT_EQ(hybrid(), 0u) << "the current mode";
+    EXPECT_EQ(code(DmCtrlSetTargetSelectionMode(a.serial, a.product, 8)), 0x80000001);
+    EXPECT_EQ(DmCtrlSetTargetSelectionMode(a.serial, a.product, 3), 0);
+    EXPECT_EQ(DmCtrlSetHybridGammaPXL(a.serial, a.product, 1), 0);
+    EXPECT_EQ(hybrid(), 1u);
+    EXPECT_EQ(DmCtrlSetMode(a.serial, a.product, 0), 0);
+    EXPECT_EQ(hybrid(), 0u);
+    EXPECT_EQ(DmCtrlSetMode(a.serial, a.product, 3), 0);
+    EXPECT_EQ(hybrid(), 1u);
+
+    DmCtrlSetBrightnessForStep(a.serial, a.product, 60);
+    EXPECT_EQ(DmCtrlResetAtIndex(a.serial, a.product, 0, 3), 0);
+    EXPECT_EQ(hybrid(), 0u);
+    EXPECT_EQ(brightness(a).second, 60u) << "only what mode 3 has of its own";
+    EXPECT_EQ(code(DmCtrlResetAtIndex(a.serial, a.product, 0, 8)), 0x80000001);
+    EXPECT_EQ(DmCtrlSave(a.serial, a.product, 0), 0);
+    DmCtrlSetBrightnessForStep(a.serial, a.product, 70);
+    DmCtrlSetHybridGammaPXL(a.serial, a.product, 1);
+    EXPECT_EQ(DmCtrlSaveAtIndex(a.serial, a.product, 0, 3), 0);
+    EXPECT_EQ(DmCtrlReset(a.serial, a.product, 0), 0);
+    EXPECT_EQ(brightness(a).second, 60u);
+    EXPECT_EQ(hybrid(), 1u);
+    simulate({{"simulate", "reset"}});
+    EXPECT_EQ(brightness(a).second, 50u);
+}
+
+TEST_F(Simulator, GeneratesListsAndKnowsProducts) {
+    simulator::loadScenario(
+        {{"settings", {{"lut3DLevels", {{"value", {0, 9}}}}, {"lut3D", {{"value", {{"grid", {0, 9}}}}}}}},
+         {"products", {{b.product, {{"unsupported", {"lut3D"}}, {"settings", {{"brightness", {{"value", 5}}}}}}}}},
+         {"monitors",
+          {{{"product", a.product}, {"serial", a.serial}},
+           {{"product", b.product}, {"serial", b.serial}},
+           {{"product", c.product}, {"serial", c.serial}, {"settings", {{"brightness", {{"value", 6}}}}}}}}});
+    DmColor colors[9]{};
+    std::uint32_t count = 9;
+    EXPECT_EQ(DmCtrlGet3DLUTDirect(a.serial, a.product, colors, &count), 0);
+    EXPECT_EQ(count, 8u);
+    EXPECT_EQ(simulator::toJson(colors[1]), Json({{"red", 0}, {"green", 0}, {"blue", 9}}));
+    EXPECT_EQ(simulator::toJson(colors[6]), Json({{"red", 9}, {"green", 9}, {"blue", 0}}));
+    EXPECT_EQ(code(DmCtrlGet3DLUTGridCount(b.serial, b.product, &count)), 0x80000007);
+    EXPECT_EQ(brightness(a).second, 50u);
+    EXPECT_EQ(brightness(b).second, 5u);
+    EXPECT_EQ(brightness(c).second, 6u) << "a monitor says more than its product";
+}
+
 TEST_F(Simulator, RefusesWhatIsNoScenario) {
     const auto with = [](const Json& monitor) { return Json{{"monitors", Json::array({monitor})}}; };
     for (const Json& wrong :
