@@ -2,7 +2,6 @@
 
 #include <libdmc.h>
 
-#include <atomic>
 #include <cmath>
 #include <stdexcept>
 
@@ -45,19 +44,7 @@ void generateLists(Json& json) {
         for (auto& part : json) generateLists(part);
 }
 
-std::uintptr_t newHidHandle() {
-    static std::atomic<std::uintptr_t> last = 0x1000;
-    return ++last;
-}
-
-/// The parts of a scenario that a product and a monitor may say differently.
-constexpr const char* commonParts[] = {"settings", "firmware"};
-
-void replaceParts(Json& parts, const Json& source) {
-    for (const auto part : commonParts) parts[part].merge_patch(source.value(part, Json::object()));
-}
-
-Monitor readMonitor(const Json& json, const Json& products, Json parts) {
+Monitor readMonitor(const Json& json, const Json& products, Json settings) {
     Monitor monitor;
     monitor.product = name(json, "product", DM_PRODUCT_SIZE);
     monitor.serial = name(json, "serial", DM_SERIAL_SIZE);
@@ -65,11 +52,8 @@ Monitor readMonitor(const Json& json, const Json& products, Json parts) {
     for (const auto& source : {products.value(monitor.product, Json::object()), json}) {
         for (const auto& feature : source.value("unsupported", Json::array()))
             monitor.unsupported.push_back(feature.get<std::string>());
-        replaceParts(parts, source);
+        settings.merge_patch(source.value("settings", Json::object()));
     }
-    monitor.hidHandle = newHidHandle();
-    monitor.firmware = Firmware::fromScenario(parts.at("firmware"));
-    auto& settings = parts.at("settings");
     generateLists(settings);
     monitor.saved = settings;
     monitor.settings = std::move(settings);
@@ -92,10 +76,10 @@ const Json& World::builtInScenario() {
 }
 
 World::World(const Json& scenario) try {
-    auto parts = Json::object();
-    for (const auto& source : {builtInScenario(), scenario}) replaceParts(parts, source);
+    auto settings = builtInScenario().at("settings");
+    settings.merge_patch(scenario.value("settings", Json::object()));
     const auto products = scenario.value("products", Json::object());
-    for (const auto& monitor : scenario.at("monitors")) monitors_.push_back(readMonitor(monitor, products, parts));
+    for (const auto& monitor : scenario.at("monitors")) monitors_.push_back(readMonitor(monitor, products, settings));
 } catch (const std::exception& error) {
     throw std::invalid_argument(std::string("not a scenario: ") + error.what());
 }
@@ -119,13 +103,6 @@ Monitor* World::findMonitor(std::string_view product, std::string_view serial) {
     return monitor && monitor->found ? monitor : nullptr;
 }
 
-Monitor* World::findMonitor(const void* hidHandle) {
-    const auto found = std::find_if(monitors_.begin(), monitors_.end(), [&](const Monitor& monitor) {
-        return monitor.found && monitor.hidHandle == reinterpret_cast<std::uintptr_t>(hidHandle);
-    });
-    return found == monitors_.end() ? nullptr : &*found;
-}
-
 void World::find() {
     for (auto& monitor : monitors_) monitor.found = monitor.connected;
 }
@@ -138,11 +115,8 @@ bool World::plug(std::string_view product, std::string_view serial) {
 
 bool World::unplug(std::string_view product, std::string_view serial) {
     const auto monitor = lookUp(product, serial);
-    if (!monitor) return false;
-    monitor->connected = monitor->found = monitor->inCriticalSection = monitor->locked = false;
-    monitor->hidHandle = newHidHandle();
-    monitor->firmware.interrupt();
-    return true;
+    if (monitor) monitor->connected = monitor->found = monitor->inCriticalSection = false;
+    return monitor;
 }
 
 bool World::knows(std::string_view product, std::string_view serial) const {
