@@ -129,6 +129,15 @@ int32_t DmCtrlSupportedCriticalSection(const char* serial, const char* product);
 DmResult DmCtrlEnterCriticalSection(const char* serial, const char* product);
 DmResult DmCtrlExitCriticalSection(const char* serial, const char* product);
 
+/* ---- Firmware: the way to a monitor for libfwupdate, and a lock against other users of this library ------------ */
+
+/* The handle stays good while the monitor is connected. */
+DmResult DmCtrlGetHIDHandle(const char* serial, const char* product, void** handle);
+
+/* Newer versions only. */
+DmResult DmCtrlLockMonitor(const char* serial, const char* product);
+DmResult DmCtrlUnlockMonitor(const char* serial, const char* product);
+
 /* ---- Brightness and contrast: a step of the monitor's own range, or 0.0 to 100.0 per cent of it ---------------- */
 
 int32_t DmCtrlSupportedBrightness(const char* serial, const char* product);

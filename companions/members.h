@@ -3,6 +3,7 @@
 #pragma once
 
 #include <libdmc.h>
+#include <libfwupdate.h>
 
 #include <tuple>
 
@@ -71,5 +72,11 @@ template <>
 inline constexpr auto members<DmColorPatch> = std::tuple(Member{"color", &DmColorPatch::color},
                                                          Member{"background", &DmColorPatch::background},
                                                          Member{"bounds", &DmColorPatch::bounds});
+
+template <>
+inline constexpr auto members<FirmwareVersionRecord> = std::tuple(
+    Member{"system", &FirmwareVersionRecord::system}, Member{"controller", &FirmwareVersionRecord::controller},
+    Member{"frontEnd", &FirmwareVersionRecord::frontEnd}, Member{"osd", &FirmwareVersionRecord::osd},
+    Member{"fpga", &FirmwareVersionRecord::fpga});
 
 }  // namespace companions
