@@ -24,8 +24,11 @@ void BridgeHelperSetResponse(uint32_t promise, uint32_t status, const char* json
 }
 
 void BridgeHelperDispatchEvent(const char* name, const char* json) {
+    const auto recording = Recording::current();
+    bool arrived = false;
     hostCall(__func__).tell([&] {
-        if (const auto recording = Recording::current())
-            recording->events.push_back({{"name", toJson(name)}, {"text", toJson(json)}});
+        if (recording) recording->events.push_back({{"name", toJson(name)}, {"text", toJson(json)}});
+        arrived = true;
     });
+    if (arrived && recording && recording->onEvent) recording->onEvent(recording->events.back());
 }

@@ -78,6 +78,16 @@ Presence::~Presence() {
     if (observer.leave) observer.leave();
 }
 
+Intermission::Intermission() {
+    State::instance().mutex.unlock();
+    if (observer.leave) observer.leave();
+}
+
+Intermission::~Intermission() {
+    if (observer.enter) observer.enter();
+    State::instance().mutex.lock();
+}
+
 Call::Call(const char* function, bool journalled) : function_(function), journalled_(journalled) {}
 
 Answer Call::perform(const Work& work, std::initializer_list<Output> outputs, Json& entry) {

@@ -25,9 +25,14 @@ inline constexpr std::uint32_t failed = 0x80000000;
 inline constexpr std::uint32_t invalidArgument = 0x80000001;
 inline constexpr std::uint32_t invalidBufferSize = 0x80000003;
 inline constexpr std::uint32_t unsupported = 0x80000007;
+inline constexpr std::uint32_t stall = 0x80000008;
 inline constexpr std::uint32_t outOfRange = 0x8000000A;
 inline constexpr std::uint32_t noMoreData = 0x8000000B;
+inline constexpr std::uint32_t canceled = 0x8000000C;
+inline constexpr std::uint32_t locked = 0x8000000F;
+inline constexpr std::uint32_t alreadyUsed = 0x80000012;
 inline constexpr std::uint32_t invalidPrecondition = 0x80000015;
+inline constexpr std::uint32_t invalidData = 0x8000001A;
 inline constexpr std::uint32_t invalidDataSize = 0x8000001B;
 inline constexpr std::uint32_t connectionError = 0x80010001;
 inline constexpr std::uint32_t criticalSectionOwned = 0x8001000A;
@@ -61,6 +66,16 @@ class Presence {
     ~Presence();
     Presence(const Presence&) = delete;
     Presence& operator=(const Presence&) = delete;
+};
+
+/// Lets other threads at the world for a while, in the midst of a function's work. The calling thread is then the
+/// plug-in's, not the simulator's, and what it knew of the world may be wrong afterwards.
+class Intermission {
+ public:
+    Intermission();
+    ~Intermission();
+    Intermission(const Intermission&) = delete;
+    Intermission& operator=(const Intermission&) = delete;
 };
 
 /// One call of a simulated function. It lives as long as the call and never throws, unless a script says so.

@@ -4,6 +4,7 @@
 #include <mutex>
 #include <set>
 #include <stdexcept>
+#include <utility>
 
 #include "simulator/core/Generated.h"
 #include "simulator/core/State.h"
@@ -127,6 +128,33 @@ Recording::~Recording() {
 
 Recording* Recording::current() {
     return currentRecording;
+}
+
+RecordingHandover::RecordingHandover(Recording* recording) : outer_(std::exchange(currentRecording, recording)) {}
+
+RecordingHandover::~RecordingHandover() {
+    currentRecording = outer_;
+}
+
+Json openHandles() {
+    auto& state = State::instance();
+    const std::lock_guard lock(state.mutex);
+    return state.handles.count();
+}
+
+Json takeHandleFaults() {
+    auto& state = State::instance();
+    const std::lock_guard lock(state.mutex);
+    return state.handles.takeFaults();
+}
+
+Json lockedMonitors() {
+    auto& state = State::instance();
+    const std::lock_guard lock(state.mutex);
+    auto addresses = Json::array();
+    for (const auto monitor : state.world.enumerate())
+        if (monitor->locked) addresses.push_back(monitor->address());
+    return addresses;
 }
 
 }  // namespace simulator

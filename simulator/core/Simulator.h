@@ -3,6 +3,7 @@
 // All functions may be called from any thread.
 #pragma once
 
+#include <functional>
 #include <vector>
 
 #include "simulator/core/Values.h"
@@ -39,9 +40,36 @@ class Recording {
     Json events = Json::array();     ///< {"name", "text"}
     Json log = Json::array();        ///< {"name", "level", "line"}
 
+    /// Told each event as it arrives, on the thread that brings it.
+    std::function<void(const Json& event)> onEvent;
+
  private:
     Recording* outer_;
 };
+
+/// Makes another thread's recording that of this thread while it lives, for a thread that works in place of the other
+/// one. Null: none.
+class RecordingHandover {
+ public:
+    explicit RecordingHandover(Recording* recording);
+    ~RecordingHandover();
+    RecordingHandover(const RecordingHandover&) = delete;
+    RecordingHandover& operator=(const RecordingHandover&) = delete;
+
+ private:
+    Recording* outer_;
+};
+
+/// The handles of the firmware library that are open, by kind ("package", "string", "profile"): {} when there are none.
+/// Those of the process: a reset leaves them alone.
+Json openHandles();
+
+/// A list of texts: how callers misused such handles (released one twice, used a released one, released one that a
+/// transfer uses) since this was asked last.
+Json takeHandleFaults();
+
+/// A list of the monitors that DmCtrlLockMonitor keeps locked, as "PRODUCT/SERIAL".
+Json lockedMonitors();
 
 /// Called on entry to and on exit from every simulated function, on its thread, so that a test can tell the plug-in's
 /// own work from the simulator's. To be set while no request runs; null: no observer.

@@ -5,6 +5,7 @@
 #include <set>
 #include <string>
 
+#include "simulator/core/Handles.h"
 #include "simulator/core/Scripts.h"
 #include "simulator/core/World.h"
 
@@ -15,6 +16,7 @@ struct State {
     Json scenario = World::builtInScenario();
     World world{scenario};
     Scripts scripts;
+    Handles handles;
     std::set<std::string> texts;  ///< texts handed out for the life of the process
 
     static State& instance();

@@ -147,6 +147,30 @@ class Output {
         });
     }
 
+    /// A text in two steps: a null buffer asks for the size, the NUL included; otherwise `*size` is the capacity on
+    /// entry and the size on return. A JSON number sets only the size, true or not.
+    static Output text(char* buffer, std::uint32_t* size) {
+        return Output([=](const Json& json) {
+            std::uint32_t ignored = 0;
+            if (json.is_number()) return fromJson(json, size ? *size : ignored);
+            if (!json.is_string()) return false;
+            const auto& text = json.get_ref<const std::string&>();
+            if (buffer && size) detail::copyText(text, buffer, *size);
+            if (size) *size = static_cast<std::uint32_t>(text.size() + 1);
+            return true;
+        });
+    }
+
+    /// A handle, which is a number.
+    template <class T>
+    static Output handle(T** handle) {
+        return Output([=](const Json& json) {
+            if (!json.is_number_unsigned()) return false;
+            if (handle) *handle = reinterpret_cast<T*>(json.get<std::uintptr_t>());
+            return true;
+        });
+    }
+
     /// A list in two steps: null items ask for the count; otherwise `*count` is the capacity on entry. A JSON list
     /// writes what fits and its own length as the count; a JSON number writes only the count, true or not.
     template <class T>

@@ -2,6 +2,7 @@
 
 #include <libdmc.h>
 
+#include <atomic>
 #include <cmath>
 #include <stdexcept>
 
@@ -44,7 +45,19 @@ void generateLists(Json& json) {
         for (auto& part : json) generateLists(part);
 }
 
-Monitor readMonitor(const Json& json, const Json& products, Json settings) {
+std::uintptr_t newHidHandle() {
+    static std::atomic<std::uintptr_t> last = 0x1000;
+    return ++last;
+}
+
+/// The parts of a scenario that a product and a monitor may say differently.
+constexpr const char* commonParts[] = {"settings", "firmware"};
+
+void replaceParts(Json& parts, const Json& source) {
+    for (const auto part : commonParts) parts[part].merge_patch(source.value(part, Json::object()));
+}
+
+Monitor readMonitor(const Json& json, const Json& products, Json parts) {
     Monitor monitor;
     monitor.product = name(json, "product", DM_PRODUCT_SIZE);
     monitor.serial = name(json, "serial", DM_SERIAL_SIZE);
@@ -52,8 +65,11 @@ Monitor readMonitor(const Json& json, const Json& products, Json settings) {
     for (const auto& source : {products.value(monitor.product, Json::object()), json}) {
         for (const auto& feature : source.value("unsupported", Json::array()))
             monitor.unsupported.push_back(feature.get<std::string>());
-        settings.merge_patch(source.value("settings", Json::object()));
+        replaceParts(parts, source);
     }
+    monitor.hidHandle = newHidHandle();
+    monitor.firmware = Firmware::fromScenario(parts.at("firmware"));
+    auto& settings = parts.at("settings");
     generateLists(settings);
     monitor.saved = settings;
     monitor.settings = std::move(settings);
@@ -76,10 +92,10 @@ const Json& World::builtInScenario() {
 }
 
 World::World(const Json& scenario) try {
-    auto settings = builtInScenario().at("settings");
-    settings.merge_patch(scenario.value("settings", Json::object()));
+    auto parts = Json::object();
+    for (const auto& source : {builtInScenario(), scenario}) replaceParts(parts, source);
     const auto products = scenario.value("products", Json::object());
-    for (const auto& monitor : scenario.at("monitors")) monitors_.push_back(readMonitor(monitor, products, settings));
+    for (const auto& monitor : scenario.at("monitors")) monitors_.push_back(readMonitor(monitor, products, parts));
 } catch (const std::exception& error) {
     throw std::invalid_argument(std::string("not a scenario: ") + error.what());
 }
@@ -103,6 +119,13 @@ Monitor* World::findMonitor(std::string_view product, std::string_view serial) {
     return monitor && monitor->found ? monitor : nullptr;
 }
 
+Monitor* World::findMonitor(const void* hidHandle) {
+    const auto found = std::find_if(monitors_.begin(), monitors_.end(), [&](const Monitor& monitor) {
+        return monitor.found && monitor.hidHandle == reinterpret_cast<std::uintptr_t>(hidHandle);
+    });
+    return found == monitors_.end() ? nullptr : &*found;
+}
+
 void World::find() {
     for (auto& monitor : monitors_) monitor.found = monitor.connected;
 }
@@ -115,8 +138,11 @@ bool World::plug(std::string_view product, std::string_view serial) {
 
 bool World::unplug(std::string_view product, std::string_view serial) {
     const auto monitor = lookUp(product, serial);
-    if (monitor) monitor->connected = monitor->found = monitor->inCriticalSection = false;
-    return monitor;
+    if (!monitor) return false;
+    monitor->connected = monitor->found = monitor->inCriticalSection = monitor->locked = false;
+    monitor->hidHandle = newHidHandle();
+    monitor->firmware.interrupt();
+    return true;
 }
 
 bool World::knows(std::string_view product, std::string_view serial) const {

@@ -7,14 +7,23 @@
 //               "of"           a list of the values that there are
 //               "size"         of a text, the closing NUL included
 //               "feature"      the feature that it belongs to, unless it is one itself
-//   "products"  by name: what a product has of "unsupported" and "settings", as a monitor below
+//   "firmware"  of every monitor; resets and saving are not about it
+//               "version"            what it runs, such as "2.0.1.5.3"
+//               "device"             the identifier of the device
+//               "blockMilliseconds"  how long a block of a transfer takes; fractions are fine
+//               "callbackThread"     true: progress is told from another thread than the caller's
+//               "failAtBlock"        the transfer fails before this block, counted from 1; 0: never
+//               "unplugAtBlock"      the monitor is gone when this block has been sent; 0: never
+//               "updatePolls"        how often an update is still told to be going on before it is done
+//   "products"  by name: what a product has of "unsupported", "settings" and "firmware", as a monitor below
 //   "monitors"  in the order of the enumeration; each has "product" and "serial" and may have
 //               "unsupported"  names of features that it lacks (a setting's name is one too)
 //               "settings"     what differs from the common settings
+//               "firmware"     what differs from the common one
 //               "connected"    false: it can be plugged in later
-// What a scenario leaves out of "settings" is as in the built-in one. Anywhere in the settings, two objects stand for
-// long lists: {"ramp": N, "max": M} for N numbers that rise from 0 to M, and {"grid": [levels]} for a colour at each
-// point of a cube, blue changing fastest.
+// What a scenario leaves out of "settings" and "firmware" is as in the built-in one. Anywhere in the settings, two
+// objects stand for long lists: {"ramp": N, "max": M} for N numbers that rise from 0 to M, and {"grid": [levels]} for a
+// colour at each point of a cube, blue changing fastest.
 #pragma once
 
 #include <optional>
@@ -22,6 +31,7 @@
 #include <string_view>
 #include <vector>
 
+#include "simulator/core/Firmware.h"
 #include "simulator/core/Values.h"
 
 namespace simulator {
@@ -36,6 +46,11 @@ struct Monitor {
     bool connected = true;
     bool found = true;  ///< known to the monitor-control library: enumerated, and its functions work
     bool inCriticalSection = false;
+    bool locked = false;           ///< against other users of the monitor-control library
+    std::uintptr_t hidHandle = 0;  ///< another one for each connection, never 0
+    Firmware firmware;
+
+    std::string address() const { return product + "/" + serial; }
 
     /// Of a setting also: whether it supports the feature that the setting belongs to.
     bool supports(const std::string& feature) const;
@@ -57,6 +72,7 @@ class World {
 
     /// Null when the library does not know such a monitor.
     Monitor* findMonitor(std::string_view product, std::string_view serial);
+    Monitor* findMonitor(const void* hidHandle);
 
     /// Plugged monitors join the enumeration here, as they do when the library looks for monitors afresh.
     void find();

@@ -1,4 +1,4 @@
-// The list of monitors, and the critical section of each.
+// The list of monitors; the critical section, the HID handle and the lock of each.
 #include <utility>
 
 #include "simulator/libdmc/Functions.h"
@@ -56,5 +56,26 @@ DmResult DmCtrlExitCriticalSection(const char* serial, const char* product) {
     return monitorCall(__func__, serial, product).run("criticalSection", [](Monitor& monitor) {
         const auto owned = std::exchange(monitor.inCriticalSection, false);
         return Answer{owned ? result::success : result::invalidPrecondition};
+    });
+}
+
+// ---- HID handle and lock --------------------------------------------------------------------------------------------
+
+DmResult DmCtrlGetHIDHandle(const char* serial, const char* product, void** handle) {
+    return monitorCall(__func__, serial, product)
+        .run([](Monitor& monitor) { return answer(monitor.hidHandle); }, {Output::handle(handle)});
+}
+
+DmResult DmCtrlLockMonitor(const char* serial, const char* product) {
+    return monitorCall(__func__, serial, product).run([](Monitor& monitor) {
+        const auto locked = std::exchange(monitor.locked, true);
+        return Answer{locked ? result::locked : result::success};
+    });
+}
+
+DmResult DmCtrlUnlockMonitor(const char* serial, const char* product) {
+    return monitorCall(__func__, serial, product).run([](Monitor& monitor) {
+        const auto locked = std::exchange(monitor.locked, false);
+        return Answer{locked ? result::success : result::invalidPrecondition};
     });
 }

@@ -1,0 +1,68 @@
+// The handles that simulated libraries give out and want back.
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <memory>
+#include <string>
+
+#include "simulator/core/Values.h"
+
+namespace simulator {
+
+/// What counts and logs call the handles of a type; specialised for each.
+template <class T>
+inline constexpr const char* handleKind = nullptr;
+
+/// A handle is a number that no other handle of the process has had, never an address: a wrong one is found out without
+/// being followed. Not thread-safe: whoever uses the handles holds the simulator's mutex.
+class Handles {
+ public:
+    template <class T>
+    T* open(std::shared_ptr<T> object) {
+        return reinterpret_cast<T*>(insert(handleKind<T>, std::move(object)));
+    }
+
+    /// Null, and a fault of the function that was given it, when this is not an open handle of its type.
+    template <class T>
+    std::shared_ptr<T> find(T* handle, const char* function) {
+        const auto entry = look(handleKind<T>, number(handle), function);
+        return entry ? std::static_pointer_cast<T>(entry->object) : nullptr;
+    }
+
+    template <class T>
+    void release(T* handle, const char* function) {
+        erase(handleKind<T>, number(handle), function);
+    }
+
+    /// How many of each kind are open: an object without members when there are none.
+    Json count() const;
+
+    /// The wrong uses until now, as texts; each is told once.
+    Json takeFaults() { return std::exchange(faults_, Json::array()); }
+
+    template <class T>
+    static std::uintptr_t number(T* handle) {
+        return reinterpret_cast<std::uintptr_t>(handle);
+    }
+
+ private:
+    struct Entry {
+        const char* kind;
+        std::shared_ptr<void> object;
+    };
+
+    std::uintptr_t insert(const char* kind, std::shared_ptr<void> object);
+    Entry* look(const char* kind, std::uintptr_t number, const char* function);
+    void erase(const char* kind, std::uintptr_t number, const char* function);
+
+    std::map<std::uintptr_t, Entry> entries_;
+    std::uintptr_t last_ = 0;
+    Json faults_ = Json::array();
+};
+
+/// Appends a line to the file that the environment variable PELL_SIMULATOR_HANDLES names, if it does: what a process
+/// does with its handles up to its end can thus be seen from outside.
+void logHandles(const std::string& line);
+
+}  // namespace simulator
