@@ -67,7 +67,7 @@ class Value {
         return assignText(std::string_view(text));
     }
     template <class Text>
-    requires std::same_as<Text, std::string> Value& operator=(Text&& text) { return assignText(std::move(text)); }
+    requires std::same_as<Text, std::string> Value& operator=(Text&& text) { return assignText(std::forward<Text>(text)); }
 
     static Value object() { return Value(std::initializer_list<std::pair<const std::string, Value>>{}); }
     static Value array(std::initializer_list<Value> elements = {}) { return fromElements(Elements(elements)); }
@@ -77,7 +77,10 @@ class Value {
         { *std::begin(range) } -> std::convertible_to<Value>;
     }
     static Value array(const Range& range) { return fromElements(Elements(std::begin(range), std::end(range))); }
-    static Value array(std::same_as<Elements> auto&& elements) { return fromElements(std::move(elements)); }
+    template <std::same_as<Elements> Moved>
+    static Value array(Moved&& elements) {
+        return fromElements(std::forward<Moved>(elements));
+    }
 
     void swap(Value& other) noexcept;
     friend void swap(Value& left, Value& right) noexcept { left.swap(right); }

@@ -1,4 +1,8 @@
 // The plug-in in an older world: libdmc has the ordinary imports only; libPlugin and the logging library are absent.
+#include <filesystem>
+#include <set>
+
+#include "exports/ResourceTable.h"
 #include "tests/plugin/Page.h"
 
 namespace {
@@ -11,6 +15,65 @@ TEST(MinimalWorld, ServesTheOrdinaryAndLogsNothing) {
     EXPECT_EQ(page.get("Monitors").value.size(), 3U);
     EXPECT_EQ(summary(page.put("Hue", "12")), "200 null");
     EXPECT_EQ(summary(page.get("Hue")), "200 12");
+}
+
+TEST(MinimalWorld, AnswersNotFoundForWhatNeedsANewerFunction) {
+    const std::set<std::string> newer{"CenterCrossMarker",
+                                      "ColorPatch",
+                                      "CompatibilityMode",
+                                      "DimmerOut",
+                                      "FactoryPanelLuminance",
+                                      "FineContrastFeature",
+                                      "GainDefinition",
+                                      "HLGSystemGamma",
+                                      "HLGSystemGammaClipping",
+                                      "HybridGammaPXL",
+                                      "LUT1D",
+                                      "LUTA",
+                                      "Limited109Setting",
+                                      "LuminanceWarning",
+                                      "MonoModelLUTSelect",
+                                      "MonochromeConversion",
+                                      "OutsidePhotoSensorAD",
+                                      "PanelType",
+                                      "PinPFineContrast",
+                                      "QuickCheck",
+                                      "UniformityState"};
+    Page page;
+    for (const auto& row : torvo::exports::resourceTable) {
+        if (row.isPlanned || std::string(row.name) != row.entry || !(row.methods & torvo::exports::Get)) continue;
+        if (!*row.path || std::string(row.name).starts_with("FirmwareUpdate")) continue;
+        const bool onlySupports = std::string(row.name) == "ColorPatch" || std::string(row.name) == "CenterCrossMarker";
+        const Answer answer = page.get(row.name, onlySupports ? R"({"supports":1})" : R"({"index":0})");
+        if (newer.contains(row.name))
+            EXPECT_EQ(summary(answer), "404 FunctionNotFoundError libdmc does not have a requested function.")
+                << row.name;
+        else
+            EXPECT_EQ(answer.status, 200) << row.name << " " << summary(answer);
+    }
+    // Setters that are newer than their getters.
+    EXPECT_EQ(page.put("RangeExtension", "1").status, 404);
+    EXPECT_EQ(page.put("Gain", R"({"red":1})").status, 404);
+    EXPECT_EQ(page.put("Chromaticity", R"({"x":0.3})").status, 404);
+    // The data is looked at before the library is.
+    EXPECT_EQ(page.put("QuickCheck", "true").status, 400);
+}
+
+TEST(MinimalWorld, HasNoFirmwareLibraryAndNoDirectoriesOfTheHost) {
+    Page page;
+    const char* const missing = "404 FunctionNotFoundError libfwupdate does not have a requested function.";
+    for (const char* resource : {"FirmwareUpdate", "FirmwareUpdateVersion", "FirmwareUpdateDeviceVersion"})
+        EXPECT_EQ(summary(page.get(resource)), missing) << resource;
+    EXPECT_EQ(summary(page.ask("POST", "FirmwareUpdateTrigger")), missing);
+    for (const char* resource : {"FileSystemDfwFile", "FileSystemDfwFile2"}) {
+        const std::string program =
+            "libdmc_x64" + std::filesystem::path(host::Plugin::defaultFile()).extension().string();
+        const auto open = [&](const std::string& path) {
+            return summary(page.call(resource, {R"({"method":"POST"})", "", "", Json{{"path", path}}.dump()}));
+        };
+        EXPECT_EQ(open(":executable/" + program), missing);
+        EXPECT_EQ(open(":exports/x"), "404 FunctionNotFoundError libPlugin does not have a requested function.");
+    }
 }
 
 }  // namespace

@@ -35,6 +35,16 @@ TEST(Table, IsWhatThePluginExports) {
     EXPECT_NE(plugin.find("TearDown"), nullptr);
 }
 
+TEST(Table, EveryGetAnswersOnAMonitorThatSupportsEverything) {
+    Page page;
+    for (const ResourceRow& row : resourceTable) {
+        if (!isExported(row) || !(row.methods & torvo::exports::Get) || !*row.path) continue;
+        const bool onlySupports = std::string(row.name) == "ColorPatch" || std::string(row.name) == "CenterCrossMarker";
+        const Answer answer = page.get(row.name, onlySupports ? R"({"supports":1})" : R"({"index":0})");
+        EXPECT_EQ(answer.status, 200) << row.name << " " << summary(answer);
+    }
+}
+
 TEST(Table, MethodsThatARowLacksAreRefusedAndOthersAreNot) {
     Page page;
     const std::pair<const char*, unsigned> methods[] = {{"GET", torvo::exports::Get},

@@ -29,4 +29,34 @@ void freeModule(Module module) noexcept;
 /// system does not tell.
 std::string ownDirectory();
 
+/// Directories that mean the same on both systems.
+enum class Folder {
+    Executable,             ///< of the running program
+    Temporary,              ///< the user's
+    CommonApplicationData,  ///< shared by all users
+    UserApplicationData,
+    ColorProfiles,
+    Home,
+    Desktop,
+    System,  ///< the operating system's
+};
+
+/// Empty when the system does not tell.
+std::string folderPath(Folder folder);
+
+/// Whether the path, links followed, names an existing regular file: no directory, device or pipe.
+bool isRegularFile(const std::string& path);
+
+/// The path in the form that the system's own functions take.
+#ifdef _WIN32
+using NativePath = std::wstring;
+#else
+using NativePath = std::string;
+#endif
+NativePath nativePath(const std::string& path);
+
+/// A new universally unique identifier: 8-4-4-4-12 lower-case hexadecimal digits. Throws std::runtime_error when the
+/// system has none.
+std::string newUuid();
+
 }  // namespace torvo::platform

@@ -1,6 +1,13 @@
 #include "runtime/platform/Platform.h"
 
 #include <windows.h>
+//
+#include <icm.h>
+#include <rpc.h>
+#include <shlobj.h>
+
+#include <array>
+#include <stdexcept>
 
 namespace torvo::platform {
 
@@ -36,6 +43,28 @@ std::wstring fileOfModule(HMODULE module) {
     }
 }
 
+std::string directoryOf(const std::wstring& file) {
+    return toUtf8(file.substr(0, file.find_last_of(L"\\/")));
+}
+
+std::string shellFolder(int identifier) {
+    std::array<wchar_t, MAX_PATH> path{};
+    return SHGetFolderPathW(nullptr, identifier, nullptr, SHGFP_TYPE_CURRENT, path.data()) == S_OK ? toUtf8(path.data())
+                                                                                                   : "";
+}
+
+std::string temporaryFolder() {
+    std::array<wchar_t, MAX_PATH + 2> path{};
+    const DWORD length = GetTempPathW(static_cast<DWORD>(path.size()), path.data());
+    return length < path.size() ? toUtf8({path.data(), length}) : "";
+}
+
+std::string colorFolder() {
+    std::array<wchar_t, MAX_PATH> path{};
+    DWORD bytes = sizeof path;
+    return GetColorDirectoryW(nullptr, path.data(), &bytes) ? toUtf8(path.data()) : "";
+}
+
 }  // namespace
 
 const char pathSeparator = '\\';
@@ -66,8 +95,58 @@ std::string ownDirectory() {
     if (!GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
                             reinterpret_cast<LPCWSTR>(&ownDirectory), &module))
         return {};
-    const std::wstring file = fileOfModule(module);
-    return toUtf8(file.substr(0, file.find_last_of(L"\\/")));
+    return directoryOf(fileOfModule(module));
+}
+
+std::string folderPath(Folder folder) {
+    switch (folder) {
+        case Folder::Executable:
+            return directoryOf(fileOfModule(nullptr));
+        case Folder::Temporary:
+            return temporaryFolder();
+        case Folder::CommonApplicationData:
+            return shellFolder(CSIDL_COMMON_APPDATA);
+        case Folder::UserApplicationData:
+            return shellFolder(CSIDL_APPDATA);
+        case Folder::ColorProfiles:
+            return colorFolder();
+        case Folder::Home:
+            return shellFolder(CSIDL_PROFILE);
+        case Folder::Desktop:
+            return shellFolder(CSIDL_DESKTOP);
+        case Folder::System:
+            return shellFolder(CSIDL_WINDOWS);
+    }
+    return {};
+}
+
+// Asked of an opened file, since the attributes of a path are those of a link and do not tell devices and pipes.
+bool isRegularFile(const std::string& path) {
+    const HANDLE file = CreateFileW(toWide(path).c_str(), 0, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
+                                    nullptr, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr);
+    if (file == INVALID_HANDLE_VALUE) return false;
+    BY_HANDLE_FILE_INFORMATION information{};
+    const bool isRegular = GetFileType(file) == FILE_TYPE_DISK && GetFileInformationByHandle(file, &information) &&
+                           (information.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) == 0;
+    CloseHandle(file);
+    return isRegular;
+}
+
+NativePath nativePath(const std::string& path) {
+    return toWide(path);
+}
+
+std::string newUuid() {
+    UUID uuid{};
+    RPC_CSTR text = nullptr;
+    const RPC_STATUS created = UuidCreate(&uuid);
+    if ((created != RPC_S_OK && created != RPC_S_UUID_LOCAL_ONLY) || UuidToStringA(&uuid, &text) != RPC_S_OK)
+        throw std::runtime_error("no identifier");
+    std::array<char, 37> lowerCase{};
+    for (std::size_t i = 0; i + 1 < lowerCase.size() && text[i]; ++i)
+        lowerCase[i] = static_cast<char>(text[i] >= 'A' && text[i] <= 'F' ? text[i] - 'A' + 'a' : text[i]);
+    RpcStringFreeA(&text);
+    return lowerCase.data();
 }
 
 }  // namespace torvo::platform

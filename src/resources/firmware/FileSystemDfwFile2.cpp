@@ -1,0 +1,32 @@
+// A firmware package, described by the firmware library's own JSON; null when the library has no description.
+#include <memory>
+
+#include "bridge/Resource.h"
+#include "pocketjson/Parser.h"
+#include "resources/firmware/DfwFileResource.h"
+
+namespace torvo::bridge {
+
+class FileSystemDfwFile2 final : public DfwFileResource {
+ public:
+    FileSystemDfwFile2() noexcept : DfwFileResource("FileSystem/DfwFile2") {}
+
+ private:
+    FWDfwFile* open(const fs::Path& path) const override {
+        return libfwupdateLoader::instance()(NAMED(FWDfwFileCreateWithUtf8Path))(path.text().c_str());
+    }
+
+    Value describe(FWDfwFile* file, const Value&) const override {
+        const libfwupdateLoader& library = libfwupdateLoader::instance();
+        const auto textOf = library(NAMED(FWUtf8StringGetCString));
+        const auto release = library(NAMED(FWUtf8StringRelease));
+        const std::unique_ptr<FWUtf8String, decltype(release)> description(
+            library(NAMED(FWUtf8StringCreateDfwFileJsonString))(file), release);
+        const char* const text = description ? textOf(description.get()) : nullptr;
+        return text ? pocketjson::parseOrNull(text) : Value();
+    }
+};
+
+template std::uint32_t serve<FileSystemDfwFile2>(const char*, const CallTexts&) noexcept;
+
+}  // namespace torvo::bridge

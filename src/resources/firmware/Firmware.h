@@ -1,0 +1,28 @@
+// What the firmware update resources share.
+#pragma once
+
+#include <libfwupdate.h>
+
+#include "bridge/Resource.h"
+#include "bridge/ScopedMonitorLock.h"
+#include "resources/firmware/DfwFileManager.h"
+
+namespace torvo::bridge {
+
+/// The firmware library, loaded if it can be.
+inline const libfwupdateLoader& firmwareLibrary() {
+    return libfwupdateLoader::instance();
+}
+
+inline FWHidHandle hidHandle(const Monitor& monitor) {
+    return monitor.read(DmCtrlGetHIDHandle, "Get hid handle.");
+}
+
+/// An open package; the manager's mutex is held only for the look-up.
+inline DfwFileManager::Owner findDfwFile(const std::string& identifier) {
+    const DfwFileManager& manager = DfwFileManager::instance();
+    const std::lock_guard lock(manager.mutex());
+    return manager.get(identifier);
+}
+
+}  // namespace torvo::bridge

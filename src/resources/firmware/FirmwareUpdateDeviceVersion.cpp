@@ -1,0 +1,82 @@
+// The version of a monitor's device as a text: the current one, or the one after the update with a package.
+#include <algorithm>
+
+#include "resources/firmware/Firmware.h"
+
+namespace torvo::bridge {
+
+namespace {
+
+/// What the firmware library knows of the monitor's device, given back at the end of the scope.
+class DeviceProfile {
+ public:
+    explicit DeviceProfile(FWHidHandle handle) : release_(firmwareLibrary()(NAMED(FWDeviceProfileRelease))) {
+        checkMonitorControl(firmwareLibrary()(NAMED(FWDeviceProfileCreateFromMonitor))(handle, &profile_),
+                            "Get device profile.");
+    }
+    ~DeviceProfile() {
+        if (profile_) release_(profile_);
+    }
+    DeviceProfile(const DeviceProfile&) = delete;
+    DeviceProfile& operator=(const DeviceProfile&) = delete;
+
+    FWDeviceProfile* get() const noexcept { return profile_; }
+
+ private:
+    decltype(FWDeviceProfileRelease)* release_;
+    FWDeviceProfile* profile_ = nullptr;
+};
+
+/// A text in two steps: `read(buffer, &size)` tells the size without a buffer, and fills one of that size.
+template <class Read>
+std::string readText(Read read, const char* lengthAction, const char* action) {
+    std::uint32_t size = 0;
+    checkMonitorControl(read(nullptr, &size), lengthAction);
+    size = std::min(size, Monitor::maximumText);
+    std::string text(size, '\0');
+    checkMonitorControl(read(text.data(), &size), action);
+    text.resize(std::min(text.find('\0'), text.size()));
+    return text;
+}
+
+}  // namespace
+
+class FirmwareUpdateDeviceVersion final : public MonitorBridgeTemplate {
+    using MonitorBridgeTemplate::MonitorBridgeTemplate;
+
+    void Get(BridgeResult& result, const Monitor& monitor, const RequestRecord& request) override {
+        const Value& query = request.requestQuery;
+        const FWHidHandle handle = hidHandle(monitor);
+        const ScopedMonitorLock lock(monitor);
+        const DeviceProfile profile(handle);
+        DfwFileManager::Owner file;
+        if (query.has("dfwFile")) file = findDfwFile(query.get("dfwFile").text());
+
+        const auto readDevice = firmwareLibrary()(NAMED(FWDeviceProfileGetDeviceID));
+        const std::string device =
+            readText([&](char* buffer, std::uint32_t* size) { return readDevice(profile.get(), buffer, size); },
+                     "Get device ID length.", "Get device ID.");
+        const FirmwareVersionRecord version = readVersion(handle, profile.get(), file.get(), device.c_str());
+        const auto readVersionText = firmwareLibrary()(NAMED(FWDeviceProfileGetVersionString));
+        result.value = readText(
+            [&](char* buffer, std::uint32_t* size) { return readVersionText(profile.get(), &version, buffer, size); },
+            "Get device version string length.", "Get device version string.");
+    }
+
+    static FirmwareVersionRecord readVersion(FWHidHandle handle, FWDeviceProfile* profile, FWDfwFile* file,
+                                             const char* device) {
+        FirmwareVersionRecord version{};
+        if (file)
+            checkMonitorControl(
+                firmwareLibrary()(NAMED(FWMonitorGetDeviceVersionAfterUpdate))(handle, profile, file, device, &version),
+                "Get device version after update.");
+        else
+            checkMonitorControl(firmwareLibrary()(NAMED(FWMonitorGetDeviceVersion))(handle, profile, device, &version),
+                                "Get device version.");
+        return version;
+    }
+};
+
+template std::uint32_t serve<FirmwareUpdateDeviceVersion>(const char*, const CallTexts&) noexcept;
+
+}  // namespace torvo::bridge

@@ -1,0 +1,65 @@
+// Sends a package to a monitor. The request lasts as long as the transfer; meanwhile the page receives an event
+// "transferFirmwareData" for each step.
+#include <QtWebKitBridgeHelper.h>
+
+#include "bridge/MonitorList.h"
+#include "pocketjson/Serializer.h"
+#include "resources/firmware/Firmware.h"
+
+namespace torvo::bridge {
+
+namespace {
+
+/// Whether a connected monitor has this HID handle, and which one.
+bool findMonitorOf(FWHidHandle wanted, MonitorAddress& address) {
+    for (std::uint32_t index = 0; index < maximumMonitors && readMonitorAddress(index, address) >= 0; ++index) {
+        FWHidHandle handle = nullptr;
+        if (DmCtrlGetHIDHandle(address.serial.c_str(), address.product.c_str(), &handle) >= 0 && handle == wanted)
+            return true;
+    }
+    return false;
+}
+
+void tellProgress(const TransferProgress& progress, FWHidHandle handle) {
+    MonitorAddress address;
+    if (!findMonitorOf(handle, address)) return;
+    const Value event{{"serial", address.serial},
+                      {"product", address.product},
+                      {"transferredBlock", progress.transferredBlocks},
+                      {"blockCount", progress.blockCount},
+                      {"transferredBytes", progress.transferredBytes},
+                      {"totalBytes", progress.totalBytes}};
+    std::string text;
+    pocketjson::write(event, text);
+    BridgeHelperDispatchEvent("transferFirmwareData", text.c_str());
+}
+
+/// Called by the firmware library, on whatever thread. Never asks it to stop; an event that cannot be sent is dropped.
+std::int32_t onProgress(const TransferProgress* progress, void* handle) noexcept {
+    try {
+        if (progress) tellProgress(*progress, handle);
+    } catch (...) {
+    }
+    return 1;
+}
+
+}  // namespace
+
+class FirmwareUpdateTransfer final : public MonitorBridgeTemplate {
+    using MonitorBridgeTemplate::MonitorBridgeTemplate;
+
+    void Post(BridgeResult&, const Monitor& monitor, const RequestRecord& request) override {
+        const std::string& identifier = request.requestBody.get("dfwFile").text();
+        checkRequest(!identifier.empty(), "dfwFile is not found.");
+        const FWHidHandle handle = hidHandle(monitor);
+        const DfwFileManager::Owner file = findDfwFile(identifier);
+        const ScopedMonitorLock lock(monitor);
+        checkMonitorControl(
+            firmwareLibrary()(NAMED(FWMonitorTransferFirmwareData))(handle, file.get(), onProgress, handle),
+            "Transfer firmware data.");
+    }
+};
+
+template std::uint32_t serve<FirmwareUpdateTransfer>(const char*, const CallTexts&) noexcept;
+
+}  // namespace torvo::bridge

@@ -1,0 +1,318 @@
+// Firmware: packages under identifiers, and the update of a monitor.
+#include <cstdlib>
+#include <thread>
+
+#include "tests/plugin/Firmware.h"
+
+namespace {
+
+TEST(Update, RunsFromOpeningToTheNewVersion) {
+    for (const bool callbackThread : {false, true}) {
+        FirmwarePage page;
+        page.firmware({{"callbackThread", callbackThread}, {"blockMilliseconds", 0}});
+        const PackageFile package;
+        const std::string id = page.open(package.path());
+        const Json newVersion{{"system", 2}, {"controller", 1}, {"frontEnd", 0}, {"osd", 3}, {"fpga", 7}};
+        EXPECT_EQ(page.describe(id).value, (Json{{"monitorProduct", "TQ271-P"}, {"version", newVersion}}));
+        EXPECT_EQ(page.get("FirmwareUpdate", R"({"checkDfwFile":")" + id + R"("})").value, 0);
+
+        const Answer transferred = page.transfer(id);
+        EXPECT_EQ(summary(transferred), "200 null");
+        ASSERT_EQ(transferred.events.size(), 10U);
+        for (std::size_t i = 0; i < 10; ++i) {
+            EXPECT_EQ(transferred.events[i]["name"], "transferFirmwareData");
+            EXPECT_EQ(Json::parse(transferred.events[i]["text"].get<std::string>()),
+                      (Json{{"serial", "10000001"},
+                            {"product", "TQ271-P"},
+                            {"transferredBlock", i + 1},
+                            {"blockCount", 10},
+                            {"transferredBytes", (i + 1) * 1024},
+                            {"totalBytes", 10240}}));
+        }
+        EXPECT_EQ(page.get("FirmwareUpdate").value, (Json{{"state", 2}}));
+        EXPECT_NE(page.get("FirmwareUpdateVersion").value, newVersion);
+        EXPECT_EQ(summary(page.ask("POST", "FirmwareUpdateTrigger")), "200 null");
+        EXPECT_EQ(page.get("FirmwareUpdateVersion").value, newVersion);
+        EXPECT_EQ(summary(page.close(id)), "200 null");
+    }
+}
+
+TEST(Update, AsksTheFunctionThatTheQueryNames) {
+    FirmwarePage page;
+    const PackageFile package;
+    const std::string id = page.open(package.path());
+    const struct {
+        std::string query;
+        const char* function;
+    } cases[] = {
+        {R"({"checkDfwFile":"ID","supports":"v4","dfwFile":"ID"})", "FWDfwFileCheckMonitor"},
+        {R"({"supports":"v4","dfwFile":"ID"})", "FWDfwFileSupportsMonitor"},
+        {R"({"supports":"v4"})", "FWMonitorSupportsFirmwareUpdateV4"},
+        {R"({"supports":"V4"})", "FWMonitorSupportsFirmwareUpdate"},
+        {R"({"supports":"v4 "})", "FWMonitorSupportsFirmwareUpdate"},
+        {R"({"supports":4})", "FWMonitorSupportsFirmwareUpdate"},
+        {R"({"dfwFile":"ID"})", "FWMonitorGetTransferState"},
+        {"", "FWMonitorGetTransferState"},
+    };
+    for (auto [query, function] : cases) {
+        for (auto at = query.find("ID"); at != std::string::npos; at = query.find("ID")) query.replace(at, 2, id);
+        const Answer answer = page.get("FirmwareUpdate", query);
+        EXPECT_EQ(answer.status, 200) << query;
+        ASSERT_GT(answer.calls.size(), 2U);
+        // The lock is taken just before the question, and given back after it.
+        EXPECT_EQ(answer.calls[answer.calls.size() - 2]["function"], function) << query;
+        EXPECT_EQ(answer.calls[answer.calls.size() - 3]["function"], "DmCtrlLockMonitor") << query;
+        EXPECT_EQ(answer.calls.back()["function"], "DmCtrlUnlockMonitor") << query;
+    }
+    page.returns("FWDfwFileCheckMonitor", 0xFFFFFFFF);
+    EXPECT_EQ(page.get("FirmwareUpdate", R"({"checkDfwFile":")" + id + R"("})").value, 0xFFFFFFFF);
+    page.returns("DmCtrlLockMonitor", 0x80000000);
+    const Answer unlocked = page.get("FirmwareUpdate");
+    EXPECT_EQ(unlocked.status, 200);
+    EXPECT_EQ(unlocked.calls.back()["function"], "FWMonitorGetTransferState");
+    page.close(id);
+}
+
+TEST(Packages, AreKnownByTheirIdentifierAlone) {
+    FirmwarePage page;
+    const PackageFile package;
+    const std::string first = page.open(package.path());
+    const std::string second = page.open(package.path(), "FileSystemDfwFile2");
+    EXPECT_NE(first, second);
+    EXPECT_TRUE(first.size() == 36 && first.find_first_not_of("0123456789abcdef-") == std::string::npos) << first;
+    EXPECT_EQ(page.describe(second).value["monitorProduct"], "TQ271-P");
+    EXPECT_TRUE(page.describe(first, "", "FileSystemDfwFile2").value.is_object());
+
+    std::string upper = first;
+    for (char& letter : upper) letter = static_cast<char>(std::toupper(letter));
+    EXPECT_EQ(summary(page.describe(upper)), "500 InternalError Dfw file is not found.");
+    EXPECT_EQ(summary(page.describe("")), "400 BadRequestError URI is invalid.");
+    EXPECT_EQ(summary(page.close("")), "400 BadRequestError URI is invalid.");
+
+    EXPECT_EQ(summary(page.close(first, "FileSystemDfwFile2")), "200 null");
+    EXPECT_EQ(summary(page.close(first)), "200 null");
+    EXPECT_EQ(summary(page.describe(first)), "500 InternalError Dfw file is not found.");
+    EXPECT_EQ(summary(page.transfer(first)), "500 InternalError Dfw file is not found.");
+    EXPECT_EQ(page.describe(second).status, 200);
+    EXPECT_EQ(page.describe(second).log,
+              "statusCode:200\tmethod:GET\turi:/pell/FileSystem/DfwFile/" + second + "\tmsg:Success");
+    page.close(second);
+}
+
+TEST(Packages, AreCheckedAgainstTheVersionThatTheQueryHas) {
+    FirmwarePage page;
+    const PackageFile package;
+    const std::string id = page.open(package.path());
+    const Answer answer =
+        page.describe(id, R"({"supports":{"system":9},"system":1,"controller":2,"frontEnd":3.6,"osd":"4"})");
+    EXPECT_TRUE(answer.value.is_boolean());
+    const Json version{{"system", 1}, {"controller", 2}, {"frontEnd", 4}, {"osd", 0}, {"fpga", 0}};
+    EXPECT_EQ(answer.calls.back()["arguments"].back(), version);
+    page.close(id);
+}
+
+TEST(Packages, AreRefusedWhenTheyAreNoFileOrNoPackage) {
+    FirmwarePage page;
+    const char* const noFile = "400 BadRequestError Input path is not a file or not existed.";
+    for (const char* resource : {"FileSystemDfwFile", "FileSystemDfwFile2"}) {
+        PackageFile package;
+        for (const std::string& path :
+             {std::string(), package.path() + ".not", std::string(":temporary"), std::string(":temporary/"),
+              package.path() + std::string("\0.dfw", 5), std::string("pell:temporary/") + package.name()})
+            EXPECT_EQ(summary(page.openAnswer(path, resource)), noFile) << path;
+        for (const char* body : {"", "null", "[]", R"({"path":7})", R"({"data":{"path":"x"}})"})
+            EXPECT_EQ(summary(page.call(resource, {R"({"method":"POST"})", "", "", body})), noFile) << body;
+        for (const auto defect : {simulator::PackageDefect::checksum, simulator::PackageDefect::truncated,
+                                  simulator::PackageDefect::header}) {
+            PackageFile broken;
+            broken.damage(defect);
+            EXPECT_EQ(summary(page.openAnswer(broken.path(), resource)), "500 InternalError Failed to load dfw file.");
+        }
+    }
+#ifdef _WIN32
+    for (const char* device : {"NUL", "\\\\.\\NUL", "CON"})
+        EXPECT_EQ(summary(page.openAnswer(device)), noFile) << device;
+#else
+    EXPECT_EQ(summary(page.openAnswer("/dev/null")), noFile);
+#endif
+}
+
+TEST(Packages, AreFoundThroughTokens) {
+    FirmwarePage page;
+    const PackageFile package;
+    for (const std::string& path : {":temporary/" + package.name(), ":temporary" + package.name()}) {
+        const std::string id = page.open(path);
+        EXPECT_EQ(page.describe(id).status, 200) << path;
+        page.close(id);
+    }
+    // The plug-in is a file beside the program, and the host's directories are beside it, too.
+    const char* const library = "QtWebKitBridgeHelper";
+    for (const char* token : {":executable", ":bundle", ":registry"}) {
+#ifdef _WIN32
+        const std::string path = std::string(token) + "/" + library + ".dll";
+#else
+        const std::string path = std::string(token) + "/" + library + ".so";
+#endif
+        EXPECT_EQ(summary(page.openAnswer(path)), "500 InternalError Failed to load dfw file.") << path;
+    }
+    page.returns("Plg_GetRegistryHtmlPath", 0);
+    EXPECT_EQ(page.openAnswer(":html/etc/passwd").status, 400);
+}
+
+TEST(Firmware, EveryStepThatFailsIsToldAndLeavesNothingBehind) {
+    FirmwarePage page;
+    page.firmware({{"blockMilliseconds", 0}});
+    const PackageFile package;
+    const std::string id = page.open(package.path());
+    const std::string withFile = R"({"dfwFile":")" + id + R"("})";
+    const struct {
+        const char* function;
+        std::uint32_t times;  // the call that fails
+        const char* method;
+        const char* resource;
+        std::string query;
+        const char* reason;
+    } cases[] = {
+        {"DmCtrlGetHIDHandle", 1, "GET", "FirmwareUpdate", "", "Get hid handle."},
+        {"DmCtrlGetHIDHandle", 1, "GET", "FirmwareUpdateVersion", "", "Get hid handle."},
+        {"DmCtrlGetHIDHandle", 1, "GET", "FirmwareUpdateDeviceVersion", "", "Get hid handle."},
+        {"DmCtrlGetHIDHandle", 1, "POST", "FirmwareUpdateTransfer", "", "Get hid handle."},
+        {"DmCtrlGetHIDHandle", 1, "POST", "FirmwareUpdateTrigger", "", "Get hid handle."},
+        {"FWMonitorGetTransferState", 1, "GET", "FirmwareUpdate", "", "Get transfer state."},
+        {"FWMonitorGetFirmwareVersion", 1, "GET", "FirmwareUpdateVersion", "", "Get firmware version."},
+        {"FWDeviceProfileCreateFromMonitor", 1, "GET", "FirmwareUpdateDeviceVersion", "", "Get device profile."},
+        {"FWDeviceProfileGetDeviceID", 1, "GET", "FirmwareUpdateDeviceVersion", "", "Get device ID length."},
+        {"FWDeviceProfileGetDeviceID", 2, "GET", "FirmwareUpdateDeviceVersion", "", "Get device ID."},
+        {"FWMonitorGetDeviceVersion", 1, "GET", "FirmwareUpdateDeviceVersion", "", "Get device version."},
+        {"FWMonitorGetDeviceVersionAfterUpdate", 1, "GET", "FirmwareUpdateDeviceVersion", withFile,
+         "Get device version after update."},
+        {"FWDeviceProfileGetVersionString", 1, "GET", "FirmwareUpdateDeviceVersion", "",
+         "Get device version string length."},
+        {"FWDeviceProfileGetVersionString", 2, "GET", "FirmwareUpdateDeviceVersion", "", "Get device version string."},
+        {"FWMonitorTransferFirmwareData", 1, "POST", "FirmwareUpdateTransfer", "", "Transfer firmware data."},
+        {"FWMonitorTriggerFirmwareUpdate", 1, "POST", "FirmwareUpdateTrigger", "", "Trigger firmware data."},
+    };
+    const Json opened = simulator::openHandles();
+    for (const auto& [function, times, method, resource, query, reason] : cases) {
+        if (times == 2) page.simulate({{"simulate", "return"}, {"function", function}, {"result", 0}, {"times", 1}});
+        page.simulate({{"simulate", "return"}, {"function", function}, {"result", 0x80000008}, {"times", 1}});
+        const Answer answer = page.ask(method, resource, query, std::string(method) == "POST" ? withFile : "");
+        EXPECT_EQ(summary(answer), "500 DmError Stall. (" + std::string(reason) + ")") << function;
+        EXPECT_EQ(simulator::openHandles(), opened) << function;
+        EXPECT_EQ(simulator::lockedMonitors(), Json::array()) << function;
+    }
+    EXPECT_EQ(summary(page.get("FirmwareUpdateDeviceVersion", R"({"dfwFile":"none"})")),
+              "500 InternalError Dfw file is not found.");
+    page.close(id);
+}
+
+TEST(Firmware, NullFromTheLibraryIsNoCrash) {
+    FirmwarePage page;
+    const PackageFile package;
+    const std::string id = page.open(package.path());
+    page.returns("FWDfwFileGetTargetMonitorProduct", 0);
+    EXPECT_EQ(page.describe(id).value["monitorProduct"], "");
+    page.returns("FWUtf8StringGetCString", 0);
+    EXPECT_EQ(summary(page.describe(id, "", "FileSystemDfwFile2")), "200 null");
+    page.returns("FWUtf8StringCreateDfwFileJsonString", 0);
+    EXPECT_EQ(summary(page.describe(id, "", "FileSystemDfwFile2")), "200 null");
+    page.close(id);
+    page.returns("FWDfwFileCreateWithPath", 0);
+    page.returns("FWDfwFileCreateWithUtf8Path", 0);
+    for (const char* resource : {"FileSystemDfwFile", "FileSystemDfwFile2"})
+        EXPECT_EQ(summary(page.openAnswer(package.path(), resource)), "500 InternalError Failed to load dfw file.");
+}
+
+TEST(Transfer, OfAMonitorThatGoesTellsNoStepAfterThat) {
+    FirmwarePage page;
+    page.firmware({{"unplugAtBlock", 4}, {"blockMilliseconds", 0}, {"callbackThread", true}});
+    const PackageFile package;
+    const std::string id = page.open(package.path());
+    const Answer answer = page.transfer(id);
+    EXPECT_EQ(summary(answer), "500 DmError Monitor connection error. (Transfer firmware data.)");
+    EXPECT_EQ(answer.events.size(), 3U);
+    EXPECT_EQ(page.describe(id).status, 200);
+    page.close(id);
+}
+
+TEST(Transfer, LetsOtherRequestsGoOnAndKeepsAPackageThatIsClosedMeanwhile) {
+    FirmwarePage page;
+    page.firmware({{"blockMilliseconds", 3}, {"callbackThread", true}});
+    const PackageFile forA;
+    const PackageFile forB("TB240");
+    const std::string idA = page.open(forA.path());
+    const std::string idB = page.open(forB.path());
+    const auto start = [&page](const char* product, const char* serial, const std::string& id) {
+        return std::thread([&page, product, serial, id] {
+            const auto texts =
+                host::Request{"POST", "FirmwareUpdateTransfer", product, serial, "", Json{{"dfwFile", id}}.dump()}
+                    .texts();
+            const Answer answer = page.call("FirmwareUpdateTransfer", texts);
+            EXPECT_EQ(summary(answer), "200 null");
+            EXPECT_EQ(answer.events.size(), 10U);
+        });
+    };
+    std::thread transferA = start("TQ271-P", "10000001", idA);
+    std::thread transferB = start("TB240", "10000002", idB);
+    while (simulator::lockedMonitors().size() < 2) std::this_thread::yield();
+    EXPECT_EQ(summary(page.close(idA)), "200 null");
+    EXPECT_EQ(summary(page.describe(idA)), "500 InternalError Dfw file is not found.");
+    for (int i = 0; i < 20; ++i) {
+        const std::string id = page.open(forA.path());
+        EXPECT_EQ(page.describe(id).status, 200);
+        EXPECT_EQ(summary(page.close(id)), "200 null");
+    }
+    transferA.join();
+    transferB.join();
+    EXPECT_EQ(summary(page.close(idB)), "200 null");
+}
+
+// ---- The end of the process, and of the plug-in ---------------------------------------------------------------------
+
+TEST(OpenPackages, AreReleasedOnceWhenThePluginIsUnloaded) {
+    const PackageFile package;
+    {
+        const host::Session session;
+        for (int i = 0; i < 3; ++i)
+            session.call("FileSystemDfwFile", {R"({"method":"POST"})", "", "", Json{{"path", package.path()}}.dump()});
+        EXPECT_EQ(simulator::openHandles(), (Json{{"package", 3}}));
+    }
+    EXPECT_EQ(simulator::openHandles(), Json::object());
+    EXPECT_EQ(simulator::takeHandleFaults(), Json::array());
+}
+
+TEST(OpenPackages, AreReleasedOnceWhenTheProcessEnds) {
+    const PackageFile package("TQ271-P", 2048, "pell-exit.dfw");
+    const auto folder = std::filesystem::temp_directory_path();
+    const auto lines = folder / "pell-exit.jsonl";
+    const auto handles = folder / "pell-exit.handles";
+    std::filesystem::remove(handles);
+    {
+        std::ofstream stream(lines);
+        for (int i = 0; i < 2; ++i)
+            stream << Json{{"call", "FileSystemDfwFile"},
+                           {"texts", {R"({"method":"POST"})", "", "", Json{{"path", package.path()}}.dump()}}}
+                   << "\n";
+    }
+    const std::string program = (host::Plugin::defaultFile().parent_path() / "pellhost").string();
+    const std::string command = program + " batch < " + lines.string();
+#ifdef _WIN32
+    _putenv_s("PELL_SIMULATOR_HANDLES", handles.string().c_str());
+    EXPECT_EQ(std::system((command + " > NUL").c_str()), 0);
+    _putenv_s("PELL_SIMULATOR_HANDLES", "");
+#else
+    setenv("PELL_SIMULATOR_HANDLES", handles.c_str(), 1);
+    EXPECT_EQ(std::system((command + " > /dev/null").c_str()), 0);
+    unsetenv("PELL_SIMULATOR_HANDLES");
+#endif
+    std::ifstream stream(handles);
+    std::vector<std::string> log;
+    for (std::string line; std::getline(stream, line);) log.push_back(line.substr(0, line.find_last_of(' ')));
+    EXPECT_THAT(log, testing::ElementsAre("load", "open package", "open package", "release package", "release package",
+                                          "unload"));
+    stream.close();
+    std::filesystem::remove(handles);
+    std::filesystem::remove(lines);
+}
+
+}  // namespace
