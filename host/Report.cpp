@@ -31,6 +31,7 @@ std::string statusText(std::FILE* stream, const Outcome& outcome) {
 std::string requestText(const Request& request) {
     auto line = request.method + " " + request.resource;
     if (!request.serial.empty()) line += "  of " + request.product + "/" + request.serial;
+    if (!request.id.empty()) line += "  id " + request.id;
     if (!request.query.empty()) line += "  query " + request.query;
     if (!request.body.empty()) line += "  body " + request.body;
     return line;
@@ -49,16 +50,6 @@ std::string valueText(const Json& value) {
     const auto compact = writeJson(value);
     if (value.is_null()) return "OK";
     return compact.size() <= lineLength ? compact : "\n" + writeJson(value, 2);
-}
-
-std::string errorText(const Json& error) {
-    if (!error.is_object()) return writeJson(error);
-    auto line = text(error.value("name", Json(""))) + ": " + text(error.value("message", Json("")));
-    for (const auto& [name, value] : error.items())
-        if (name != "name" && name != "message")
-            line += "  " + name + " " +
-                    (name == "code" && value.is_number() ? resultText(value.get<std::uint32_t>()) : writeJson(value));
-    return line;
 }
 
 void printDetails(std::FILE* stream, Detail detail, const Outcome& outcome, const Json& exchange) {
@@ -103,13 +94,24 @@ Json describe(const Request& request, const Outcome& outcome, const Json& exchan
               {"product", request.product},
               {"serial", request.serial},
               {"query", request.query},
-              {"body", request.body}}},
+              {"body", request.body},
+              {"id", request.id}}},
             {"status", outcome.status},
             {"error", outcome.error},
             {"value", outcome.value},
             {"events", exchange.at("events")},
             {"log", exchange.at("log")},
             {"calls", exchange.at("calls")}};
+}
+
+std::string describeError(const Json& error) {
+    if (!error.is_object()) return writeJson(error);
+    auto line = text(error.value("name", Json(""))) + ": " + text(error.value("message", Json("")));
+    for (const auto& [name, value] : error.items())
+        if (name != "name" && name != "message")
+            line += "  " + name + " " +
+                    (name == "code" && value.is_number() ? resultText(value.get<std::uint32_t>()) : writeJson(value));
+    return line;
 }
 
 void print(std::FILE* stream, Detail detail, const Request& request, const Outcome& outcome, const Json& exchange) {
@@ -119,7 +121,7 @@ void print(std::FILE* stream, Detail detail, const Request& request, const Outco
         if (!outcome.status.is_null()) return;
     }
     const auto succeeded = outcome.error.is_null();
-    const auto result = succeeded ? valueText(outcome.value) : errorText(outcome.error);
+    const auto result = succeeded ? valueText(outcome.value) : describeError(outcome.error);
     write(stream, statusText(stream, outcome) + (result.starts_with('\n') ? "" : "  ") + result + "\n");
 }
 

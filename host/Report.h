@@ -26,6 +26,9 @@ Outcome readOutcome(const Json& exchange);
 /// One document: {"request", "status", "error", "value", "events", "log", "calls"}.
 Json describe(const Request& request, const Outcome& outcome, const Json& exchange);
 
+/// An error of an outcome in one line.
+std::string describeError(const Json& error);
+
 void print(std::FILE* stream, Detail detail, const Request& request, const Outcome& outcome, const Json& exchange);
 
 /// One line "PRODUCT/SERIAL" per monitor of an answer of `Monitors`.

@@ -25,13 +25,15 @@ Json executeCall(const Session& session, const Json& line) {
 Texts Request::texts() const {
     auto parameters = Json::object();
     if (!product.empty() || !serial.empty()) parameters = {{"product", product}, {"serial", serial}};
+    if (!id.empty()) parameters["id"] = id;
     return {writeJson({{"method", method}}), writeJson(parameters), query, body};
 }
 
-Json Session::call(const std::string& name, const Texts& texts) const {
+Json Session::call(const std::string& name, const Texts& texts, EventObserver onEvent) const {
     const auto function = plugin_.find(name.c_str());
     if (!function) throw std::invalid_argument("the plug-in has no export \"" + name + "\"");
     simulator::Recording recording;
+    recording.onEvent = std::move(onEvent);
     const auto returned = function(texts[0].c_str(), texts[1].c_str(), texts[2].c_str(), texts[3].c_str());
     return {{"returned", returned},
             {"responses", std::move(recording.responses)},

@@ -27,9 +27,13 @@ struct Request {
     std::string serial{};
     std::string query{};
     std::string body{};
+    std::string id{};  ///< of an opened file
 
     Texts texts() const;
 };
+
+/// Takes an event {"name", "text"} while the call that brings it goes on.
+using EventObserver = std::function<void(const Json& event)>;
 
 /// Any number of threads may call one session at once. The simulated world is the process's: sessions share it.
 class Session {
@@ -39,9 +43,12 @@ class Session {
 
     /// Calls an export with exactly these texts, each up to its first NUL. Everything that arrived meanwhile:
     /// {"returned", "responses", "events", "log", "calls"}, the lists as in simulator::Recording.
-    /// Throws std::invalid_argument when the plug-in has no such export.
-    Json call(const std::string& name, const Texts& texts) const;
-    Json call(const Request& request) const { return call(request.resource, request.texts()); }
+    /// Throws std::invalid_argument when the plug-in has no such export. Events are told to the observer as they
+    /// arrive, too, on the plug-in's thread.
+    Json call(const std::string& name, const Texts& texts, EventObserver onEvent = {}) const;
+    Json call(const Request& request, EventObserver onEvent = {}) const {
+        return call(request.resource, request.texts(), std::move(onEvent));
+    }
 
     /// Carries out one line of a batch, {"call", "texts"} or {"simulate", ...}, and answers it. Never throws: what is
     /// not understood answers {"ok": false, "error"}.

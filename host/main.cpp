@@ -1,4 +1,5 @@
-// pellhost, the development host: single requests from the command line, and batches for scripts and tests.
+// pellhost, the development host: single requests and firmware updates from the command line, and batches for scripts
+// and tests.
 
 #include <CLI/CLI.hpp>
 #include <cctype>
@@ -6,6 +7,7 @@
 #include <iostream>
 #include <iterator>
 
+#include "host/Firmware.h"
 #include "host/Platform.h"
 #include "host/Report.h"
 #include "host/Session.h"
@@ -16,6 +18,8 @@ using host::Json;
 
 constexpr int requestFailed = 1;
 constexpr int wrongUsage = 2;
+
+constexpr auto createCommand = "firmware create";  // needs no plug-in
 
 struct Options {
     std::string plugin;
@@ -29,7 +33,9 @@ struct Options {
     std::string monitor;
     std::string query;
     std::string body;
+    std::string id;
     bool update = false;
+    host::PackageOptions package;
 
     host::Detail detail() const {
         return trace ? host::Detail::trace : verbose ? host::Detail::verbose : host::Detail::compact;
@@ -79,8 +85,13 @@ bool listsMonitors(const std::string& command) {
     return command == "list";
 }
 
+void startSimulations(const Options& options) {
+    for (const auto& simulation : options.simulations) simulator::simulate(host::parseJson(simulation));
+}
+
 int runRequest(const host::Session& session, const std::string& command, const Options& options) {
-    host::Request request{.resource = options.resource, .query = queryText(options.query), .body = options.body};
+    host::Request request{
+        .resource = options.resource, .query = queryText(options.query), .body = options.body, .id = options.id};
     if (listsMonitors(command)) {
         request.resource = "Monitors";
         if (options.update) request.query = R"({"update":true})";
@@ -89,7 +100,7 @@ int runRequest(const host::Session& session, const std::string& command, const O
         for (auto& letter : request.method) letter = static_cast<char>(std::toupper(letter));
         chooseMonitor(session, options, request);
     }
-    for (const auto& simulation : options.simulations) simulator::simulate(host::parseJson(simulation));
+    startSimulations(options);
 
     const auto exchange = session.call(request);
     const auto outcome = host::readOutcome(exchange);
@@ -103,6 +114,30 @@ int runRequest(const host::Session& session, const std::string& command, const O
     return outcome.succeeded() ? 0 : requestFailed;
 }
 
+int runFirmwareUpdate(const host::Session& session, const Options& options) {
+    host::Request monitor;
+    chooseMonitor(session, options, monitor);
+    startSimulations(options);
+    const auto result = host::updateFirmware(session, options.package.file, monitor.product, monitor.serial,
+                                             {.detail = options.detail(), .silent = options.json});
+    if (options.json) std::cout << host::writeJson(result, 2) << '\n';
+    return 0;
+}
+
+int runCommand(const host::Session& session, const std::string& command, const Options& options) {
+    if (command == "firmware update") return runFirmwareUpdate(session, options);
+    if (command != createCommand) return runRequest(session, command, options);
+    host::createPackage(options.package);
+    return 0;
+}
+
+/// The subcommand that was given, with its own if it has one: "list", "firmware create".
+std::string chosenCommand(const CLI::App& app) {
+    const auto command = app.get_subcommands().front();
+    const auto rest = command->get_subcommands();
+    return command->get_name() + (rest.empty() ? "" : " " + rest.front()->get_name());
+}
+
 int runBatch(const host::Session& session) {
     std::string line;
     while (std::getline(std::cin, line)) std::cout << host::writeJson(session.execute(line)) << std::endl;
@@ -112,17 +147,37 @@ int runBatch(const host::Session& session) {
 void addRequests(CLI::App& app, Options& options) {
     app.add_subcommand("list", "List the monitors")
         ->add_flag("--update", options.update, "Look for connected monitors afresh");
+    const auto addMonitor = [&](CLI::App* command) {
+        command->add_option("--monitor", options.monitor, "The monitor, as PRODUCT/SERIAL; otherwise the first listed");
+    };
     const auto add = [&](const std::string& name, const std::string& what) {
         const auto command = app.add_subcommand(name, what);
         command->add_option("resource", options.resource, "An export, such as Brightness")->required();
-        command->add_option("--monitor", options.monitor, "The monitor, as PRODUCT/SERIAL; otherwise the first listed");
+        addMonitor(command);
         command->add_option("--query", options.query, "Query options, as JSON or as name[=value],...");
+        command->add_option("--id", options.id, "The identifier of an opened file");
         return command;
     };
     add("get", "Read a resource");
     add("put", "Write a resource")->add_option("body", options.body, "The body, usually JSON")->required();
     add("post", "Post to a resource")->add_option("body", options.body, "The body, usually JSON");
     add("delete", "Delete a resource");
+
+    const auto firmware = app.add_subcommand("firmware", "Firmware packages and updates");
+    firmware->require_subcommand(1);
+    auto& package = options.package;
+    const auto create = firmware->add_subcommand("create", "Make a package");
+    create->add_option("file", package.file, "The package")->required();
+    create->add_option("--product", package.product, "The product that it is for")->required();
+    create->add_option("--version", package.version, "Such as 2.1.0.3.7: system.controller.frontEnd.osd.fpga")
+        ->required();
+    constexpr std::uint32_t maximumSize = 1u << 26;
+    create->add_option("--size", package.size, "Bytes of payload")->check(CLI::Range(0u, maximumSize));
+    create->add_option("--broken", package.broken, "What is wrong with it")
+        ->check(CLI::IsMember({"checksum", "truncated", "header"}));
+    const auto update = firmware->add_subcommand("update", "Check and transfer a package, and trigger the update");
+    update->add_option("package", package.file, "The package")->required();
+    addMonitor(update);
 }
 
 /// Carries out one line of the shell. Returns false to end it.
@@ -137,12 +192,12 @@ bool runLine(const host::Session& session, Options options, const std::string& l
     app.add_subcommand("quit", "Leave the shell");
     try {
         app.parse(line, false);
-        const auto command = app.get_subcommands().front()->get_name();
+        const auto command = chosenCommand(app);
         if (command == "quit") return false;
         if (command == "simulate")
             simulator::simulate(host::parseJson(simulation));
         else
-            runRequest(session, command, options);
+            runCommand(session, command, options);
     } catch (const CLI::ParseError& error) {
         app.exit(error, std::cout, std::cerr);
     } catch (const std::exception& error) {
@@ -206,13 +261,17 @@ int main(int argc, char** argv) {
         return code;
     };
     try {
+        const auto command = chosenCommand(app);
+        if (command == createCommand) {
+            host::createPackage(options.package);
+            return 0;
+        }
         if (!options.scenario.empty()) loadScenario(options.scenario);
         const host::Session session(options.plugin.empty() ? host::Plugin::defaultFile()
                                                            : host::fromUtf8(options.plugin));
-        const auto command = app.get_subcommands().front()->get_name();
         if (command == "batch") return runBatch(session);
         if (command == "shell") return runShell(session, options);
-        return runRequest(session, command, options);
+        return runCommand(session, command, options);
     } catch (const UsageError& error) {
         return fail(error, wrongUsage);
     } catch (const std::invalid_argument& error) {  // a scenario, a simulation or an export that does not exist

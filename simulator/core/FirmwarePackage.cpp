@@ -2,7 +2,9 @@
 
 #include <algorithm>
 #include <charconv>
+#include <cstdio>
 #include <map>
+#include <optional>
 #include <stdexcept>
 #include <tuple>
 
@@ -17,12 +19,11 @@ void require(bool condition, const std::string& message) {
     if (!condition) throw std::invalid_argument(message);
 }
 
-std::uint32_t number(std::string_view text, int base = 10) {
+std::optional<std::uint32_t> parseNumber(std::string_view text, int base = 10) {
     std::uint32_t number = 0;
     const auto end = text.data() + text.size();
     const auto [rest, error] = std::from_chars(text.data(), end, number, base);
-    require(error == std::errc() && rest == end, "\"" + std::string(text) + "\" is no number");
-    return number;
+    return error == std::errc() && rest == end ? std::optional(number) : std::nullopt;
 }
 
 std::uint32_t crc32(std::uint32_t crc, std::string_view bytes) {
@@ -35,9 +36,9 @@ std::uint32_t crc32(std::uint32_t crc, std::string_view bytes) {
 }
 
 std::string hexadecimal(std::uint32_t number) {
-    char digits[8];
-    const auto end = std::to_chars(std::begin(digits), std::end(digits), number, 16).ptr;
-    return {digits, end};
+    char digits[9];
+    std::snprintf(digits, sizeof digits, "%08x", static_cast<unsigned>(number));
+    return digits;
 }
 
 /// The lines "name: value" up to the end of the text.
@@ -83,15 +84,20 @@ FirmwarePackage readPackage(std::string_view bytes) {
         require(found != lines.end(), "the header has no \"" + std::string(name) + "\"");
         return found->second;
     };
+    const auto number = [&](const char* name, int base = 10) {
+        const auto parsed = parseNumber(line(name), base);
+        require(parsed.has_value(), "the header's \"" + std::string(name) + "\" is no number");
+        return *parsed;
+    };
 
     FirmwarePackage package;
     if (lines.contains("product")) package.product = line("product");
     package.version = parseVersion(line("version"));
-    package.blockSize = number(line("block-size"));
+    package.blockSize = number("block-size");
     require(package.blockSize > 0, "the block size is 0");
-    require(payload.size() == number(line("size")), "the payload is not as long as the header says");
+    require(payload.size() == number("size"), "the payload is not as long as the header says");
     const auto checked = bytes.substr(0, bytes.find("\n" + std::string(checksumName)) + 1);
-    require(crc32(crc32(0, checked), payload) == number(line("checksum"), 16), "the checksum is wrong");
+    require(crc32(crc32(0, checked), payload) == number("checksum", 16), "the checksum is wrong");
     package.payload = payload;
     return package;
 }
@@ -117,10 +123,12 @@ FirmwareVersionRecord parseVersion(std::string_view text) {
     for (const auto component :
          {&version.system, &version.controller, &version.frontEnd, &version.osd, &version.fpga}) {
         const auto digits = rest.substr(0, rest.find('.'));
-        *component = number(digits);
+        *component = parseNumber(digits).value_or(0);
         rest.remove_prefix(std::min(digits.size() + 1, rest.size()));
     }
-    require(versionText(version) == text, "\"" + std::string(text) + "\" is not five numbers with dots between them");
+    // One way of writing each version: what is anything else reads back differently.
+    require(versionText(version) == text,
+            "\"" + std::string(text) + "\" is no version, which is five numbers with dots");
     return version;
 }
 

@@ -1,8 +1,10 @@
-// The development host's batch lines and its reading of answers, with a plug-in that can misbehave.
+// The development host's batch lines and its reading of answers, with a plug-in that can misbehave; its firmware
+// updates, with the real one.
 #include <gmock/gmock.h>
 
-#include "host/Report.h"
-#include "host/Session.h"
+#include "host/Firmware.h"
+#include "host/Platform.h"
+#include "simulator/core/World.h"
 
 namespace {
 
@@ -93,6 +95,81 @@ TEST(Plugin, SaysWhyItCannotBeLoaded) {
     } catch (const std::runtime_error& error) {
         EXPECT_THAT(error.what(), HasSubstr("no_such_plugin: there is no such file"));
     }
+}
+
+/// Firmware updates, with the real plug-in.
+class FirmwareUpdate : public testing::Test {
+ protected:
+    FirmwareUpdate() { load(Json::object()); }
+    ~FirmwareUpdate() override { std::filesystem::remove(package.file); }
+
+    static void load(const Json& firmware) {
+        auto scenario = simulator::World::builtInScenario();
+        scenario["monitors"][0]["firmware"] = firmware;
+        simulator::loadScenario(scenario);
+    }
+    Json update() const {
+        host::createPackage(package);
+        return host::updateFirmware(session, package.file, "TQ271-P", "10000001", {.silent = true});
+    }
+
+    const host::Session session;
+    host::PackageOptions package{host::toUtf8(std::filesystem::temp_directory_path() / u8"pell \u4e94.dfw"), "TQ271-P",
+                                 "2.1.0.3.7", 3000};
+};
+
+TEST_F(FirmwareUpdate, ChangesTheVersion) {
+    load({{"callbackThread", true}, {"updatePolls", 2}});
+    const auto result = update();
+    EXPECT_EQ(result.at("before"), "2.0.1.5.3");
+    EXPECT_EQ(result.at("after"), "2.1.0.3.7");
+    EXPECT_EQ(simulator::openHandles(), Json::object());
+    EXPECT_THROW(update(), std::runtime_error) << "it has this version already";
+}
+
+TEST_F(FirmwareUpdate, SaysWhatFailsAndClosesThePackage) {
+    const auto failing = [](const char* function) {
+        return Json{{"simulate", "return"}, {"function", function}, {"result", 0x80000013u}};
+    };
+    const struct {
+        const char* product;
+        const char* broken;
+        Json firmware, simulation;
+        const char* message;
+    } cases[] = {
+        {"TQ271-P", "header", {}, {}, "cannot open the package: InternalError"},
+        {"TQ271-P", "truncated", {}, {}, "cannot open the package: InternalError"},
+        {"TQ271-P", "checksum", {}, {}, "cannot open the package: InternalError"},
+        {"TB240", "", {}, {}, "the package does not fit the monitor: it is for another product (code 1)"},
+        {"TQ271-P", "", {{"failAtBlock", 2}}, {}, "cannot transfer the firmware: DmError: Stall."},
+        {"TQ271-P", "", {{"unplugAtBlock", 2}}, {}, "cannot transfer the firmware: DmError: Monitor connection error."},
+        {"TQ271-P",
+         "",
+         {},
+         failing("FWMonitorTriggerFirmwareUpdate"),
+         "cannot trigger the update: DmError: Timed out."},
+    };
+    for (const auto& test : cases) {
+        load(test.firmware.is_null() ? Json::object() : test.firmware);
+        if (!test.simulation.is_null()) simulator::simulate(test.simulation);
+        package.product = test.product;
+        package.broken = test.broken;
+        try {
+            update();
+            ADD_FAILURE() << test.message;
+        } catch (const std::runtime_error& error) {
+            EXPECT_THAT(error.what(), HasSubstr(test.message));
+        }
+        EXPECT_EQ(simulator::openHandles(), Json::object()) << test.message;
+    }
+}
+
+TEST_F(Host, TellsEventsAsTheyArrive) {
+    std::vector<Json> events;
+    const auto exchange =
+        session.call("Good", {"", "", "five", ""}, [&](const Json& event) { events.push_back(event); });
+    EXPECT_EQ(Json(events), exchange.at("events"));
+    EXPECT_EQ(events.size(), 1u);
 }
 
 }  // namespace

@@ -1,0 +1,207 @@
+#include "host/Firmware.h"
+
+#include <chrono>
+#include <fstream>
+#include <stdexcept>
+#include <thread>
+
+#include "host/Platform.h"
+#include "simulator/core/FirmwarePackage.h"
+
+namespace host {
+
+namespace {
+
+void say(const std::string& line) {
+    std::fputs((line + "\n").c_str(), stdout);
+    std::fflush(stdout);
+}
+
+std::string versionText(const Json& version) {
+    FirmwareVersionRecord record{};
+    if (!simulator::fromJson(version, record)) throw std::runtime_error(writeJson(version) + " is no version");
+    return simulator::versionText(record);
+}
+
+/// A bar on a terminal; elsewhere a line for every tenth.
+class Progress {
+ public:
+    explicit Progress(bool silent) : silent_(silent) {}
+    ~Progress() {
+        if (begun_ && isBar_) say("");
+    }
+    Progress(const Progress&) = delete;
+    Progress& operator=(const Progress&) = delete;
+
+    void show(std::uint64_t done, std::uint64_t total) {
+        if (silent_ || total == 0) return;
+        const auto percent = static_cast<unsigned>(100 * done / total);
+        const auto amount = std::to_string(percent) + " %  " + std::to_string(done) + " of " + std::to_string(total);
+        constexpr std::size_t width = 40;
+        const auto filled = std::min<std::size_t>(width * percent / 100, width);
+        if (isBar_) {
+            const auto bar = std::string(filled, '#') + std::string(width - filled, ' ');
+            std::fputs(("\r[" + bar + "] " + amount + " blocks").c_str(), stdout);
+            std::fflush(stdout);
+        } else if (!begun_ || percent / 10 > told_ / 10) {
+            say("  " + amount + " blocks");
+            told_ = percent;
+        }
+        begun_ = true;
+    }
+
+ private:
+    const bool silent_;
+    const bool isBar_ = isTerminal(stdout);
+    bool begun_ = false;
+    unsigned told_ = 0;
+};
+
+/// 0 for what is no such event: a plug-in under development may send anything.
+std::uint64_t number(const Json& object, const char* member) {
+    const auto found = object.find(member);
+    return found != object.end() && found->is_number_unsigned() ? found->get<std::uint64_t>() : 0;
+}
+
+class Update {
+ public:
+    Update(const Session& session, std::string product, std::string serial, const UpdateDisplay& display)
+        : session_(session), product_(std::move(product)), serial_(std::move(serial)), display_(display) {}
+
+    Json run(const std::string& file) {
+        const auto path = toUtf8(std::filesystem::absolute(fromUtf8(file)));
+        id_ = ask("open the package",
+                  {.method = "POST", .resource = "FileSystemDfwFile", .body = writeJson({{"path", path}})})
+                  .at("id");
+        try {
+            auto result = apply(file);
+            close();
+            return result;
+        } catch (...) {
+            try {
+                close();
+            } catch (const std::exception& error) {
+                std::fputs((std::string(error.what()) + "\n").c_str(), stderr);
+            }
+            throw;
+        }
+    }
+
+ private:
+    Json apply(const std::string& file) {
+        const auto package = ask("describe the package", {.resource = "FileSystemDfwFile", .id = id_});
+        const auto before = readVersion();
+        tell("package  " + file + ": " + versionText(package.at("version")) + " for " +
+             package.at("monitorProduct").get<std::string>());
+        tell("monitor  " + product_ + "/" + serial_ + ": " + before);
+        const auto check = ask("check the package", ofMonitor("GET", "FirmwareUpdate", {{"checkDfwFile", id_}}));
+        const auto fits =
+            ask("check the package", ofMonitor("GET", "FirmwareUpdate", {{"supports", true}, {"dfwFile", id_}}));
+        if (fits != true) throw std::runtime_error("the package does not fit the monitor: " + reason(check));
+
+        transfer();
+        tell("trigger the update");
+        ask("trigger the update", ofMonitor("POST", "FirmwareUpdateTrigger"));
+        waitForUpdate();
+        const auto after = readVersion();
+        if (after != versionText(package.at("version")))
+            throw std::runtime_error("the monitor has the version " + after + " after the update");
+        tell("monitor  " + product_ + "/" + serial_ + ": " + after);
+        return {{"monitor", {{"product", product_}, {"serial", serial_}}},
+                {"package", package},
+                {"check", check},
+                {"before", before},
+                {"after", after}};
+    }
+
+    void transfer() {
+        tell("transfer");
+        Progress progress(display_.silent);
+        auto request = ofMonitor("POST", "FirmwareUpdateTransfer");
+        request.body = writeJson({{"dfwFile", id_}});
+        ask("transfer the firmware", request, [&](const Json& event) {
+            if (event.at("name") != "transferFirmwareData" || !event.at("text").is_string()) return;
+            const auto told = Json::parse(event.at("text").get<std::string>(), nullptr, false);
+            if (told.is_object()) progress.show(number(told, "transferredBlock"), number(told, "blockCount"));
+        });
+    }
+
+    /// The monitor tells that it is busy until it runs the new firmware.
+    void waitForUpdate() {
+        constexpr auto updating = 3;
+        constexpr auto attempts = 200;
+        const auto request = ofMonitor("GET", "FirmwareUpdate");
+        for (int i = 0; i < attempts; ++i) {
+            if (ask("read the state of the update", request).at("state") != updating) return;
+            std::this_thread::sleep_for(std::chrono::milliseconds(50));
+        }
+        throw std::runtime_error("the monitor does not end its update");
+    }
+
+    std::string readVersion() {
+        return versionText(ask("read the firmware version", ofMonitor("GET", "FirmwareUpdateVersion")));
+    }
+
+    void close() { ask("close the package", {.method = "DELETE", .resource = "FileSystemDfwFile", .id = id_}); }
+
+    static std::string reason(const Json& check) {
+        constexpr const char* reasons[] = {"", "it is for another product", "the monitor has this version already",
+                                           "the monitor has a newer version"};
+        const auto text =
+            check.is_number_unsigned() && check < std::size(reasons) ? reasons[check.get<unsigned>()] : "";
+        return text + std::string(*text ? " " : "") + "(code " + writeJson(check) + ")";
+    }
+
+    Request ofMonitor(const char* method, const char* resource, const Json& query = {}) const {
+        return {.method = method,
+                .resource = resource,
+                .product = product_,
+                .serial = serial_,
+                .query = query.is_null() ? "" : writeJson(query)};
+    }
+
+    /// The value of the answer; throws when it is an error.
+    Json ask(const std::string& step, const Request& request, EventObserver onEvent = {}) const {
+        const auto exchange = session_.call(request, std::move(onEvent));
+        auto outcome = readOutcome(exchange);
+        if (!display_.silent && display_.detail != Detail::compact)
+            print(stdout, display_.detail, request, outcome, exchange);
+        if (!outcome.succeeded()) throw std::runtime_error("cannot " + step + ": " + describeError(outcome.error));
+        return std::move(outcome.value);
+    }
+
+    void tell(const std::string& line) const {
+        if (!display_.silent) say(line);
+    }
+
+    const Session& session_;
+    const std::string product_;
+    const std::string serial_;
+    const UpdateDisplay display_;
+    std::string id_;
+};
+
+}  // namespace
+
+void createPackage(const PackageOptions& options) {
+    simulator::FirmwarePackage package;
+    package.product = options.product;
+    package.version = simulator::parseVersion(options.version);
+    for (std::uint32_t i = 0; i < options.size; ++i) package.payload += static_cast<char>((i * 31 + (i >> 8)) & 0xFF);
+    auto bytes = simulator::writePackage(package);
+
+    using simulator::PackageDefect;
+    if (options.broken == "checksum") bytes = damage(std::move(bytes), PackageDefect::checksum);
+    if (options.broken == "truncated") bytes = damage(std::move(bytes), PackageDefect::truncated);
+    if (options.broken == "header") bytes = damage(std::move(bytes), PackageDefect::header);
+    std::ofstream stream(fromUtf8(options.file), std::ios::binary);
+    stream << bytes << std::flush;
+    if (!stream) throw std::runtime_error("cannot write " + options.file);
+}
+
+Json updateFirmware(const Session& session, const std::string& package, const std::string& product,
+                    const std::string& serial, const UpdateDisplay& display) {
+    return Update(session, product, serial, display).run(package);
+}
+
+}  // namespace host
