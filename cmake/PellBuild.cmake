@@ -3,7 +3,8 @@
 
 if(PELL_SANITIZE)
     add_compile_options(-fsanitize=${PELL_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
-    add_link_options(-fsanitize=${PELL_SANITIZE})
+    # src/ is compiled with UBSan as well (see there), so everything is linked with it.
+    add_link_options(-fsanitize=${PELL_SANITIZE},undefined)
 endif()
 if(CMAKE_BUILD_TYPE STREQUAL "Debug")
     add_compile_options(-O1)

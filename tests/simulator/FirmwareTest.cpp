@@ -131,32 +131,6 @@ struct Steps {
     }
 };
 
-TEST_F(FirmwareLibrary, OpensAndDescribesPackages) {
-    for (const auto defect : {simulator::PackageDefect::checksum, simulator::PackageDefect::truncated})
-        EXPECT_EQ(open(simulator::damage(simulator::writePackage(package()), defect)), nullptr);
-    EXPECT_EQ(FWDfwFileCreateWithUtf8Path("no such file"), nullptr);
-
-    const auto file = open();
-    const auto path = (folder / u8"f\u00fcnf \u4e94.dfw").u8string();
-    const auto twin = FWDfwFileCreateWithUtf8Path(reinterpret_cast<const char*>(path.c_str()));
-    ASSERT_TRUE(file && twin && file != twin);
-    EXPECT_STREQ(FWDfwFileGetTargetMonitorProduct(file), "TQ271-P");
-    EXPECT_EQ(FWDfwFileGetTargetFirmwareVersion(file).fpga, 7u);
-    const FirmwareVersionRecord older{2, 1, 0, 2, 9};
-    EXPECT_EQ(FWDfwFileSupportsMonitorFirmwareVersion(file, &older), 1);
-    EXPECT_EQ(FWDfwFileSupportsMonitorFirmwareVersion(file, &newVersion), 0);
-    const auto description = FWUtf8StringCreateDfwFileJsonString(file);
-    EXPECT_EQ(Json::parse(FWUtf8StringGetCString(description))["version"]["osd"], 3);
-    EXPECT_EQ(simulator::openHandles(), Json({{"package", 2}, {"string", 1}}));
-    FWUtf8StringRelease(description);
-    FWDfwFileRelease(file);
-    FWDfwFileRelease(twin);
-
-    const auto nameless = open(package(""));
-    EXPECT_EQ(FWDfwFileGetTargetMonitorProduct(nameless), nullptr);
-    FWDfwFileRelease(nameless);
-}
-
 TEST_F(FirmwareLibrary, TransfersBlockByBlock) {
     const struct {
         const char* what;
@@ -215,50 +189,6 @@ TEST_F(FirmwareLibrary, JudgesPackagesAndRefusesOtherProducts) {
     EXPECT_EQ(FWMonitorSupportsFirmwareUpdate(nullptr), 0);
 }
 
-TEST_F(FirmwareLibrary, UpdatesWhenTriggered) {
-    const auto file = open();
-    for (const std::uint32_t polls : {0u, 2u}) {
-        load({{"updatePolls", polls}});
-        EXPECT_EQ(code(FWMonitorTriggerFirmwareUpdate(hid())), 0x80000015) << "nothing was transferred";
-        EXPECT_EQ(FWMonitorTransferFirmwareData(hid(), file, nullptr, nullptr), 0);
-        DmCtrlReset("10000001", "TQ271-P", 0);
-        EXPECT_EQ(FWMonitorTriggerFirmwareUpdate(hid()), 0);
-        for (std::uint32_t poll = 0; poll < polls; ++poll) {
-            EXPECT_EQ(version(), "2.0.1.5.3");
-            EXPECT_EQ(code(FWMonitorTransferFirmwareData(hid(), file, nullptr, nullptr)), 0x80000012);
-            EXPECT_EQ(state(), 3u);
-        }
-        EXPECT_EQ(state(), 0u);
-        EXPECT_EQ(version(), "2.1.0.3.7");
-    }
-    FWDfwFileRelease(file);
-}
-
-TEST_F(FirmwareLibrary, TransfersToTwoMonitorsAtOnceAndServesOthersMeanwhile) {
-    static std::atomic<int> arrived;
-    arrived = 0;
-    const auto meet = [](const TransferProgress* progress, void* monitor) -> std::int32_t {
-        if (progress->transferredBlocks > 1) return 1;
-        const auto other = DmCtrlSetBrightnessForStep("10000001", "TB240", 7);  // a third monitor
-        const auto again = FWMonitorTransferFirmwareData(monitor, nullptr, nullptr, nullptr);
-        ++arrived;
-        for (int i = 0; arrived < 2 && i < 5000; ++i) std::this_thread::sleep_for(std::chrono::milliseconds(1));
-        return arrived == 2 && other == 0 && again < 0;
-    };
-    const auto first = open(), second = open(package("TB240"));
-    std::uint32_t codes[2] = {1, 1};
-    const auto transfer = [&](int i, FWHidHandle monitor, FWDfwFile* file) {
-        codes[i] = code(FWMonitorTransferFirmwareData(monitor, file, meet, monitor));
-    };
-    std::thread thread(transfer, 0, hid(), first);
-    transfer(1, hid("10000002", "TB240"), second);
-    thread.join();
-    EXPECT_THAT(codes, ElementsAre(0u, 0u));
-    FWDfwFileRelease(first);
-    FWDfwFileRelease(second);
-    EXPECT_EQ(simulator::takeHandleFaults().size(), 2u) << "the null packages";
-}
-
 TEST_F(FirmwareLibrary, FindsMisusedHandles) {
     const auto log = (folder / "log").string();
 #ifdef _WIN32
@@ -290,54 +220,6 @@ TEST_F(FirmwareLibrary, FindsMisusedHandles) {
     const std::string lines(std::istreambuf_iterator<char>(stream), {});
     EXPECT_EQ(lines, "open package " + number + "\nrelease package " + number + "\nrelease package " + number +
                          "\nrelease string 0\n");
-}
-
-TEST_F(FirmwareLibrary, TellsDeviceVersions) {
-    FWDeviceProfile* profile = nullptr;
-    ASSERT_EQ(FWDeviceProfileCreateFromMonitor(hid(), &profile), 0);
-    const auto file = open();
-    char device[20];
-    std::uint32_t size = 0;
-    EXPECT_EQ(FWDeviceProfileGetDeviceID(profile, nullptr, &size), 0);
-    EXPECT_EQ(size, sizeof "TQ271-P/01");
-    EXPECT_EQ(FWDeviceProfileGetDeviceID(profile, device, &size), 0);
-    EXPECT_STREQ(device, "TQ271-P/01");
-    --size;
-    EXPECT_EQ(code(FWDeviceProfileGetDeviceID(profile, device, &size)), 0x80000003);
-    simulate({{"simulate", "return"}, {"function", "FWDeviceProfileGetDeviceID"}, {"result", 0}, {"outputs", {4000}}});
-    EXPECT_EQ(FWDeviceProfileGetDeviceID(profile, nullptr, &size), 0);
-    EXPECT_EQ(size, 4000u);
-
-    FirmwareVersionRecord version{};
-    EXPECT_EQ(FWMonitorGetDeviceVersion(hid(), profile, device, &version), 0);
-    EXPECT_EQ(version.osd, 5u);
-    EXPECT_EQ(code(FWMonitorGetDeviceVersion(hid(), profile, "TB240/03", &version)), 0x80000001);
-    EXPECT_EQ(FWMonitorGetDeviceVersionAfterUpdate(hid(), profile, file, device, &version), 0);
-    char text[20];
-    size = sizeof text;
-    EXPECT_EQ(FWDeviceProfileGetVersionString(profile, &version, text, &size), 0);
-    EXPECT_STREQ(text, "2.1.0.3.7");
-    FWDeviceProfileRelease(profile);
-    FWDfwFileRelease(file);
-}
-
-TEST_F(FirmwareLibrary, ObeysScriptsAndJournals) {
-    const auto file = open();
-    const auto number = reinterpret_cast<std::uintptr_t>(file);
-    simulate({{"simulate", "return"}, {"function", "FWDfwFileCreateWithPath"}, {"result", 0}});
-    EXPECT_EQ(open(), nullptr);
-    simulate({{"simulate", "return"},
-              {"function", "FWMonitorTransferFirmwareData"},
-              {"result", 0x80000013u},
-              {"product", "TB240"},
-              {"serial", "10000002"}});
-    Recording recording;
-    const auto monitor = hid("10000002", "TB240");
-    EXPECT_EQ(code(FWMonitorTransferFirmwareData(monitor, file, nullptr, nullptr)), 0x80000013);
-    EXPECT_EQ(code(FWMonitorTransferFirmwareData(nullptr, file, nullptr, nullptr)), 0x80010001);
-    EXPECT_EQ(recording.calls[1]["arguments"], Json({"TB240/10000002", number}));
-    EXPECT_EQ(recording.calls[2]["arguments"], Json({nullptr, number}));
-    FWDfwFileRelease(file);
 }
 
 TEST_F(FirmwareLibrary, HidHandlesAndLocksEndWithTheConnection) {

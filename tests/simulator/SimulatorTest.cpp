@@ -236,62 +236,6 @@ std::uint32_t code(DmResult result) {
     return static_cast<std::uint32_t>(result);
 }
 
-TEST_F(Simulator, ReplacesRecordsAndTheirMembersWithinTheirRange) {
-    DmSixColors colors{1, 2, 3, 4, 5, 200};
-    EXPECT_EQ(DmCtrlSet6ColorsAllLightness(a.serial, a.product, &colors), 0);
-    colors.red = 201;
-    EXPECT_EQ(code(DmCtrlSet6ColorsAllLightness(a.serial, a.product, &colors)), 0x8000000A);
-    EXPECT_EQ(code(DmCtrlSet6ColorsAllLightness(a.serial, a.product, nullptr)), 0x80000001);
-    EXPECT_EQ(DmCtrlGet6ColorsAllLightness(a.serial, a.product, &colors), 0);
-    EXPECT_EQ(simulator::toJson(colors),
-              Json({{"red", 1}, {"green", 2}, {"blue", 3}, {"cyan", 4}, {"magenta", 5}, {"yellow", 200}}));
-
-    const auto set = [](std::uint32_t color, double x, double y) {
-        const DmChromaticity chromaticity{x, y};
-        return code(DmCtrlSetChromaticity(a.serial, a.product, color, &chromaticity));
-    };
-    EXPECT_EQ(set(DM_COLOR_GREEN, 0.3, 0.8), 0u);
-    EXPECT_EQ(set(DM_COLOR_GREEN, 0.8, 0.3), 0x8000000A) << "x and y have limits of their own";
-    EXPECT_EQ(set(DM_COLOR_GREEN, std::nan(""), 0.3), 0x8000000A);
-    EXPECT_EQ(set(4, 0.3, 0.3), 0x80000001);
-    DmPrimaries primaries{};
-    EXPECT_EQ(DmCtrlGetRGBWChromaticities(a.serial, a.product, &primaries), 0);
-    EXPECT_EQ(simulator::toJson(primaries.green), Json({{"x", 0.3}, {"y", 0.8}}));
-    EXPECT_EQ(primaries.white.x, 0.3127);
-}
-
-TEST_F(Simulator, KeepsTablesOfTheirLength) {
-    const auto get = [](std::uint32_t depth, std::uint32_t color) {
-        std::uint32_t count = 0;
-        EXPECT_EQ(DmCtrlGetLUT(a.serial, a.product, depth, color, nullptr, &count), 0);
-        std::vector<std::uint32_t> values(count);
-        EXPECT_EQ(DmCtrlGetLUT(a.serial, a.product, depth, color, values.data(), &count), 0);
-        return values;
-    };
-    auto table = get(8, DM_COLOR_BLUE);
-    ASSERT_EQ(table.size(), 256u);
-    EXPECT_EQ(table[1], 1u);
-    EXPECT_EQ(table.back(), 255u);
-    EXPECT_EQ(get(10, DM_COLOR_RED).size(), 1024u);
-
-    const struct {
-        std::uint32_t depth, color, count, last, result;
-    } cases[] = {
-        {8, DM_COLOR_BLUE, 256, 7, 0},           {8, DM_COLOR_BLUE, 256, 256, 0x8000000A},
-        {8, DM_COLOR_BLUE, 255, 8, 0x8000001B},  {10, DM_COLOR_BLUE, 256, 8, 0x8000001B},
-        {8, DM_COLOR_WHITE, 256, 8, 0x80000001}, {9, DM_COLOR_BLUE, 256, 8, 0x80000001},
-    };
-    for (const auto& test : cases) {
-        table.back() = test.last;
-        EXPECT_EQ(code(DmCtrlSetLUT(a.serial, a.product, test.depth, test.color, table.data(), test.count)),
-                  test.result);
-    }
-    EXPECT_EQ(code(DmCtrlSetLUT(a.serial, a.product, 8, DM_COLOR_BLUE, nullptr, 256)), 0x8000001B);
-    ASSERT_EQ(get(8, DM_COLOR_BLUE).size(), 256u);
-    EXPECT_EQ(get(8, DM_COLOR_BLUE).back(), 7u);
-    EXPECT_EQ(get(8, DM_COLOR_RED).back(), 255u);
-}
-
 TEST_F(Simulator, JournalsListsAndRecords) {
     Recording recording;
     const std::uint32_t values[] = {1, 2};
@@ -307,30 +251,6 @@ TEST_F(Simulator, JournalsListsAndRecords) {
         "color": {"red": 1, "green": 2, "blue": 3}, "background": {"red": 0, "green": 0, "blue": 0},
         "bounds": {"coordinate": 0, "x": 1, "y": 2, "width": 3, "height": 4}})")));
     EXPECT_EQ(recording.calls[0]["arguments"].size(), 4u) << "a list tells its count";
-}
-
-TEST_F(Simulator, NamesItsModes) {
-    const auto name = [](const Address& monitor, std::uint32_t mode) {
-        char buffer[17] = "";
-        const auto result = DmCtrlGetFineContrastName(monitor.serial, monitor.product, mode, buffer, sizeof buffer);
-        return std::pair(code(result), std::string(buffer));
-    };
-    EXPECT_EQ(name(a, 26), std::pair(0u, std::string("Movie")));
-    EXPECT_EQ(name(b, 26).first, 0x80000001) << "the simpler product has fewer";
-    EXPECT_EQ(name(b, 25).second, "sRGB");
-    EXPECT_EQ(DmCtrlSetFineContrastName(a.serial, a.product, 26, "sixteen letters!"), 0);
-    EXPECT_EQ(code(DmCtrlSetFineContrastName(a.serial, a.product, 26, "seventeen letters")), 0x80000003);
-    EXPECT_EQ(code(DmCtrlSetFineContrastName(a.serial, a.product, 14, "new")), 0x80000001);
-    EXPECT_EQ(code(DmCtrlSetFineContrastName(a.serial, a.product, 26, nullptr)), 0x80000001);
-    EXPECT_EQ(name(a, 26).second, "sixteen letters!");
-
-    EXPECT_EQ(DmCtrlSupportedFCFunction(a.serial, a.product, 25, 0), 1);
-    EXPECT_EQ(DmCtrlSupportedFCFunction(a.serial, a.product, 25, 1), 0);
-    EXPECT_EQ(DmCtrlSupportedFCFunction(b.serial, b.product, 26, 0), 0);
-    EXPECT_EQ(code(DmCtrlSetFineContrast(a.serial, a.product, 14)), 0x80000001);
-    EXPECT_EQ(code(DmCtrlSetModeName(a.serial, a.product, 8, "new")), 0x80000001);
-    EXPECT_EQ(code(DmCtrlSetModeName(b.serial, b.product, 0, "new")), 0x80000007) << "lacks what the name belongs to";
-    EXPECT_EQ(DmCtrlSupportedModeSkip(b.serial, b.product), 0);
 }
 
 TEST_F(Simulator, SelectsModesAndResetsToWhatWasSaved) {
@@ -438,18 +358,6 @@ TEST_F(Simulator, TellsConcurrentThreadsApart) {
     std::thread other(work, 1);
     work(2);
     other.join();
-}
-
-TEST_F(Simulator, ObserverSeesEveryCallEnterAndLeave) {
-    static std::atomic<int> inside, entered;
-    inside = entered = 0;
-    simulator::setGateObserver({[] { ++inside, ++entered; }, [] { --inside; }});
-    simulate({{"simulate", "throw"}, {"function", "BridgeHelperCreatePromiseID"}, {"times", 1}});
-    EXPECT_THROW(BridgeHelperCreatePromiseID(), std::runtime_error);
-    brightness(a);
-    simulator::setGateObserver({});
-    EXPECT_EQ(entered, 2);
-    EXPECT_EQ(inside, 0);
 }
 
 }  // namespace
