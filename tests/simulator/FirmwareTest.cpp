@@ -161,6 +161,7 @@ TEST_F(FirmwareLibrary, TransfersBlockByBlock) {
             EXPECT_EQ(state(), test.state);
             simulate({{"simulate", "plug"}, {"product", "TQ271-P"}, {"serial", "10000001"}});
             DmCtrlFind(0, 0);
+            EXPECT_EQ(state(), test.result == 0 ? 2u : 0u);
             EXPECT_EQ(version(), "2.0.1.5.3") << "the monitor runs what it ran";
             FWDfwFileRelease(file);
         }

@@ -131,6 +131,9 @@ TEST_F(FirmwareUpdate, SaysWhatFailsAndClosesThePackage) {
     const auto failing = [](const char* function) {
         return Json{{"simulate", "return"}, {"function", function}, {"result", 0x80000013u}};
     };
+    const auto doingNothing = [](const char* function) {
+        return Json{{"simulate", "return"}, {"function", function}, {"result", 0}, {"outputs", Json::array()}};
+    };
     const struct {
         const char* product;
         const char* broken;
@@ -148,6 +151,12 @@ TEST_F(FirmwareUpdate, SaysWhatFailsAndClosesThePackage) {
          {},
          failing("FWMonitorTriggerFirmwareUpdate"),
          "cannot trigger the update: DmError: Timed out."},
+        {"TQ271-P", "", {}, failing("FWMonitorGetTransferState"), "cannot read the state of the update: DmError"},
+        {"TQ271-P",
+         "",
+         {},
+         doingNothing("FWMonitorTriggerFirmwareUpdate"),
+         "the monitor has the version 2.0.1.5.3 after"},
     };
     for (const auto& test : cases) {
         load(test.firmware.is_null() ? Json::object() : test.firmware);
