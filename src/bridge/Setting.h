@@ -23,6 +23,8 @@ struct Step {
     Callable function;
     const char* action;
 };
+template <class Callable>
+Step(Callable, const char*) -> Step<Callable>;
 
 /// The kinds of a setting's value: which data a PUT accepts, and how the value goes in and out.
 struct Number {
