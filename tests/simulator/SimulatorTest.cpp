@@ -3,9 +3,6 @@
 #include <gmock/gmock.h>
 #include <libdmc.h>
 
-#include <atomic>
-#include <thread>
-
 #include "simulator/core/Gate.h"
 #include "simulator/core/Simulator.h"
 
@@ -159,14 +156,6 @@ TEST(Values, RecordsGoBothWays) {
     for (const Json& wrong :
          {Json({{"indx", 1}}), Json({{"index", "1"}}), Json({{"triple", {1, 2, 3, 4}}}), Json({1, 2}), Json()})
         EXPECT_FALSE(simulator::fromJson(wrong, patch)) << wrong;
-}
-
-TEST(Values, NumbersThatJsonCannotHold) {
-    double number = 0;
-    EXPECT_TRUE(Output(&number).fill("-Infinity"));
-    EXPECT_EQ(number, -std::numeric_limits<double>::infinity());
-    EXPECT_FALSE(Output(&number).fill("infinity"));
-    EXPECT_TRUE(Output(static_cast<double*>(nullptr)).fill(1.5));
 }
 
 TEST(Values, TextsNeverPassTheirBuffer) {
@@ -333,31 +322,6 @@ TEST_F(Simulator, UnplugsAtOnceAndPlugsAtTheNextFind) {
     tell("unplug");
     simulate({{"simulate", "reset"}});
     EXPECT_EQ(enumerate().size(), 3u);
-}
-
-TEST_F(Simulator, OneAtATimeInACriticalSection) {
-    EXPECT_EQ(DmCtrlEnterCriticalSection(a.serial, a.product), 0);
-    EXPECT_EQ(static_cast<std::uint32_t>(DmCtrlEnterCriticalSection(a.serial, a.product)), 0x8001000A);
-    EXPECT_EQ(DmCtrlExitCriticalSection(a.serial, a.product), 0);
-    EXPECT_EQ(DmCtrlEnterCriticalSection(a.serial, a.product), 0);
-    EXPECT_EQ(DmCtrlSupportedCriticalSection(b.serial, b.product), 0);
-    EXPECT_EQ(static_cast<std::uint32_t>(DmCtrlEnterCriticalSection(b.serial, b.product)), 0x80000007);
-}
-
-TEST_F(Simulator, TellsConcurrentThreadsApart) {
-    const auto work = [](std::uint32_t step) {
-        Recording recording;
-        for (int i = 0; i < 200; ++i) {
-            DmCtrlSetContrastForStep(a.serial, a.product, step);
-            BridgeHelperSetResponse(step, 200, "{}");
-        }
-        EXPECT_EQ(recording.calls.size(), 200u);
-        EXPECT_EQ(recording.responses.size(), 200u);
-        for (const auto& call : recording.calls) EXPECT_EQ(call["arguments"][2], step);
-    };
-    std::thread other(work, 1);
-    work(2);
-    other.join();
 }
 
 }  // namespace
