@@ -7,6 +7,7 @@ namespace pocketjson {
 /// Walks through the entries of one object or array, which outlives it.
 class Entries {
  public:
+    Entries() noexcept = default;
     explicit Entries(const Value& container) noexcept
         : members_(container.isObject() ? &container.members() : nullptr),
           element_(container.elements().data()),

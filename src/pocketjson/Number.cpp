@@ -1,69 +1,162 @@
 #include "Number.h"
 
 #include <algorithm>
+#include <bit>
 #include <charconv>
 #include <limits>
+
+#include "Decimal.h"
 
 namespace pocketjson {
 
 namespace {
 
-bool isDigit(char byte) {
-    return byte >= '0' && byte <= '9';
+// The eight digits of a number, each a byte from 0 to 9, the first one in the lowest byte: split into halves three
+// times, by multiplication with the reciprocals of 100 and 10.
+inline std::uint64_t eightDigits(std::uint64_t number) noexcept {
+    const std::uint64_t fours = number / 10000 + (number % 10000 << 32);
+    const std::uint64_t hundreds = (fours * 10486 >> 20) & 0x0000007F0000007F;
+    const std::uint64_t twos = hundreds + ((fours - 100 * hundreds) << 16);
+    const std::uint64_t tens = (twos * 103 >> 10) & 0x000F000F000F000F;
+    return tens + ((twos - 10 * tens) << 8);
 }
 
-// Roughly the power of ten of a number: exact enough to tell one that is too large for a double from one that is too
-// small. The exponent counts as a huge one when it does not fit.
-std::int64_t magnitude(std::string_view unsignedNumber) {
-    const auto mantissaEnd = std::min(unsignedNumber.find_first_of("eE"), unsignedNumber.size());
-    const auto mantissa = unsignedNumber.substr(0, mantissaEnd);
-    const auto point = std::min(mantissa.find('.'), mantissa.size());
-    const auto leading = std::min(mantissa.find_first_of("123456789"), mantissa.size());
-    const auto position = static_cast<std::int64_t>(point) - static_cast<std::int64_t>(leading);
-
-    constexpr std::int64_t kHuge = std::numeric_limits<std::int64_t>::max() / 4;
-    std::int64_t exponent = 0;
-    if (mantissaEnd < unsignedNumber.size()) {
-        auto digits = unsignedNumber.substr(mantissaEnd + 1);
-        const bool negative = digits.front() == '-';
-        if (!isDigit(digits.front())) digits.remove_prefix(1);
-        exponent = kHuge;
-        std::from_chars(digits.data(), digits.data() + digits.size(), exponent);
-        exponent = std::min(exponent, kHuge);
-        if (negative) exponent = -exponent;
-    }
-    return position + exponent;
+inline void writeEightDigits(std::uint64_t digits, char* to) noexcept {
+    digits += 0x3030303030303030;
+    std::memcpy(to, &digits, sizeof digits);
 }
+
+char* writeExponent(std::int64_t exponent, char* to) noexcept {
+    *to++ = 'e';
+    *to++ = exponent < 0 ? '-' : '+';
+    const auto absolute = static_cast<std::uint64_t>(exponent < 0 ? -exponent : exponent);
+    if (absolute >= 100) *to++ = static_cast<char>('0' + absolute / 100);
+    *to++ = static_cast<char>('0' + absolute / 10 % 10);
+    *to++ = static_cast<char>('0' + absolute % 10);
+    return to;
+}
+
+constexpr int kSignificantDigits = 17;
 
 }  // namespace
 
-std::string_view formatNumber(std::int64_t number, NumberBuffer& buffer) noexcept {
-    const auto result = std::to_chars(buffer.data(), buffer.data() + buffer.size(), number);
-    return {buffer.data(), static_cast<std::size_t>(result.ptr - buffer.data())};
+char* writeNumber(std::int64_t number, char* room) noexcept {
+    auto absolute = static_cast<std::uint64_t>(number);
+    if (number < 0) {
+        *room++ = '-';
+        absolute = 0 - absolute;
+    }
+    const auto writeLeading = [&room](std::uint64_t upToEightDigits) {
+        const std::uint64_t digits = eightDigits(upToEightDigits);
+        const int zeros = std::countr_zero(digits | std::uint64_t{1} << 63) / 8;
+        writeEightDigits(digits >> (8 * zeros), room);
+        room += 8 - zeros;
+    };
+    const auto writeNextEight = [&room](std::uint64_t eight) {
+        writeEightDigits(eightDigits(eight), room);
+        room += 8;
+    };
+    constexpr std::uint64_t kEight = 100000000, kSixteen = kEight * kEight;
+    if (absolute < kEight) {
+        writeLeading(absolute);
+    } else if (absolute < kSixteen) {
+        writeLeading(absolute / kEight);
+        writeNextEight(absolute % kEight);
+    } else {
+        writeLeading(absolute / kSixteen);
+        writeNextEight(absolute / kEight % kEight);
+        writeNextEight(absolute % kEight);
+    }
+    return room;
 }
 
-std::string_view formatNumber(double number, NumberBuffer& buffer) noexcept {
-    if (number == 0) return "0.0";
-    // Defined as what printf does in the C locale, so no other decimal point can occur.
-    const auto result =
-        std::to_chars(buffer.data(), buffer.data() + buffer.size(), number, std::chars_format::general, 17);
-    return {buffer.data(), static_cast<std::size_t>(result.ptr - buffer.data())};
+char* writeNumber(double number, char* room) noexcept {
+    if (number == 0) {
+        std::memcpy(room, "0.0", 3);
+        return room + 3;
+    }
+    if (number < 0) {
+        *room++ = '-';
+        number = -number;
+    }
+    const Decimal decimal = seventeenDigits(number);
+
+    // The digits as they stand in a text: the first one, and twice eight.
+    const std::uint64_t leading = decimal.digits / 100000000;
+    const auto first = static_cast<char>('0' + leading / 100000000);
+    const std::uint64_t upper = eightDigits(leading % 100000000), lower = eightDigits(decimal.digits % 100000000);
+    const std::int64_t length = lower != 0 ? 17 - std::countl_zero(lower) / 8 : 9 - std::countl_zero(upper) / 8;
+    const auto writeDigits = [&](char* to) {
+        *to = first;
+        writeEightDigits(upper, to + 1);
+        writeEightDigits(lower, to + 9);
+    };
+
+    const std::int64_t power = decimal.exponent + kSignificantDigits - 1;  // of ten, in the first digit
+    if (power < -4 || power >= kSignificantDigits) {
+        writeDigits(room + 1);
+        room[0] = first;
+        room[1] = '.';
+        return writeExponent(power, room + (length > 1 ? length + 1 : 1));
+    }
+    if (power < 0) {
+        std::memcpy(room, "0.000", 5);
+        writeDigits(room + 1 - power);
+        return room + 1 - power + length;
+    }
+    writeDigits(room);
+    if (length <= power + 1) return room + power + 1;
+    std::memmove(room + power + 2, room + power + 1, kSignificantDigits - 1);
+    room[power + 1] = '.';
+    return room + length + 1;
+}
+
+const char* scanExponent(const char* cursor, const char* end, std::int64_t& exponent) noexcept {
+    constexpr std::int64_t kHuge = std::numeric_limits<std::int64_t>::max() / 100;
+    exponent = 0;
+    for (; cursor != end && isDigit(*cursor); ++cursor)
+        if (exponent < kHuge) exponent = exponent * 10 + (*cursor - '0');
+    return cursor;
+}
+
+double longToDouble(std::string_view mantissa, std::uint64_t digits, std::int64_t exponent) noexcept {
+    const auto isLeading = [](char byte) { return byte == '0' || byte == '.'; };
+    const auto* const first = std::find_if_not(mantissa.begin(), mantissa.end(), isLeading);
+    mantissa.remove_prefix(static_cast<std::size_t>(first - mantissa.begin()));
+    if (mantissa.size() <= static_cast<std::size_t>(kDigitsOfDecimal)) return nearestDouble({digits, exponent});
+    return nearestDouble(mantissa, exponent);
 }
 
 bool readNumber(std::string_view text, double& number) noexcept {
+    const char* cursor = text.data();
+    const char* const end = cursor + text.size();
     const bool negative = text.starts_with('-');
-    if (negative || text.starts_with('+')) text.remove_prefix(1);
-    // Excludes a second sign, and the words for infinity and NaN.
-    if (text.empty() || !(isDigit(text.front()) || text.front() == '.')) return false;
-    const auto* const end = text.data() + text.size();
-    double absolute = 0;
-    const auto result = std::from_chars(text.data(), end, absolute);
-    if (result.ptr != end) return false;
-    if (result.ec ==
-        std::errc::result_out_of_range)  // which leaves the number as it was, whether too large or too small
-        absolute = magnitude(text) > 0 ? std::numeric_limits<double>::infinity() : 0.0;
-    else if (result.ec != std::errc{})
-        return false;
+    if (negative || text.starts_with('+')) ++cursor;
+
+    const char* const mantissa = cursor;
+    std::uint64_t digits = 0;
+    cursor = scanDigits(cursor, end, digits);
+    std::int64_t count = cursor - mantissa, exponent = 0;
+    if (cursor != end && *cursor == '.') {
+        const char* const fraction = ++cursor;
+        cursor = scanDigits(cursor, end, digits);
+        count += cursor - fraction;
+        exponent = fraction - cursor;
+    }
+    if (count == 0) return false;
+    const std::string_view mantissaText(mantissa, cursor);
+    if (cursor != end) {
+        if (*cursor != 'e' && *cursor != 'E') return false;
+        ++cursor;
+        const bool negativeExponent = cursor != end && *cursor == '-';
+        if (negativeExponent || (cursor != end && *cursor == '+')) ++cursor;
+        const char* const exponentDigits = cursor;
+        std::int64_t stated = 0;
+        cursor = scanExponent(cursor, end, stated);
+        if (cursor == exponentDigits || cursor != end) return false;
+        exponent += negativeExponent ? -stated : stated;
+    }
+    const double absolute = toDouble(mantissaText, count, digits, exponent);
     number = negative ? -absolute : absolute;
     return true;
 }

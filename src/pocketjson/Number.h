@@ -1,21 +1,77 @@
 #pragma once
 
 #include <array>
+#include <bit>
 #include <cstdint>
+#include <cstring>
 #include <string_view>
+
+#include "Decimal.h"
 
 namespace pocketjson {
 
-/// Long enough for every number in decimal.
-using NumberBuffer = std::array<char, 32>;
+/// The room that a number needs in which it is written.
+inline constexpr std::size_t kNumberRoom = 48;
+using NumberBuffer = std::array<char, kNumberRoom>;
 
 /// As printf's "%lld" and "%.17g" would put them, but '.' is the decimal point under every locale; zero of either sign
-/// is "0.0". The number is finite. The text lies in the buffer.
-std::string_view formatNumber(std::int64_t number, NumberBuffer& buffer) noexcept;
-std::string_view formatNumber(double number, NumberBuffer& buffer) noexcept;
+/// is "0.0". The number is finite. Returns the end of the text; the room after it may be written to as well.
+char* writeNumber(std::int64_t number, char* room) noexcept;
+char* writeNumber(double number, char* room) noexcept;
 
-/// Reads a whole text as a decimal number, rounded to the nearest double: infinity beyond the largest one, zero below
-/// the smallest one. False if the text is no such number.
+template <class Number>
+std::string_view formatNumber(Number number, NumberBuffer& buffer) noexcept {
+    return {buffer.data(), static_cast<std::size_t>(writeNumber(number, buffer.data()) - buffer.data())};
+}
+
+constexpr bool isDigit(char byte) noexcept {
+    return byte >= '0' && byte <= '9';
+}
+
+/// The value of eight digits, each a byte from 0 to 9, the first one in the lowest byte.
+inline std::uint64_t valueOfEightDigits(std::uint64_t digits) noexcept {
+    constexpr std::uint64_t kMask = 0x000000FF000000FF;
+    const std::uint64_t pairs = digits * 10 + (digits >> 8);
+    const std::uint64_t high = (pairs & kMask) * (100 + (std::uint64_t{1000000} << 32));
+    const std::uint64_t low = ((pairs >> 16) & kMask) * (1 + (std::uint64_t{10000} << 32));
+    return (high + low) >> 32;
+}
+
+/// Appends the digits at the beginning of a text to a number, modulo 2^64. Returns where they end.
+inline const char* scanDigits(const char* cursor, const char* end, std::uint64_t& number) noexcept {
+    while (end - cursor >= 8) {
+        std::uint64_t bytes;
+        std::memcpy(&bytes, cursor, sizeof bytes);
+        const std::uint64_t digits = bytes - 0x3030303030303030;
+        const std::uint64_t others = ((bytes + 0x4646464646464646) | digits) & 0x8080808080808080;
+        if (others != 0) {  // exact up to the first byte that is no digit
+            constexpr std::array<std::uint64_t, 8> kPowers{1, 10, 100, 1000, 10000, 100000, 1000000, 10000000};
+            const int count = std::countr_zero(others) / 8;
+            if (count == 0) return cursor;
+            number = number * kPowers[static_cast<std::size_t>(count)] + valueOfEightDigits(digits << (64 - 8 * count));
+            return cursor + count;
+        }
+        number = number * 100000000 + valueOfEightDigits(digits);
+        cursor += 8;
+    }
+    for (; cursor != end && isDigit(*cursor); ++cursor)
+        number = number * 10 + static_cast<std::uint64_t>(*cursor - '0');
+    return cursor;
+}
+
+/// Reads the digits of an exponent, as many as it takes to tell that it is a huge one. Returns where they end.
+const char* scanExponent(const char* cursor, const char* end, std::int64_t& exponent) noexcept;
+
+/// The double nearest to mantissa * 10^exponent: infinity beyond the largest one, zero below the smallest one. The
+/// mantissa is `count` digits with at most one '.', `digits` is all of them modulo 2^64, and the exponent is that of
+/// the last one.
+double longToDouble(std::string_view mantissa, std::uint64_t digits, std::int64_t exponent) noexcept;
+inline double toDouble(std::string_view mantissa, std::int64_t count, std::uint64_t digits,
+                       std::int64_t exponent) noexcept {
+    return count <= kDigitsOfDecimal ? nearestDouble({digits, exponent}) : longToDouble(mantissa, digits, exponent);
+}
+
+/// Reads a whole text as a decimal number, rounded to the nearest double. False if the text is no such number.
 bool readNumber(std::string_view text, double& number) noexcept;
 
 /// Reads a whole text as an integer: an optional sign, "0x" before hexadecimal and "0" before octal digits. False if

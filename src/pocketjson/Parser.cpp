@@ -1,22 +1,26 @@
 #include "pocketjson/Parser.h"
 
-#include <charconv>
-#include <iterator>
+#include <limits>
 #include <utility>
-#include <vector>
 
 #include "Number.h"
+#include "Scan.h"
+#include "Stack.h"
 
 namespace pocketjson {
 
 namespace {
 
-bool isDigit(char byte) {
-    return byte >= '0' && byte <= '9';
-}
-bool isWhitespace(char byte) {
-    return byte == ' ' || byte == '\n' || byte == '\r' || byte == '\t';
-}
+// What ends a run of bytes that stand for themselves in a string.
+struct QuoteOrBackslash {
+    unsigned operator()(Sixteen bytes) const noexcept { return bytes.among('"', '\\'); }
+    bool operator()(char byte) const noexcept { return byte == '"' || byte == '\\'; }
+};
+
+struct NoWhitespace {
+    unsigned operator()(Sixteen bytes) const noexcept { return bytes.among(' ', '\n', '\r', '\t') ^ 0xFFFF; }
+    bool operator()(char byte) const noexcept { return byte != ' ' && byte != '\n' && byte != '\r' && byte != '\t'; }
+};
 
 int hexDigit(char byte) {
     if (isDigit(byte)) return byte - '0';
@@ -46,37 +50,52 @@ void appendUtf8(std::string& text, std::uint32_t codePoint) {
 
 }  // namespace
 
-/// The grammar's target that builds a Value. Containers stand in their parents from their beginning, so that a failed
-/// parse leaves them there; only the elements of open arrays are kept aside, on one stack, until their number is known.
+/// The grammar's target that builds a Value. Elements are gathered on one stack until their array ends and their number
+/// is known. A failed parse ends the containers that are open, so that they stay in the target.
 class ValueBuilder {
  public:
     explicit ValueBuilder(Value& target) : target_(target), previous_(target) {}
+    ~ValueBuilder() {
+        while (!elements_.empty()) Value().unpack(elements_.pop());
+    }
+    ValueBuilder(const ValueBuilder&) = delete;
+    ValueBuilder& operator=(const ValueBuilder&) = delete;
 
-    bool null() { return add({}); }
+    bool null() { return add(Value()); }
     bool boolean(bool value) { return add(value); }
     bool integer(std::int64_t value) { return add(value); }
     bool floating(double value) { return add(value); }
-    bool string(std::string_view text) { return add(text); }
-    bool string(std::string&& text) { return add(std::move(text)); }
+    template <class Text>  // a view or a string to be moved
+    bool string(Text&& text) {
+        return add(Value(Value::String, new (store_) Value::Container<std::string>(std::forward<Text>(text))));
+    }
+
     bool startArray() {
-        Value array = Value::array();
-        auto* const elements = &array.payload<Value::Elements>();
-        add(std::move(array));
-        open_.push_back({nullptr, elements, elements_.size()});
+        Value* const slot = inArray() ? nullptr : &newSlot();
+        outer_.push(open_);
+        open_ = {nullptr, slot, elements_.size()};
         return true;
     }
     bool endArray() {
-        const auto first = elements_.begin() + static_cast<std::ptrdiff_t>(open_.back().firstElement);
-        open_.back().elements->assign(std::move_iterator(first), std::move_iterator(elements_.end()));
-        elements_.erase(first, elements_.end());
-        open_.pop_back();
+        auto* const array = new (store_) Value::Container<Value::Elements>(elements_.size() - open_.firstElement);
+        const auto* packed = elements_.at(open_.firstElement);
+        for (Value& element : array->payload) element.unpack(*packed++);
+        elements_.cutTo(open_.firstElement);
+        Value* const slot = open_.slot;
+        open_ = outer_.pop();
+        Value value(Value::Array, array);
+        if (slot)
+            slot->swap(value);
+        else
+            addElement(std::move(value));
         return true;
     }
+
     bool startObject() {
-        Value object = Value::object();
-        auto* const members = &object.payload<Value::Members>();
-        add(std::move(object));
-        open_.push_back({members, nullptr, 0});
+        auto* const object = new (store_) Value::Container<Value::Members>;
+        add(Value(Value::Object, object));
+        outer_.push(open_);
+        open_ = {&object->payload, nullptr, 0};
         return true;
     }
     bool key(std::string_view name) {
@@ -84,42 +103,58 @@ class ValueBuilder {
         return true;
     }
     bool key(std::string&& name) {
-        name_ = std::move(name);
-        return true;
+        decodedName_ = std::move(name);
+        return key(std::string_view(decodedName_));
     }
     bool endObject() {
-        open_.pop_back();
+        open_ = outer_.pop();
         return true;
     }
 
     /// Ends what a failed parse has left open.
     void abandon() {
-        while (!open_.empty()) open_.back().elements ? endArray() : endObject();
+        while (!outer_.empty()) inArray() ? endArray() : endObject();
     }
 
  private:
+    // The innermost container that is open; the target's own place if there is none.
     struct Open {
-        Value::Members* members;    // of an object
-        Value::Elements* elements;  // of an array
-        std::size_t firstElement;   // of an array, in elements_
+        Value::Members* members;   // of an object
+        Value* slot;               // of an array that is no element itself: where it will stand
+        std::size_t firstElement;  // of an array, in elements_
     };
 
+    bool inArray() const { return !open_.members && !outer_.empty(); }
+
     bool add(Value value) {
-        if (open_.empty()) {
-            target_ = std::move(value);
-        } else if (auto* members = open_.back().members) {
-            members->insert_or_assign(members->end(), std::move(name_), std::move(value));
-        } else {
-            elements_.push_back(std::move(value));
-        }
+        if (inArray())
+            addElement(std::move(value));
+        else
+            newSlot().swap(value);
         return true;
+    }
+
+    void addElement(Value&& value) {
+        auto& element = elements_.extend();
+        element = std::move(value).pack();
+    }
+
+    // Where the next value goes that is no element.
+    Value& newSlot() {
+        if (!open_.members) return target_;
+        // Mostly, names come in order. A name that is there already keeps its place, and the new value replaces the
+        // old.
+        return open_.members->emplace_hint(open_.members->end(), name_, Value())->second;
     }
 
     Value& target_;
     const Value previous_;  // keeps the text alive, should the target hold it
-    std::vector<Open> open_;
-    std::vector<Value> elements_;
-    std::string name_;  // of the member that is being parsed
+    Store::Filler store_;
+    std::string_view name_;  // of the member that is being parsed
+    std::string decodedName_;
+    Open open_{};
+    Stack<Open, 8> outer_;
+    Stack<Value::Packed, 32> elements_;
 };
 
 namespace {
@@ -150,7 +185,7 @@ template <class Target>
 class Parser {
  public:
     Parser(Target& target, std::string& errorMessage, const char* begin, const char* end, unsigned flags)
-        : target_(target), errorMessage_(errorMessage), cursor_(begin), end_(end), flags_(flags) {}
+        : target_(target), errorMessage_(errorMessage), begin_(begin), cursor_(begin), end_(end), flags_(flags) {}
 
     bool document() {
         errorMessage_.clear();
@@ -165,12 +200,9 @@ class Parser {
     }
 
  private:
-    // What is due next.
-    enum class Step { Value, FirstEntry, NextEntry, Separator, Failure };
-
     bool atEnd() const { return cursor_ == end_; }
-    bool isNext(char byte) const { return cursor_ != end_ && *cursor_ == byte; }
     bool isDigitNext() const { return cursor_ != end_ && isDigit(*cursor_); }
+    bool isNext(char byte) const { return cursor_ != end_ && *cursor_ == byte; }
     bool skip(char byte) {
         if (!isNext(byte)) return false;
         ++cursor_;
@@ -182,10 +214,8 @@ class Parser {
         return true;
     }
     void skipWhitespace() {
-        while (cursor_ != end_ && isWhitespace(*cursor_)) ++cursor_;
-    }
-    void skipDigits() {
-        while (isDigitNext()) ++cursor_;
+        if (cursor_ == end_ || *cursor_ > ' ') return;  // mostly, there is none
+        cursor_ = findFirst(begin_, cursor_, end_, NoWhitespace());
     }
 
     bool fail(const char* message) {
@@ -193,69 +223,68 @@ class Parser {
         return false;
     }
     bool goOn(bool handled) { return handled || fail("SAX handler cancels parsing."); }
-    static Step stepAfter(bool success, Step next) { return success ? next : Step::Failure; }
 
     // Nesting takes no call stack: the containers that are open are on a stack of our own.
     bool value() {
-        for (Step step = Step::Value;;) {
-            switch (step) {
-                case Step::Value:
-                    step = startOfValue();
-                    break;
-                case Step::FirstEntry:
-                    step = entry(true);
-                    break;
-                case Step::NextEntry:
-                    step = entry(false);
-                    break;
-                case Step::Separator:
-                    if (open_.empty()) return true;
-                    step = separator();
-                    break;
-                case Step::Failure:
-                    return false;
+        for (;;) {
+            const std::size_t depth = open_.size();
+            if (!startOfValue()) return false;
+            for (bool first = open_.size() > depth;; first = false) {
+                if (!first && open_.empty()) return true;
+                bool isClosed = false;
+                if (!nextEntry(first, isClosed)) return false;
+                if (!isClosed) break;
+                if (!goOn(inObject() ? target_.endObject() : target_.endArray())) return false;
+                open_.pop();
             }
         }
     }
 
-    Step startOfValue() {
+    // All of a scalar, or an opening bracket.
+    bool startOfValue() {
         skipWhitespace();
-        if (atEnd()) return stepAfter(fail("Unexpected character exists while parsing."), Step::Failure);
+        if (atEnd()) return fail("Unexpected character exists while parsing.");
         switch (*cursor_) {
             case '"':
                 ++cursor_;
-                return stepAfter(
-                    string([this](auto&& text) { return target_.string(std::forward<decltype(text)>(text)); }),
-                    Step::Separator);
+                return string([this](auto&& text) { return target_.string(std::forward<decltype(text)>(text)); });
             case '{':
                 ++cursor_;
-                open_.push_back('}');
-                return stepAfter(goOn(target_.startObject()), Step::FirstEntry);
+                open_.push('}');
+                return goOn(target_.startObject());
             case '[':
                 ++cursor_;
-                open_.push_back(']');
-                return stepAfter(goOn(target_.startArray()), Step::FirstEntry);
+                open_.push(']');
+                return goOn(target_.startArray());
             case 't':
             case 'f':
-                return stepAfter(boolean(), Step::Separator);
+                return boolean();
             case 'n':
-                return stepAfter(null(), Step::Separator);
+                return null();
             default:
-                return stepAfter(number(), Step::Separator);
+                return number();
         }
     }
 
-    // Where an entry may stand, after the opening bracket or a comma.
-    Step entry(bool first) {
-        if (atEnd()) return close();
+    // Up to the value of the next entry of the innermost container, or past its closing bracket.
+    bool nextEntry(bool first, bool& isClosed) {
+        if (!first) {
+            skipWhitespace();
+            if (!skip(',')) {
+                isClosed = skip(closingBracket());
+                return isClosed ||
+                       fail(inObject() ? kUnexpectedInObject : "Unexpected string exists while parsing array.");
+            }
+        }
+        if (atEnd()) return isClosed = true;
         skipWhitespace();
         if (skip(closingBracket())) {
-            if (first || flags_ & AllowTrailingComma) return close();
-            return stepAfter(fail(inObject() ? "Unexpected comma exists while parsing object."
-                                             : "Unexpected comma exists while parsing array."),
-                             Step::Failure);
+            isClosed = true;
+            return first || flags_ & AllowTrailingComma ||
+                   fail(inObject() ? "Unexpected comma exists while parsing object."
+                                   : "Unexpected comma exists while parsing array.");
         }
-        return inObject() ? stepAfter(name(), Step::Value) : Step::Value;
+        return !inObject() || name();
     }
 
     bool name() {
@@ -265,22 +294,8 @@ class Parser {
         return skip(':') || fail(kUnexpectedInObject);
     }
 
-    // After an entry.
-    Step separator() {
-        skipWhitespace();
-        if (skip(',')) return Step::NextEntry;
-        if (skip(closingBracket())) return close();
-        return stepAfter(fail(inObject() ? kUnexpectedInObject : "Unexpected string exists while parsing array."),
-                         Step::Failure);
-    }
-
-    char closingBracket() const { return open_.back(); }
+    char closingBracket() const { return open_.top(); }
     bool inObject() const { return closingBracket() == '}'; }
-    Step close() {
-        const bool handled = inObject() ? target_.endObject() : target_.endArray();
-        open_.pop_back();
-        return stepAfter(goOn(handled), Step::Separator);
-    }
 
     bool boolean() {
         if (skip("true")) return goOn(target_.boolean(true));
@@ -291,31 +306,45 @@ class Parser {
     bool null() { return skip("null") ? goOn(target_.null()) : fail("Invalid null type string exists."); }
 
     bool number() {
-        const char* const begin = cursor_;
         const bool negative = skip('-');
+        const char* const mantissa = cursor_;
         if (!isDigitNext())
             return fail(negative ? "Digit is not found while parsing number."
                                  : "Unexpected character exists while parsing.");
-        if (skip('0') && isDigitNext()) return fail("Unexpected '0' character is found while parsing number.");
-        skipDigits();
+        auto digits = static_cast<std::uint64_t>(*cursor_++ - '0');
+        if (isDigitNext()) {
+            if (digits == 0) return fail("Unexpected '0' character is found while parsing number.");
+            cursor_ = scanDigits(cursor_, end_, digits);
+        }
+
+        std::int64_t count = cursor_ - mantissa, exponent = 0;
         bool isInteger = true;
         if (skip('.')) {
             isInteger = false;
-            if (!isDigitNext()) return fail("Digit is not found after the decimal point while parsing number.");
-            skipDigits();
+            const char* const fraction = cursor_;
+            cursor_ = scanDigits(cursor_, end_, digits);
+            exponent = fraction - cursor_;
+            count -= exponent;
+            if (exponent == 0) return fail("Digit is not found after the decimal point while parsing number.");
         }
+        const std::string_view mantissaText(mantissa, cursor_);
         if (skip('e') || skip('E')) {
             isInteger = false;
-            if (!skip('+')) skip('-');
-            if (!isDigitNext()) return fail("Digit is not found after exponent keyword while parsing number.");
-            skipDigits();
+            const bool negativeExponent = skip('-');
+            if (!negativeExponent) skip('+');
+            std::int64_t stated = 0;
+            const char* const exponentDigits = cursor_;
+            cursor_ = scanExponent(cursor_, end_, stated);
+            if (cursor_ == exponentDigits)
+                return fail("Digit is not found after exponent keyword while parsing number.");
+            exponent += negativeExponent ? -stated : stated;
         }
-        std::int64_t integer = 0;
-        if (isInteger && std::from_chars(begin, cursor_, integer).ec == std::errc{})
-            return goOn(target_.integer(integer));
-        double floating = 0;
-        if (!readNumber({begin, cursor_}, floating)) return fail("Failed to parse floating point.");
-        return goOn(target_.floating(floating));
+
+        constexpr std::uint64_t kLargest = std::numeric_limits<std::int64_t>::max();
+        if (isInteger && count <= kDigitsOfDecimal && digits <= kLargest + negative)
+            return goOn(target_.integer(static_cast<std::int64_t>(negative ? 0 - digits : digits)));
+        const double absolute = toDouble(mantissaText, count, digits, exponent);
+        return goOn(target_.floating(negative ? -absolute : absolute));
     }
 
     // The text after an opening quote.
@@ -335,9 +364,7 @@ class Parser {
         return skip('"') ? goOn(sink(std::move(text))) : fail(kUnterminated);
     }
 
-    void skipPlainBytes() {
-        while (cursor_ != end_ && *cursor_ != '"' && *cursor_ != '\\') ++cursor_;
-    }
+    void skipPlainBytes() { cursor_ = findFirst(begin_, cursor_, end_, QuoteOrBackslash()); }
 
     // What follows a backslash.
     bool escape(std::string& text) {
@@ -400,10 +427,11 @@ class Parser {
 
     Target& target_;
     std::string& errorMessage_;
+    const char* const begin_;
     const char* cursor_;
     const char* const end_;
     const unsigned flags_;
-    std::string open_;  // the closing bracket of each open container
+    Stack<char, 64> open_;  // the closing bracket of each open container
 };
 
 }  // namespace

@@ -2,10 +2,12 @@
 
 #include <array>
 #include <cmath>
-#include <vector>
+#include <cstring>
 
 #include "Entries.h"
 #include "Number.h"
+#include "Scan.h"
+#include "Stack.h"
 
 namespace pocketjson {
 
@@ -26,6 +28,53 @@ constexpr auto kEscapes = [] {
     return escapes;
 }();
 
+struct Escaped {
+    unsigned operator()(Sixteen bytes) const noexcept { return bytes.among('"', '\\', '\x7F') | bytes.upTo('\x1F'); }
+    bool operator()(char byte) const noexcept { return kEscapes[static_cast<unsigned char>(byte)] != 0; }
+};
+
+// Gathers text in a buffer, which is appended to a string when it is flushed or full.
+class Output {
+ public:
+    explicit Output(std::string& text) : text_(text) {}
+
+    // Where so many bytes can be written, at most kRoom and sixteen.
+    char* room(std::size_t size) {
+        if (static_cast<std::size_t>(buffer_.data() + buffer_.size() - end_) < size) flush();
+        return end_;
+    }
+    void endAt(char* end) { end_ = end; }
+
+    void put(char byte) {
+        *room(1) = byte;
+        ++end_;
+    }
+    void put(std::string_view text) {
+        if (text.size() > kRoom) return putLong(text);
+        std::memcpy(room(text.size()), text.data(), text.size());
+        end_ += text.size();
+    }
+
+    void flush() {
+        text_.append(buffer_.data(), static_cast<std::size_t>(end_ - buffer_.data()));
+        end_ = buffer_.data();
+    }
+
+    static constexpr std::size_t kRoom = 512;
+
+ private:
+    void putLong(std::string_view text) {
+        flush();
+        text_ += text;
+    }
+
+    std::string& text_;
+    std::array<char, 4096> buffer_;
+    char* end_ = buffer_.data();
+};
+
+}  // namespace
+
 class Writer {
  public:
     Writer(std::string& output, unsigned flags)
@@ -36,47 +85,53 @@ class Writer {
 
     // Nesting takes no call stack: the containers that are open are on a stack of our own.
     bool write(const Value& value) {
-        if (!startOfValue(value)) return false;
-        while (!open_.empty()) {
-            auto& entries = open_.back();
-            if (entries.atEnd()) {
-                const char bracket = entries.isObject() ? '}' : ']';
-                open_.pop_back();
-                startLine();
-                output_.push_back(bracket);
-                continue;
-            }
-            if (!firstEntry_) output_.push_back(',');
+        bool written = startOfValue(value);
+        while (written && !open_.empty()) written = entries();
+        output_.flush();
+        return written;
+    }
+
+ private:
+    // Writes entries of the innermost open container, until one is a container itself or there are no more.
+    bool entries() {
+        const std::size_t depth = open_.size();
+        auto& entries = open_.top();
+        while (!entries.atEnd()) {
+            if (!firstEntry_) output_.put(',');
             firstEntry_ = false;
             startLine();
             if (entries.isObject()) {
                 string(entries.name());
-                output_ += pretty_ ? ": " : ":";
+                output_.put(':');
+                if (pretty_) output_.put(' ');
             }
             const Value& entry = entries.value();
             entries.advance();
             if (!startOfValue(entry)) return false;
+            if (open_.size() > depth) return true;
         }
+        const char bracket = entries.isObject() ? '}' : ']';
+        open_.pop();
+        startLine();
+        output_.put(bracket);
         return true;
     }
 
- private:
     // All of a scalar or an empty container, or the opening bracket.
     bool startOfValue(const Value& value) {
-        NumberBuffer buffer;
-        switch (value.type()) {
+        switch (value.type_) {
             case Value::Null:
-                output_ += "null";
+                output_.put("null");
                 return true;
             case Value::Boolean:
-                output_ += value.asBool() ? "true" : "false";
+                output_.put(value.payload_.boolean ? "true" : "false");
                 return true;
             case Value::Integer:
-                output_ += formatNumber(value.asInt64(), buffer);
+                output_.endAt(writeNumber(value.payload_.integer, output_.room(kNumberRoom)));
                 return true;
             case Value::Float:
-                if (!std::isfinite(value.asDouble())) return false;
-                output_ += formatNumber(value.asDouble(), buffer);
+                if (!std::isfinite(value.payload_.floating)) return false;
+                output_.endAt(writeNumber(value.payload_.floating, output_.room(kNumberRoom)));
                 return true;
             case Value::String:
                 string(value.text());
@@ -84,10 +139,10 @@ class Writer {
             case Value::Object:
             case Value::Array:
                 if (value.empty()) {
-                    output_ += value.isObject() ? "{}" : "[]";
+                    output_.put(value.isObject() ? "{}" : "[]");
                 } else {
-                    output_.push_back(value.isObject() ? '{' : '[');
-                    open_.emplace_back(value);
+                    output_.put(value.isObject() ? '{' : '[');
+                    open_.push(Entries(value));
                     firstEntry_ = true;
                 }
                 return true;
@@ -96,43 +151,58 @@ class Writer {
     }
 
     void string(std::string_view text) {
-        constexpr std::string_view kDigits = "0123456789abcdef";
-        output_.push_back('"');
-        const char* run = text.data();
-        const char* const end = run + text.size();
-        for (const char* cursor = run; cursor != end; ++cursor) {
-            const auto byte = static_cast<unsigned char>(*cursor);
-            const char escape = kEscapes[byte];
-            if (escape == 0) continue;
-            output_.append(run, static_cast<std::size_t>(cursor - run));
-            run = cursor + 1;
-            output_.push_back('\\');
-            output_.push_back(escape);
-            if (escape == 'u') {
-                output_ += "00";
-                output_.push_back(kDigits[byte >> 4]);
-                output_.push_back(kDigits[byte & 15]);
+        output_.put('"');
+        if (text.size() > Output::kRoom || !plainString(text)) {
+            const char* const end = text.data() + text.size();
+            for (const char* run = text.data();;) {
+                const char* const escaped = findFirst(text.data(), run, end, Escaped());
+                output_.put(std::string_view(run, escaped));
+                if (escaped == end) break;
+                escape(static_cast<unsigned char>(*escaped));
+                run = escaped + 1;
             }
         }
-        output_.append(run, static_cast<std::size_t>(end - run));
-        output_.push_back('"');
+        output_.put('"');
+    }
+
+    // Copies first and looks for what cannot stand for itself afterwards: in the room it can look further than the
+    // text.
+    bool plainString(std::string_view text) {
+        char* const copy = output_.room(text.size() + Sixteen::size);
+        std::memcpy(copy, text.data(), text.size());
+        char* const end = copy + text.size();
+        for (const char* cursor = copy; cursor < end; cursor += Sixteen::size) {
+            const unsigned escaped = Escaped()(Sixteen(cursor));
+            if (escaped != 0 && cursor + std::countr_zero(escaped) < end) return false;
+        }
+        output_.endAt(end);
+        return true;
+    }
+
+    void escape(unsigned char byte) {
+        constexpr std::string_view kDigits = "0123456789abcdef";
+        output_.put('\\');
+        output_.put(kEscapes[byte]);
+        if (kEscapes[byte] == 'u') {
+            output_.put("00");
+            output_.put(kDigits[byte >> 4]);
+            output_.put(kDigits[byte & 15]);
+        }
     }
 
     void startLine() {
         if (!pretty_) return;
-        output_ += lineBreak_;
-        for (std::size_t depth = 0; depth < open_.size(); ++depth) output_ += indentUnit_;
+        output_.put(lineBreak_);
+        for (std::size_t depth = 0; depth < open_.size(); ++depth) output_.put(indentUnit_);
     }
 
-    std::string& output_;
+    Output output_;
     const bool pretty_;
     const std::string_view lineBreak_;
     std::string_view indentUnit_;
-    std::vector<Entries> open_;
     bool firstEntry_ = true;  // of the innermost open container
+    Stack<Entries, 8> open_;
 };
-
-}  // namespace
 
 bool write(const Value& value, std::string& output, unsigned flags) {
     return Writer(output, flags).write(value);

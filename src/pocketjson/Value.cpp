@@ -54,9 +54,32 @@ Value Value::fromElements(Elements&& elements) {
     return Value(Array, new Container<Elements>(std::move(elements)));
 }
 
-// Destruction by recursion would need as much stack as the value is deep. Instead *this walks through the containers
-// that have lost their last reference, and the slot through which it descends into one holds the way back.
 void Value::destroyContainer() noexcept {
+    constexpr unsigned kLevelsOnCallStack = 32;
+    if (type_ != String) destroyNestedEntries(kLevelsOnCallStack);
+    delete payload_.container;
+}
+
+// Destroys the objects and arrays in here that have no other reference. Their destructors would do the same, but use as
+// much stack as the value is deep.
+void Value::destroyNestedEntries(unsigned levels) noexcept {
+    const auto destroy = [levels](Value& entry) {
+        if (!entry.holds(kNestedMask) || entry.payload_.container->references != 1) return;
+        entry.payload_.container->references = 0;
+        if (levels == 0) return entry.destroyStepByStep();
+        entry.destroyNestedEntries(levels - 1);
+        delete entry.payload_.container;
+        entry.payload_.container = nullptr;
+    };
+    if (type_ == Array)
+        for (Value& element : payload<Elements>()) destroy(element);
+    else if (type_ == Object)
+        for (auto& [name, member] : payload<Members>()) destroy(member);
+}
+
+// Without stack and without memory: *this walks through the containers that have lost their last reference, and the
+// slot through which it descends into one holds the way back.
+void Value::destroyStepByStep() noexcept {
     Value parent;
     for (;;) {
         if (Value* entry = entryToDescendInto()) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <bit>
 #include <concepts>
 #include <cstddef>
 #include <cstdint>
@@ -11,6 +12,8 @@
 #include <type_traits>
 #include <utility>
 #include <vector>
+
+#include "pocketjson/Store.h"
 
 namespace pocketjson {
 
@@ -67,7 +70,9 @@ class Value {
         return assignText(std::string_view(text));
     }
     template <class Text>
-    requires std::same_as<Text, std::string> Value& operator=(Text&& text) { return assignText(std::forward<Text>(text)); }
+    requires std::same_as<Text, std::string> Value& operator=(Text&& text) {
+        return assignText(std::forward<Text>(text));
+    }
 
     static Value object() { return Value(std::initializer_list<std::pair<const std::string, Value>>{}); }
     static Value array(std::initializer_list<Value> elements = {}) { return fromElements(Elements(elements)); }
@@ -145,6 +150,7 @@ class Value {
 
  private:
     friend class ValueBuilder;
+    friend class Writer;
 
     union Payload {
         std::int64_t integer = 0;
@@ -160,6 +166,17 @@ class Value {
 
     static Value fromElements(Elements&& elements);
 
+    // A value as plain data, which owns what the value owned.
+    struct Packed {
+        Type type;
+        std::int64_t payload;
+    };
+    Packed pack() && noexcept { return {std::exchange(type_, Null), std::bit_cast<std::int64_t>(payload_)}; }
+    void unpack(const Packed& packed) noexcept {  // into a null
+        type_ = packed.type;
+        payload_ = std::bit_cast<Payload>(packed.payload);
+    }
+
     /// Also false for tags that name no kind, which have the payload 0.
     bool holds(std::uint32_t mask) const noexcept { return (type_ & mask) != 0 && payload_.container != nullptr; }
     template <class T>
@@ -170,6 +187,8 @@ class Value {
 
     void release() noexcept;
     void destroyContainer() noexcept;
+    void destroyNestedEntries(unsigned levels) noexcept;
+    void destroyStepByStep() noexcept;
     Value* entryToDescendInto() noexcept;
     Value& entryDescendedInto() noexcept;
 
@@ -182,13 +201,18 @@ class Value {
 
 static_assert(sizeof(Value) == 16);
 
-/// The base of what values share: a reference count and a virtual destructor.
+/// The base of what values share: a reference count and a virtual destructor. Its memory comes from the Store.
 class Value::AbstractContainer {
  public:
     AbstractContainer() noexcept = default;
     AbstractContainer(const AbstractContainer&) = delete;
     AbstractContainer& operator=(const AbstractContainer&) = delete;
     virtual ~AbstractContainer() = default;
+
+    static void* operator new(std::size_t size) { return Store::allocate(size); }
+    static void* operator new(std::size_t size, Store::Filler& filler) { return filler.allocate(size); }
+    static void operator delete(void* memory) noexcept { Store::release(memory); }
+    static void operator delete(void* memory, Store::Filler&) noexcept { Store::release(memory); }
 
     std::int32_t references = 1;
 };
@@ -197,9 +221,8 @@ class Value::AbstractContainer {
 template <class T>
 class Value::Container final : public AbstractContainer {
  public:
-    Container() = default;
-    explicit Container(const T& content) : payload(content) {}
-    explicit Container(T&& content) noexcept : payload(std::move(content)) {}
+    template <class... Content>
+    explicit Container(Content&&... content) : payload(std::forward<Content>(content)...) {}
 
     T payload;
 };

@@ -1,0 +1,52 @@
+// Searches that look at sixteen bytes at a time.
+#pragma once
+
+#include <emmintrin.h>
+
+#include <bit>
+#include <cstddef>
+
+namespace pocketjson {
+
+/// Sixteen bytes, and a set of them as a mask with the first byte in the lowest bit.
+class Sixteen {
+ public:
+    static constexpr std::ptrdiff_t size = 16;
+
+    explicit Sixteen(const char* bytes) noexcept : bytes_(_mm_loadu_si128(reinterpret_cast<const __m128i*>(bytes))) {}
+    void store(char* to) const noexcept { _mm_storeu_si128(reinterpret_cast<__m128i*>(to), bytes_); }
+
+    /// Those equal to one of the given bytes.
+    template <class... Byte>
+    unsigned among(Byte... byte) const noexcept {
+        __m128i any = _mm_setzero_si128();
+        ((any = _mm_or_si128(any, _mm_cmpeq_epi8(bytes_, _mm_set1_epi8(byte)))), ...);
+        return static_cast<unsigned>(_mm_movemask_epi8(any));
+    }
+    /// Those less than or equal to a byte, as unsigned numbers.
+    unsigned upTo(char limit) const noexcept {
+        return static_cast<unsigned>(
+            _mm_movemask_epi8(_mm_cmpeq_epi8(_mm_min_epu8(bytes_, _mm_set1_epi8(limit)), bytes_)));
+    }
+
+ private:
+    __m128i bytes_;
+};
+
+/// The first of the bytes from `cursor` on that `search` finds, or `end`. `search` takes a Sixteen and returns a mask,
+/// or a byte and returns whether it is one. Up to sixteen bytes before the cursor, from `begin` on, may be read as
+/// well.
+template <class Search>
+const char* findFirst(const char* begin, const char* cursor, const char* end, Search search) noexcept {
+    for (; end - cursor >= Sixteen::size; cursor += Sixteen::size)
+        if (const unsigned found = search(Sixteen(cursor))) return cursor + std::countr_zero(found);
+    if (end - begin >= Sixteen::size) {  // the last sixteen, without those before the cursor
+        const char* const last = end - Sixteen::size;
+        const unsigned found = search(Sixteen(last)) >> (cursor - last);
+        return found ? cursor + std::countr_zero(found) : end;
+    }
+    while (cursor != end && !search(*cursor)) ++cursor;
+    return cursor;
+}
+
+}  // namespace pocketjson
