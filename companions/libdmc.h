@@ -98,6 +98,37 @@ typedef struct DmColorPatch {
     DmBounds bounds;
 } DmColorPatch;
 
+/* The sizes of a calibration target's texts in bytes, and of its look-up table. A text ends at its first NUL, or at the
+ * end of its field when it fills that. */
+#define DM_TARGET_FILE_NAME_SIZE 256
+#define DM_SENSOR_NAME_SIZE 64
+#define DM_SENSOR_SERIAL_SIZE 32
+#define DM_TARGET_LUT_SIZE 256
+
+typedef struct DmAmbientSensor {
+    char name[DM_SENSOR_NAME_SIZE];
+    char serial[DM_SENSOR_SERIAL_SIZE];
+} DmAmbientSensor;
+
+/* What a monitor calibrates itself to. Luminance in cd/m2, colour temperature in kelvin; `LminEnable` and `LambEnable`
+ * are 0 or 1; the codes are the library's own. */
+typedef struct DmCalibrationTarget {
+    uint32_t accuracy;
+    double Lmax;
+    uint32_t LminEnable;
+    double Lmin;
+    uint32_t colorTemperature;
+    DmChromaticity whitePoint;
+    uint32_t displayFunction;
+    uint32_t exp;
+    char userFileName[DM_TARGET_FILE_NAME_SIZE];
+    uint32_t LambEnable;
+    double Lamb;
+    double ambient;
+    DmAmbientSensor ambientSensor;
+    double lut[DM_TARGET_LUT_SIZE];
+} DmCalibrationTarget;
+
 /* Colours as inputs. */
 #define DM_COLOR_RED 0
 #define DM_COLOR_GREEN 1
@@ -433,6 +464,11 @@ int32_t DmCtrlSupportedOutsidePhotoSensorAD(const char* serial, const char* prod
 DmResult DmCtrlGetRangeOutsidePhotoSensorAD(const char* serial, const char* product, uint32_t* minimum,
                                             uint32_t* maximum);
 DmResult DmCtrlGetOutsidePhotoSensorAD(const char* serial, const char* product, uint32_t* value);
+
+/* ---- Self-calibration: newer versions only ----------------------------------------------------------------------- */
+
+DmResult DmCtrlGetSelfQCCalTarget(const char* serial, const char* product, DmCalibrationTarget* target);
+DmResult DmCtrlSetSelfQCCalTarget(const char* serial, const char* product, const DmCalibrationTarget* target);
 
 #ifdef __cplusplus
 }

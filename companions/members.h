@@ -5,6 +5,7 @@
 #include <libdmc.h>
 #include <libfwupdate.h>
 
+#include <cstdint>
 #include <tuple>
 
 namespace companions {
@@ -16,6 +17,15 @@ struct Member {
 };
 template <class Record, class T>
 Member(const char*, T Record::*) -> Member<Record, T>;
+
+/// A number that stands for a boolean: anything but zero is true.
+template <class Record>
+struct Flag {
+    const char* name;
+    std::uint32_t Record::*pointer;
+};
+template <class Record>
+Flag(const char*, std::uint32_t Record::*) -> Flag<Record>;
 
 /// A tuple of the record's members, specialised for each record.
 template <class Record>
@@ -72,6 +82,21 @@ template <>
 inline constexpr auto members<DmColorPatch> = std::tuple(Member{"color", &DmColorPatch::color},
                                                          Member{"background", &DmColorPatch::background},
                                                          Member{"bounds", &DmColorPatch::bounds});
+
+template <>
+inline constexpr auto members<DmAmbientSensor> = std::tuple(Member{"name", &DmAmbientSensor::name},
+                                                            Member{"serial", &DmAmbientSensor::serial});
+
+template <>
+inline constexpr auto members<DmCalibrationTarget> = std::tuple(
+    Member{"accuracy", &DmCalibrationTarget::accuracy}, Member{"Lmax", &DmCalibrationTarget::Lmax},
+    Flag{"LminEnable", &DmCalibrationTarget::LminEnable}, Member{"Lmin", &DmCalibrationTarget::Lmin},
+    Member{"colorTemperature", &DmCalibrationTarget::colorTemperature},
+    Member{"whitePoint", &DmCalibrationTarget::whitePoint},
+    Member{"displayFunction", &DmCalibrationTarget::displayFunction}, Member{"exp", &DmCalibrationTarget::exp},
+    Member{"userFileName", &DmCalibrationTarget::userFileName}, Flag{"LambEnable", &DmCalibrationTarget::LambEnable},
+    Member{"Lamb", &DmCalibrationTarget::Lamb}, Member{"ambient", &DmCalibrationTarget::ambient},
+    Member{"ambientSensor", &DmCalibrationTarget::ambientSensor}, Member{"lut", &DmCalibrationTarget::lut});
 
 template <>
 inline constexpr auto members<FirmwareVersionRecord> = std::tuple(

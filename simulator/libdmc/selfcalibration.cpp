@@ -1,0 +1,5 @@
+// What monitors measure and correct by themselves.
+#include "simulator/libdmc/Functions.h"
+
+GET(DmCtrlGetSelfQCCalTarget, "calibrationTarget");
+SET(DmCtrlSetSelfQCCalTarget, "calibrationTarget");
