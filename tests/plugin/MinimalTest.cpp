@@ -38,6 +38,7 @@ TEST(MinimalWorld, AnswersNotFoundForWhatNeedsANewerFunction) {
                                       "PanelType",
                                       "PinPFineContrast",
                                       "QuickCheck",
+                                      "SelfQCCalibrationTarget",
                                       "UniformityState"};
     Page page;
     for (const auto& row : torvo::exports::resourceTable) {
@@ -57,6 +58,8 @@ TEST(MinimalWorld, AnswersNotFoundForWhatNeedsANewerFunction) {
     EXPECT_EQ(page.put("Chromaticity", R"({"x":0.3})").status, 404);
     // The data is looked at before the library is.
     EXPECT_EQ(page.put("QuickCheck", "true").status, 400);
+    EXPECT_EQ(page.put("SelfQCCalibrationTarget", "true").status, 400);
+    EXPECT_EQ(page.put("SelfQCCalibrationTarget", "{}").status, 404);
 }
 
 TEST(MinimalWorld, HasNoFirmwareLibraryAndNoDirectoriesOfTheHost) {
