@@ -43,42 +43,28 @@ TEST(CalibrationTarget, IsReadLenientlyAndZeroWhereTheDataSaysNothing) {
     EXPECT_EQ(zero["lut"], Json(std::vector<double>(256)));
     EXPECT_EQ(zero["userFileName"], "");
 
-    const Json::json_pointer Lmax("/Lmax"), x("/whitePoint/x"), last("/lut/255"), flag("/LambEnable"), exp("/exp");
     const struct {
-        Json::json_pointer member;
-        Json given;
-        Json read;
+        std::vector<const char*> members;
+        const char* kinds;  // what is given and what is read, in turn
     } cases[] = {
-        {Lmax, 170, 170},
-        {Lmax, true, 1},
-        {Lmax, false, 0},
-        {Lmax, "2.5", 2.5},
-        {Lmax, "2.5 cd", 0},
-        {Lmax, "abc", 0},
-        {Lmax, {170}, 0},
-        {Lmax, nullptr, 0},
-        {x, "0.3", 0.3},
-        {last, "0.25", 0.25},
-        {last, true, 1},
-        {last, "", 0},
-        {flag, true, 1},
-        {flag, 0.5, 1},
-        {flag, "true", 1},
-        {flag, "1", 0},
-        {flag, {true}, 0},
-        {exp, 22, 22},
-        {exp, 21.5, 22},
-        {exp, "22", 0},
-        {exp, true, 0},
-        {Json::json_pointer("/userFileName"), 7, ""},
-        {Json::json_pointer("/whitePoint"), 0.3, {{"x", 0}, {"y", 0}}},
+        {{"/Lmax", "/Lmin", "/whitePoint/x", "/whitePoint/y", "/Lamb", "/ambient", "/lut/0", "/lut/255"},
+         R"([170, 170, 0.5, 0.5, true, 1, false, 0, "2.5", 2.5, "2.5 cd", 0, "", 0, null, 0, [1], 0])"},
+        {{"/LminEnable", "/LambEnable"}, R"([true, 1, 0.5, 1, 0, 0, "true", 1, "1", 0, [true], 0, null, 0])"},
+        {{"/accuracy", "/colorTemperature", "/displayFunction", "/exp"},
+         R"([22, 22, 21.5, 22, "22", 0, true, 0, [22], 0])"},
+        {{"/userFileName", "/ambientSensor/name"}, R"(["a", "a", 7, "", true, "", null, ""])"},
+        {{"/whitePoint"}, R"([0.3, {"x": 0, "y": 0}, [1, 1], {"x": 0, "y": 0}])"},
     };
-    for (const auto& [member, given, read] : cases) {
-        Json body = zero, expected = zero;
-        body[member] = given;
-        expected[member] = read;
-        EXPECT_EQ(written(page, body), expected) << member << given;
-    }
+    for (const auto& [members, kinds] : cases)
+        for (const char* member : members) {
+            const Json list = Json::parse(kinds);
+            for (std::size_t i = 0; i < list.size(); i += 2) {
+                Json body = zero, expected = zero;
+                body[Json::json_pointer(member)] = list[i];
+                expected[Json::json_pointer(member)] = list[i + 1];
+                EXPECT_EQ(written(page, body), expected) << member << list[i];
+            }
+        }
 
     for (const std::size_t count : {1U, 255U, 300U}) {
         std::vector<double> entries(count, 1.5);
