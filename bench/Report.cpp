@@ -167,12 +167,16 @@ void Report::printTimes(const Table& table) {
 }
 
 void Report::printAllocations(const Table& table) {
+    std::vector<std::string> columns;
+    for (const auto& column : table.columns)
+        if (table.any([&](const Cell& cell) { return cell.column == column && cell.allocations >= 0; }))
+            columns.push_back(column);
     std::vector<std::string> names{""};
-    names.insert(names.end(), table.columns.begin(), table.columns.end());
+    names.insert(names.end(), columns.begin(), columns.end());
     printHead(GetOutputStream(), table.section + ": allocations, their bytes", names);
     for (const auto& row : table.rows) {
         std::vector<std::string> fields{row};
-        for (const auto& column : table.columns) {
+        for (const auto& column : columns) {
             const Cell* const cell = table.cell(row, column);
             if (!cell || cell->allocations < 0)
                 fields.push_back("-");

@@ -8,9 +8,14 @@
 
 #include "Allocations.h"
 #include "json/BoostJson.h"
+#include "json/ByteScan.h"
+#include "json/CJson.h"
+#include "json/Jansson.h"
+#include "json/Jsoncpp.h"
 #include "json/Library.h"
 #include "json/Nlohmann.h"
 #include "json/Pocketjson.h"
+#include "json/QtJson.h"
 #include "json/RapidJson.h"
 
 namespace bench {
@@ -20,7 +25,8 @@ namespace {
 template <JsonLibrary... Libraries>
 struct LibraryList {};
 
-using AllLibraries = LibraryList<Pocketjson, Nlohmann, RapidJson, BoostJson, BoostJsonMonotonic>;
+using AllLibraries =
+    LibraryList<Pocketjson, Nlohmann, Jsoncpp, Jansson, CJson, QtJson, RapidJson, BoostJson, BoostJsonMonotonic>;
 
 constexpr const char* kParse = "parse";
 constexpr const char* kParseAndRelease = "parse and release";
@@ -87,19 +93,19 @@ bool check(const Corpus& corpus) {
     return !refused;
 }
 
-/// Registers a benchmark of `pass()`, which goes over the corpus once.
-template <class Pass>
-void registerPass(const char* section, const Corpus& corpus, const char* column, Pass pass) {
+/// Registers a benchmark each of whose iterations goes over the whole corpus once.
+template <class Run>
+void registerRun(const char* section, const Corpus& corpus, const char* column, Run run) {
     const auto name = std::string(section) + '|' + corpus.name + '|' + column;
-    benchmark::RegisterBenchmark(name.c_str(), [&corpus, pass](benchmark::State& state) {
-        pass(state);
+    benchmark::RegisterBenchmark(name.c_str(), [&corpus, run](benchmark::State& state) {
+        run(state);
         state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(totalSize(corpus)));
     });
 }
 
-/// Runs `pass()` as often as asked for, after having counted what one pass allocates.
+/// Repeats a pass, after having counted what one allocates.
 template <class Pass>
-void run(benchmark::State& state, Pass pass) {
+void repeat(benchmark::State& state, Pass pass) {
     pass();
     const auto allocations = allocationsOf(pass);
     for (auto _ : state) pass();
@@ -127,17 +133,17 @@ void parseOnly(benchmark::State& state, const Corpus& corpus) {
 template <JsonLibrary Library>
 void registerLibrary(const Corpus& corpus) {
     if (!check<Library>(corpus)) return;
-    registerPass(kParse, corpus, Library::name,
-                 [&corpus](benchmark::State& state) { parseOnly<Library>(state, corpus); });
-    registerPass(kParseAndRelease, corpus, Library::name, [&corpus](benchmark::State& state) {
-        run(state, [&] {
+    registerRun(kParse, corpus, Library::name,
+                [&corpus](benchmark::State& state) { parseOnly<Library>(state, corpus); });
+    registerRun(kParseAndRelease, corpus, Library::name, [&corpus](benchmark::State& state) {
+        repeat(state, [&] {
             for (const auto& text : corpus.documents) benchmark::DoNotOptimize(Library::parse(text));
         });
     });
     const auto onDocuments = [&corpus](const char* section, auto use) {
-        registerPass(section, corpus, Library::name, [&corpus, use](benchmark::State& state) {
+        registerRun(section, corpus, Library::name, [&corpus, use](benchmark::State& state) {
             const auto documents = parsed<Library>(corpus);
-            run(state, [&] {
+            repeat(state, [&] {
                 for (const auto& document : documents) use(document);
             });
         });
@@ -150,17 +156,16 @@ void registerLibrary(const Corpus& corpus) {
 // What no reader or writer can be faster than.
 void registerBounds(const Corpus& corpus) {
     for (const auto* section : {kParseAndRelease, kWrite}) {
-        registerPass(section, corpus, "memcpy", [&corpus](benchmark::State& state) {
+        registerRun(section, corpus, "memcpy", [&corpus](benchmark::State& state) {
             std::string copy(totalSize(corpus), '\0');
             for (auto _ : state) {
                 for (const auto& text : corpus.documents) std::memcpy(copy.data(), text.data(), text.size());
                 benchmark::ClobberMemory();
             }
         });
-        registerPass(section, corpus, "byte scan", [&corpus](benchmark::State& state) {
+        registerRun(section, corpus, "byte scan", [&corpus](benchmark::State& state) {
             for (auto _ : state)
-                for (const auto& text : corpus.documents)
-                    benchmark::DoNotOptimize(std::count(text.begin(), text.end(), '"'));
+                for (const auto& text : corpus.documents) benchmark::DoNotOptimize(countQuotes(text));
         });
     }
 }
