@@ -41,7 +41,7 @@ std::string sizeText(double bytes) {
 }
 
 std::string ratioText(double ratio) {
-    return formatted(ratio < 0.1 ? "%.3f" : "%.2f", ratio);
+    return formatted(ratio < 0.1 ? "%.3f" : ratio < 100 ? "%.2f" : "%.0f", ratio);
 }
 
 std::string processor() {
@@ -123,7 +123,8 @@ void Report::ReportRuns(const std::vector<Run>& runs) {
 
 void Report::Finalize() {
     std::vector<Table> tables;
-    for (const auto& [order, cell] : cells_) {
+    for (const auto& entry : cells_) {
+        const Cell& cell = entry.second;
         auto table =
             std::find_if(tables.begin(), tables.end(), [&](const Table& t) { return t.section == cell.section; });
         if (table == tables.end()) table = tables.insert(table, {cell.section, {}, {}, {}});
