@@ -7,12 +7,15 @@ namespace pocketjson {
 /// Walks through the entries of one object or array, which outlives it.
 class Entries {
  public:
-    Entries() noexcept = default;
-    explicit Entries(const Value& container) noexcept
-        : members_(container.isObject() ? &container.members() : nullptr),
-          element_(container.elements().data()),
-          elementsEnd_(element_ + container.elements().size()) {
-        if (isObject()) member_ = members_->begin();
+    Entries() noexcept = default;  ///< Of nothing.
+    explicit Entries(const Value& container) noexcept {
+        if (container.isObject()) {
+            members_ = &container.members();
+            member_ = members_->begin();
+        } else {
+            element_ = container.elements().data();
+            elementsEnd_ = element_ + container.elements().size();
+        }
     }
 
     bool isObject() const noexcept { return members_ != nullptr; }
@@ -27,10 +30,10 @@ class Entries {
     }
 
  private:
-    const Value::Members* members_;
+    const Value::Members* members_ = nullptr;
     Value::Members::const_iterator member_;
-    const Value* element_;
-    const Value* elementsEnd_;
+    const Value* element_ = nullptr;
+    const Value* elementsEnd_ = nullptr;
 };
 
 }  // namespace pocketjson

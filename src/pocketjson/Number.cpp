@@ -40,7 +40,7 @@ constexpr int kSignificantDigits = 17;
 
 }  // namespace
 
-char* writeNumber(std::int64_t number, char* room) noexcept {
+char* writeAnyNumber(std::int64_t number, char* room) noexcept {
     auto absolute = static_cast<std::uint64_t>(number);
     if (number < 0) {
         *room++ = '-';
@@ -48,7 +48,7 @@ char* writeNumber(std::int64_t number, char* room) noexcept {
     }
     const auto writeLeading = [&room](std::uint64_t upToEightDigits) {
         const std::uint64_t digits = eightDigits(upToEightDigits);
-        const int zeros = std::countr_zero(digits | std::uint64_t{1} << 63) / 8;
+        const int zeros = std::countr_zero(digits | std::uint64_t{1} << 56) / 8;
         writeEightDigits(digits >> (8 * zeros), room);
         room += 8 - zeros;
     };

@@ -16,12 +16,27 @@ using NumberBuffer = std::array<char, kNumberRoom>;
 
 /// As printf's "%lld" and "%.17g" would put them, but '.' is the decimal point under every locale; zero of either sign
 /// is "0.0". The number is finite. Returns the end of the text; the room after it may be written to as well.
-char* writeNumber(std::int64_t number, char* room) noexcept;
+inline char* writeNumber(std::int64_t number, char* room) noexcept;
 char* writeNumber(double number, char* room) noexcept;
 
 template <class Number>
 std::string_view formatNumber(Number number, NumberBuffer& buffer) noexcept {
     return {buffer.data(), static_cast<std::size_t>(writeNumber(number, buffer.data()) - buffer.data())};
+}
+
+char* writeAnyNumber(std::int64_t number, char* room) noexcept;
+
+inline char* writeNumber(std::int64_t number, char* room) noexcept {
+    if (static_cast<std::uint64_t>(number) >= 10000) return writeAnyNumber(number, room);
+    // The four digits, each a byte from 0 to 9, the first one in the lowest byte; then those after the leading zeros.
+    const auto small = static_cast<std::uint32_t>(number);
+    const std::uint32_t pairs = small / 100 + (small % 100 << 16);
+    const std::uint32_t tens = (pairs * 103 >> 10) & 0x000F000F;
+    const std::uint32_t digits = tens + ((pairs - 10 * tens) << 8);
+    const int zeros = std::countr_zero(digits | std::uint32_t{1} << 24) / 8;
+    const std::uint32_t text = (digits + 0x30303030) >> (8 * zeros);
+    std::memcpy(room, &text, sizeof text);
+    return room + (4 - zeros);
 }
 
 constexpr bool isDigit(char byte) noexcept {

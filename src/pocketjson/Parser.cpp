@@ -179,248 +179,230 @@ class SaxTarget {
     SaxHandler& handler_;
 };
 
-// The grammar. Text in strings and names goes to the target as a view of the input or, when it had to be decoded, as a
-// string of its own.
+// The grammar. Each rule takes where it begins in the text and returns where it ends, or null after a failure. Text in
+// strings and names goes to the target as a view of the input or, when it had to be decoded, as a string of its own.
 template <class Target>
 class Parser {
  public:
     Parser(Target& target, std::string& errorMessage, const char* begin, const char* end, unsigned flags)
-        : target_(target), errorMessage_(errorMessage), begin_(begin), cursor_(begin), end_(end), flags_(flags) {}
+        : target_(target), errorMessage_(errorMessage), begin_(begin), end_(end), flags_(flags) {}
 
     bool document() {
         errorMessage_.clear();
-        if (skip('\xEF') && skip('\xBB')) skip('\xBF');
-        if (!value()) {
+        const char* at = begin_;
+        for (const char byte : {'\xEF', '\xBB', '\xBF'}) {
+            if (!isNext(at, byte)) break;
+            ++at;
+        }
+        at = value(at);
+        if (!at) {
             target_.abandon();
             return false;
         }
         if (flags_ & IgnoreTrailingText) return true;
-        skipWhitespace();
-        return atEnd() || *cursor_ == '\0' || fail("Gabage string exists after json string.");
+        at = skipWhitespace(at);
+        return at == end_ || *at == '\0' || fail("Gabage string exists after json string.");
     }
 
  private:
-    bool atEnd() const { return cursor_ == end_; }
-    bool isDigitNext() const { return cursor_ != end_ && isDigit(*cursor_); }
-    bool isNext(char byte) const { return cursor_ != end_ && *cursor_ == byte; }
-    bool skip(char byte) {
-        if (!isNext(byte)) return false;
-        ++cursor_;
-        return true;
-    }
-    bool skip(std::string_view bytes) {
-        if (!std::string_view(cursor_, static_cast<std::size_t>(end_ - cursor_)).starts_with(bytes)) return false;
-        cursor_ += bytes.size();
-        return true;
-    }
-    void skipWhitespace() {
-        if (cursor_ == end_ || *cursor_ > ' ') return;  // mostly, there is none
-        cursor_ = findFirst(begin_, cursor_, end_, NoWhitespace());
+    bool isNext(const char* at, char byte) const { return at != end_ && *at == byte; }
+    bool isDigitNext(const char* at) const { return at != end_ && isDigit(*at); }
+    const char* skipWhitespace(const char* at) const {
+        if (at == end_ || static_cast<unsigned char>(*at) > ' ') return at;  // mostly, there is none
+        return findFirst(begin_, at, end_, NoWhitespace());
     }
 
-    bool fail(const char* message) {
+    const char* fail(const char* message) {
         errorMessage_ = message;
-        return false;
+        return nullptr;
     }
-    bool goOn(bool handled) { return handled || fail("SAX handler cancels parsing."); }
+    const char* goOn(bool handled, const char* at) { return handled ? at : fail("SAX handler cancels parsing."); }
 
     // Nesting takes no call stack: the containers that are open are on a stack of our own.
-    bool value() {
+    const char* value(const char* at) {
         for (;;) {
             const std::size_t depth = open_.size();
-            if (!startOfValue()) return false;
+            at = startOfValue(at);
+            if (!at) return nullptr;
             for (bool first = open_.size() > depth;; first = false) {
-                if (!first && open_.empty()) return true;
+                if (!first && open_.empty()) return at;
                 bool isClosed = false;
-                if (!nextEntry(first, isClosed)) return false;
+                at = nextEntry(at, first, isClosed);
+                if (!at) return nullptr;
                 if (!isClosed) break;
-                if (!goOn(inObject() ? target_.endObject() : target_.endArray())) return false;
+                if (!goOn(inObject() ? target_.endObject() : target_.endArray(), at)) return nullptr;
                 open_.pop();
             }
         }
     }
 
     // All of a scalar, or an opening bracket.
-    bool startOfValue() {
-        skipWhitespace();
-        if (atEnd()) return fail("Unexpected character exists while parsing.");
-        switch (*cursor_) {
+    const char* startOfValue(const char* at) {
+        at = skipWhitespace(at);
+        if (at == end_) return fail(kUnexpected);
+        switch (*at) {
             case '"':
-                ++cursor_;
-                return string([this](auto&& text) { return target_.string(std::forward<decltype(text)>(text)); });
+                return string(at + 1,
+                              [this](auto&& text) { return target_.string(std::forward<decltype(text)>(text)); });
             case '{':
-                ++cursor_;
                 open_.push('}');
-                return goOn(target_.startObject());
+                return goOn(target_.startObject(), at + 1);
             case '[':
-                ++cursor_;
                 open_.push(']');
-                return goOn(target_.startArray());
+                return goOn(target_.startArray(), at + 1);
             case 't':
+                at = literal(at, "true", "Invalid boolean type string exists.");
+                return at ? goOn(target_.boolean(true), at) : nullptr;
             case 'f':
-                return boolean();
+                at = literal(at, "false", "Invalid boolean type string exists.");
+                return at ? goOn(target_.boolean(false), at) : nullptr;
             case 'n':
-                return null();
+                at = literal(at, "null", "Invalid null type string exists.");
+                return at ? goOn(target_.null(), at) : nullptr;
             default:
-                return number();
+                return number(at);
         }
     }
 
     // Up to the value of the next entry of the innermost container, or past its closing bracket.
-    bool nextEntry(bool first, bool& isClosed) {
+    const char* nextEntry(const char* at, bool first, bool& isClosed) {
         if (!first) {
-            skipWhitespace();
-            if (!skip(',')) {
-                isClosed = skip(closingBracket());
-                return isClosed ||
-                       fail(inObject() ? kUnexpectedInObject : "Unexpected string exists while parsing array.");
+            at = skipWhitespace(at);
+            if (!isNext(at, ',')) {
+                isClosed = isNext(at, closingBracket());
+                if (isClosed) return at + 1;
+                return fail(inObject() ? kUnexpectedInObject : "Unexpected string exists while parsing array.");
             }
+            ++at;
         }
-        if (atEnd()) return isClosed = true;
-        skipWhitespace();
-        if (skip(closingBracket())) {
+        if (at == end_) {
             isClosed = true;
-            return first || flags_ & AllowTrailingComma ||
-                   fail(inObject() ? "Unexpected comma exists while parsing object."
+            return at;
+        }
+        at = skipWhitespace(at);
+        if (isNext(at, closingBracket())) {
+            isClosed = true;
+            if (first || flags_ & AllowTrailingComma) return at + 1;
+            return fail(inObject() ? "Unexpected comma exists while parsing object."
                                    : "Unexpected comma exists while parsing array.");
         }
-        return !inObject() || name();
+        return inObject() ? name(at) : at;
     }
 
-    bool name() {
-        if (!skip('"')) return fail(kUnexpectedInObject);
-        if (!string([this](auto&& text) { return target_.key(std::forward<decltype(text)>(text)); })) return false;
-        skipWhitespace();
-        return skip(':') || fail(kUnexpectedInObject);
+    const char* name(const char* at) {
+        if (!isNext(at, '"')) return fail(kUnexpectedInObject);
+        at = string(at + 1, [this](auto&& text) { return target_.key(std::forward<decltype(text)>(text)); });
+        if (!at) return nullptr;
+        at = skipWhitespace(at);
+        return isNext(at, ':') ? at + 1 : fail(kUnexpectedInObject);
     }
 
     char closingBracket() const { return open_.top(); }
     bool inObject() const { return closingBracket() == '}'; }
 
-    bool boolean() {
-        if (skip("true")) return goOn(target_.boolean(true));
-        if (skip("false")) return goOn(target_.boolean(false));
-        return fail("Invalid boolean type string exists.");
+    const char* literal(const char* at, std::string_view word, const char* message) {
+        const std::string_view rest(at, static_cast<std::size_t>(end_ - at));
+        return rest.starts_with(word) ? at + word.size() : fail(message);
     }
 
-    bool null() { return skip("null") ? goOn(target_.null()) : fail("Invalid null type string exists."); }
-
-    bool number() {
-        const bool negative = skip('-');
-        const char* const mantissa = cursor_;
-        if (!isDigitNext())
-            return fail(negative ? "Digit is not found while parsing number."
-                                 : "Unexpected character exists while parsing.");
-        auto digits = static_cast<std::uint64_t>(*cursor_++ - '0');
-        if (isDigitNext()) {
+    const char* number(const char* at) {
+        const bool negative = *at == '-';
+        if (negative) ++at;
+        const char* const mantissa = at;
+        if (!isDigitNext(at)) return fail(negative ? "Digit is not found while parsing number." : kUnexpected);
+        auto digits = static_cast<std::uint64_t>(*at++ - '0');
+        if (isDigitNext(at)) {
             if (digits == 0) return fail("Unexpected '0' character is found while parsing number.");
-            cursor_ = scanDigits(cursor_, end_, digits);
+            at = scanDigits(at, end_, digits);
         }
 
-        std::int64_t count = cursor_ - mantissa, exponent = 0;
+        std::int64_t count = at - mantissa, exponent = 0;
         bool isInteger = true;
-        if (skip('.')) {
+        if (isNext(at, '.')) {
             isInteger = false;
-            const char* const fraction = cursor_;
-            cursor_ = scanDigits(cursor_, end_, digits);
-            exponent = fraction - cursor_;
+            const char* const fraction = ++at;
+            at = scanDigits(at, end_, digits);
+            if (at == fraction) return fail("Digit is not found after the decimal point while parsing number.");
+            exponent = fraction - at;
             count -= exponent;
-            if (exponent == 0) return fail("Digit is not found after the decimal point while parsing number.");
         }
-        const std::string_view mantissaText(mantissa, cursor_);
-        if (skip('e') || skip('E')) {
+        const char* const mantissaEnd = at;
+        if (isNext(at, 'e') || isNext(at, 'E')) {
             isInteger = false;
-            const bool negativeExponent = skip('-');
-            if (!negativeExponent) skip('+');
+            ++at;
+            const bool negativeExponent = isNext(at, '-');
+            if (negativeExponent || isNext(at, '+')) ++at;
+            const char* const exponentDigits = at;
             std::int64_t stated = 0;
-            const char* const exponentDigits = cursor_;
-            cursor_ = scanExponent(cursor_, end_, stated);
-            if (cursor_ == exponentDigits)
-                return fail("Digit is not found after exponent keyword while parsing number.");
+            at = scanExponent(at, end_, stated);
+            if (at == exponentDigits) return fail("Digit is not found after exponent keyword while parsing number.");
             exponent += negativeExponent ? -stated : stated;
         }
 
         constexpr std::uint64_t kLargest = std::numeric_limits<std::int64_t>::max();
         if (isInteger && count <= kDigitsOfDecimal && digits <= kLargest + negative)
-            return goOn(target_.integer(static_cast<std::int64_t>(negative ? 0 - digits : digits)));
-        const double absolute = toDouble(mantissaText, count, digits, exponent);
-        return goOn(target_.floating(negative ? -absolute : absolute));
+            return goOn(target_.integer(static_cast<std::int64_t>(negative ? 0 - digits : digits)), at);
+        const double absolute = toDouble({mantissa, mantissaEnd}, count, digits, exponent);
+        return goOn(target_.floating(negative ? -absolute : absolute), at);
     }
 
     // The text after an opening quote.
     template <class Sink>
-    bool string(Sink sink) {
-        const char* const begin = cursor_;
-        skipPlainBytes();
-        const std::string_view plain(begin, cursor_);
-        if (skip('"')) return goOn(sink(plain));
-        std::string text(plain);
-        while (skip('\\')) {
-            if (!escape(text)) return false;
-            const char* const run = cursor_;
-            skipPlainBytes();
-            text.append(run, static_cast<std::size_t>(cursor_ - run));
+    const char* string(const char* at, Sink sink) {
+        const char* run = at;
+        at = skipPlainBytes(at);
+        if (isNext(at, '"')) return goOn(sink(std::string_view(run, at)), at + 1);
+        std::string text(run, at);
+        while (isNext(at, '\\')) {
+            at = escape(at + 1, text);
+            if (!at) return nullptr;
+            run = at;
+            at = skipPlainBytes(at);
+            text.append(run, at);
         }
-        return skip('"') ? goOn(sink(std::move(text))) : fail(kUnterminated);
+        return at != end_ ? goOn(sink(std::move(text)), at + 1) : fail(kUnterminated);
     }
 
-    void skipPlainBytes() { cursor_ = findFirst(begin_, cursor_, end_, QuoteOrBackslash()); }
+    const char* skipPlainBytes(const char* at) const { return findFirst(begin_, at, end_, QuoteOrBackslash()); }
 
     // What follows a backslash.
-    bool escape(std::string& text) {
-        if (atEnd()) return fail(kUnterminated);
-        switch (const char letter = *cursor_++) {
-            case '"':
-            case '\\':
-            case '/':
-                text.push_back(letter);
-                return true;
-            case 'b':
-                text.push_back('\b');
-                return true;
-            case 'f':
-                text.push_back('\f');
-                return true;
-            case 'n':
-                text.push_back('\n');
-                return true;
-            case 'r':
-                text.push_back('\r');
-                return true;
-            case 't':
-                text.push_back('\t');
-                return true;
-            case 'u':
-                return unicodeEscape(text);
-            default:
-                return fail("Unexpected escape character is found while parsing string.");
-        }
+    const char* escape(const char* at, std::string& text) {
+        if (at == end_) return fail(kUnterminated);
+        const char letter = *at++;
+        if (letter == 'u') return unicodeEscape(at, text);
+        constexpr std::string_view kLetters = "\"\\/bfnrt", kBytes = "\"\\/\b\f\n\r\t";
+        const std::size_t index = kLetters.find(letter);
+        if (index == kLetters.npos) return fail("Unexpected escape character is found while parsing string.");
+        text.push_back(kBytes[index]);
+        return at;
     }
 
-    bool unicodeEscape(std::string& text) {
+    const char* unicodeEscape(const char* at, std::string& text) {
         std::uint32_t unit = 0;
-        if (!codeUnit(unit)) return false;
-        if (unit >= 0xD800 && unit < 0xE000) {
+        at = codeUnit(at, unit);
+        if (at && unit >= 0xD800 && unit < 0xE000) {
+            if (unit >= 0xDC00 || !std::string_view(at, static_cast<std::size_t>(end_ - at)).starts_with("\\u"))
+                return fail(kInvalidSurrogates);
             std::uint32_t low = 0;
-            if (unit >= 0xDC00 || !skip("\\u")) return fail(kInvalidSurrogates);
-            if (!codeUnit(low)) return false;
-            if (low < 0xDC00 || low >= 0xE000) return fail(kInvalidSurrogates);
+            at = codeUnit(at + 2, low);
+            if (at && (low < 0xDC00 || low >= 0xE000)) return fail(kInvalidSurrogates);
             unit = 0x10000 + ((unit - 0xD800) << 10) + (low - 0xDC00);
         }
-        appendUtf8(text, unit);
-        return true;
+        if (at) appendUtf8(text, unit);
+        return at;
     }
 
-    bool codeUnit(std::uint32_t& unit) {
+    const char* codeUnit(const char* at, std::uint32_t& unit) {
         for (int i = 0; i < 4; ++i) {
-            if (atEnd()) return fail(kUnterminated);
-            const int digit = hexDigit(*cursor_++);
+            if (at == end_) return fail(kUnterminated);
+            const int digit = hexDigit(*at++);
             if (digit < 0) return fail("Invalid unicode hex string is found while parsing string.");
             unit = unit << 4 | static_cast<std::uint32_t>(digit);
         }
-        return true;
+        return at;
     }
 
+    static constexpr const char* kUnexpected = "Unexpected character exists while parsing.";
     static constexpr const char* kUnexpectedInObject = "Unexpected string exists while parsing object.";
     static constexpr const char* kUnterminated = "Expected string ending character '\"' is not found.";
     static constexpr const char* kInvalidSurrogates = "Invalid unicode surrogate pair is found while parsing string.";
@@ -428,7 +410,6 @@ class Parser {
     Target& target_;
     std::string& errorMessage_;
     const char* const begin_;
-    const char* cursor_;
     const char* const end_;
     const unsigned flags_;
     Stack<char, 64> open_;  // the closing bracket of each open container

@@ -5,6 +5,7 @@
 
 #include <bit>
 #include <cstddef>
+#include <cstdint>
 
 namespace pocketjson {
 
@@ -14,6 +15,9 @@ class Sixteen {
     static constexpr std::ptrdiff_t size = 16;
 
     explicit Sixteen(const char* bytes) noexcept : bytes_(_mm_loadu_si128(reinterpret_cast<const __m128i*>(bytes))) {}
+    /// Eight bytes twice.
+    Sixteen(std::uint64_t first, std::uint64_t second) noexcept
+        : bytes_(_mm_set_epi64x(static_cast<long long>(second), static_cast<long long>(first))) {}
     void store(char* to) const noexcept { _mm_storeu_si128(reinterpret_cast<__m128i*>(to), bytes_); }
 
     /// Those equal to one of the given bytes.

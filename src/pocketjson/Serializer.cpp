@@ -1,8 +1,10 @@
 #include "pocketjson/Serializer.h"
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <cstring>
+#include <utility>
 
 #include "Entries.h"
 #include "Number.h"
@@ -33,48 +35,86 @@ struct Escaped {
     bool operator()(char byte) const noexcept { return kEscapes[static_cast<unsigned char>(byte)] != 0; }
 };
 
-// Gathers text in a buffer, which is appended to a string when it is flushed or full.
+// Gathers text in a buffer, which is appended to a string when it is full. Writers hold the place where the text goes
+// on and ask for room there.
 class Output {
  public:
     explicit Output(std::string& text) : text_(text) {}
 
-    // Where so many bytes can be written, at most kRoom and sixteen.
-    char* room(std::size_t size) {
-        if (static_cast<std::size_t>(buffer_.data() + buffer_.size() - end_) < size) flush();
-        return end_;
+    char* begin() { return buffer_.data(); }
+    // Where to go on with at least kRoom bytes.
+    char* room(char* at) {
+        if (buffer_.data() + buffer_.size() - at >= static_cast<std::ptrdiff_t>(kRoom)) return at;
+        flush(at);
+        return begin();
     }
-    void endAt(char* end) { end_ = end; }
-
-    void put(char byte) {
-        *room(1) = byte;
-        ++end_;
-    }
-    void put(std::string_view text) {
-        if (text.size() > kRoom) return putLong(text);
-        std::memcpy(room(text.size()), text.data(), text.size());
-        end_ += text.size();
-    }
-
-    void flush() {
-        text_.append(buffer_.data(), static_cast<std::size_t>(end_ - buffer_.data()));
-        end_ = buffer_.data();
+    void flush(const char* at) { text_.append(buffer_.data(), static_cast<std::size_t>(at - buffer_.data())); }
+    char* appendLong(char* at, std::string_view text) {
+        flush(at);
+        text_ += text;
+        return begin();
     }
 
     static constexpr std::size_t kRoom = 512;
 
  private:
-    void putLong(std::string_view text) {
-        flush();
-        text_ += text;
-    }
-
     std::string& text_;
     std::array<char, 4096> buffer_;
-    char* end_ = buffer_.data();
 };
+
+template <std::size_t Size>
+char* put(char* at, const char (&text)[Size]) {
+    std::memcpy(at, text, Size - 1);
+    return at + Size - 1;
+}
+
+template <class Bytes>
+Bytes load(const char* from) {
+    Bytes bytes;
+    std::memcpy(&bytes, from, sizeof bytes);
+    return bytes;
+}
+
+// Copies a text and returns whether all of it stands for itself in a string. Parts of it are copied twice where that
+// saves a loop over single bytes.
+bool copyIfPlain(std::string_view text, char* to) {
+    const char* const from = text.data();
+    const std::size_t size = text.size();
+    if (size >= Sixteen::size) {
+        unsigned escaped = 0;
+        const auto copy = [&](std::size_t offset) {
+            const Sixteen bytes(from + offset);
+            bytes.store(to + offset);
+            escaped |= Escaped()(bytes);
+        };
+        for (std::size_t offset = 0; offset + Sixteen::size < size; offset += Sixteen::size) copy(offset);
+        copy(size - Sixteen::size);
+        return escaped == 0;
+    }
+    if (size >= 8) {
+        const auto first = load<std::uint64_t>(from), last = load<std::uint64_t>(from + size - 8);
+        std::memcpy(to, &first, sizeof first);
+        std::memcpy(to + size - 8, &last, sizeof last);
+        return Escaped()(Sixteen(first, last)) == 0;
+    }
+    if (size >= 4) {
+        const auto first = load<std::uint32_t>(from), last = load<std::uint32_t>(from + size - 4);
+        std::memcpy(to, &first, sizeof first);
+        std::memcpy(to + size - 4, &last, sizeof last);
+        const std::uint64_t both = first | static_cast<std::uint64_t>(last) << 32;
+        return Escaped()(Sixteen(both, both)) == 0;
+    }
+    bool plain = true;
+    for (std::size_t i = 0; i < size; ++i) {
+        to[i] = from[i];
+        plain &= !Escaped()(from[i]);
+    }
+    return plain;
+}
 
 }  // namespace
 
+// Writes what a value holds, going on at a place in the output and returning where it ends.
 class Writer {
  public:
     Writer(std::string& output, unsigned flags)
@@ -85,122 +125,133 @@ class Writer {
 
     // Nesting takes no call stack: the containers that are open are on a stack of our own.
     bool write(const Value& value) {
-        bool written = startOfValue(value);
-        while (written && !open_.empty()) written = entries();
-        output_.flush();
-        return written;
+        char* at = startOfValue(output_.begin(), value);
+        while (!failed_ && !open_.empty()) at = output_.room(entries(at));
+        output_.flush(at);
+        return !failed_;
     }
 
  private:
-    // Writes entries of the innermost open container, until one is a container itself or there are no more.
-    bool entries() {
+    // Entries of the innermost open container, until another one is open or there are no more.
+    char* entries(char* at) {
         const std::size_t depth = open_.size();
-        auto& entries = open_.top();
-        while (!entries.atEnd()) {
-            if (!firstEntry_) output_.put(',');
-            firstEntry_ = false;
-            startLine();
+        Entries entries = open_.top();
+        for (bool first = std::exchange(isFirst_, false); !entries.atEnd(); first = false) {
+            if (!first) *at++ = ',';
+            if (pretty_) at = startLine(at);
             if (entries.isObject()) {
-                string(entries.name());
-                output_.put(':');
-                if (pretty_) output_.put(' ');
+                at = string(at, entries.name());
+                *at++ = ':';
+                if (pretty_) *at++ = ' ';
             }
-            const Value& entry = entries.value();
+            at = startOfValue(at, entries.value());
+            if (failed_) return at;
             entries.advance();
-            if (!startOfValue(entry)) return false;
-            if (open_.size() > depth) return true;
-        }
-        const char bracket = entries.isObject() ? '}' : ']';
-        open_.pop();
-        startLine();
-        output_.put(bracket);
-        return true;
-    }
-
-    // All of a scalar or an empty container, or the opening bracket.
-    bool startOfValue(const Value& value) {
-        switch (value.type_) {
-            case Value::Null:
-                output_.put("null");
-                return true;
-            case Value::Boolean:
-                output_.put(value.payload_.boolean ? "true" : "false");
-                return true;
-            case Value::Integer:
-                output_.endAt(writeNumber(value.payload_.integer, output_.room(kNumberRoom)));
-                return true;
-            case Value::Float:
-                if (!std::isfinite(value.payload_.floating)) return false;
-                output_.endAt(writeNumber(value.payload_.floating, output_.room(kNumberRoom)));
-                return true;
-            case Value::String:
-                string(value.text());
-                return true;
-            case Value::Object:
-            case Value::Array:
-                if (value.empty()) {
-                    output_.put(value.isObject() ? "{}" : "[]");
-                } else {
-                    output_.put(value.isObject() ? '{' : '[');
-                    open_.push(Entries(value));
-                    firstEntry_ = true;
-                }
-                return true;
-        }
-        return true;  // a tag that names no kind
-    }
-
-    void string(std::string_view text) {
-        output_.put('"');
-        if (text.size() > Output::kRoom || !plainString(text)) {
-            const char* const end = text.data() + text.size();
-            for (const char* run = text.data();;) {
-                const char* const escaped = findFirst(text.data(), run, end, Escaped());
-                output_.put(std::string_view(run, escaped));
-                if (escaped == end) break;
-                escape(static_cast<unsigned char>(*escaped));
-                run = escaped + 1;
+            if (open_.size() > depth) {
+                *open_.at(depth - 1) = entries;
+                return at;
             }
         }
-        output_.put('"');
+        open_.pop();
+        if (pretty_) at = startLine(at);
+        *at++ = entries.isObject() ? '}' : ']';
+        return at;
     }
 
-    // Copies first and looks for what cannot stand for itself afterwards: in the room it can look further than the
-    // text.
-    bool plainString(std::string_view text) {
-        char* const copy = output_.room(text.size() + Sixteen::size);
-        std::memcpy(copy, text.data(), text.size());
-        char* const end = copy + text.size();
-        for (const char* cursor = copy; cursor < end; cursor += Sixteen::size) {
-            const unsigned escaped = Escaped()(Sixteen(cursor));
-            if (escaped != 0 && cursor + std::countr_zero(escaped) < end) return false;
+    // All of a scalar or of an array of scalars; of other containers, as much as comes before the first one in it.
+    char* startOfValue(char* at, const Value& value) {
+        if (!value.holds(Value::kNestedMask)) return output_.room(scalar(at, value));
+        Entries entries(value);
+        *at++ = value.isObject() ? '{' : '[';
+        bool first = true;
+        if (value.isArray() && !pretty_) {
+            for (; !entries.atEnd() && !entries.value().holds(Value::kNestedMask); entries.advance()) {
+                if (!first) *at++ = ',';
+                first = false;
+                at = output_.room(scalar(at, entries.value()));
+                if (failed_) return at;
+            }
         }
-        output_.endAt(end);
-        return true;
+        if (entries.atEnd()) {
+            *at++ = value.isObject() ? '}' : ']';
+        } else {
+            open_.push(entries);
+            isFirst_ = first;
+        }
+        return output_.room(at);
     }
 
-    void escape(unsigned char byte) {
+    char* scalar(char* at, const Value& value) {
+        switch (value.type_) {
+            case Value::Integer:
+                return writeNumber(value.payload_.integer, at);
+            case Value::Float:
+                failed_ = !std::isfinite(value.payload_.floating);
+                return failed_ ? at : writeNumber(value.payload_.floating, at);
+            case Value::String:
+                return string(at, value.payload<std::string>());
+            case Value::Boolean:
+                return value.payload_.boolean ? put(at, "true") : put(at, "false");
+            case Value::Null:
+                return put(at, "null");
+            default:
+                return at;  // a tag that names no kind
+        }
+    }
+
+    char* string(char* at, std::string_view text) {
+        *at++ = '"';
+        if (text.size() <= kPlainLength && copyIfPlain(text, at))
+            at += text.size();
+        else
+            at = escaped(at, text);
+        *at++ = '"';
+        return output_.room(at);
+    }
+
+    char* escaped(char* at, std::string_view text) {
+        const char* const end = text.data() + text.size();
+        for (const char* run = text.data();;) {
+            const char* const next = findFirst(text.data(), run, end, Escaped());
+            const std::string_view plain(run, next);
+            at = output_.room(at);
+            if (plain.size() > kPlainLength)
+                at = output_.appendLong(at, plain);
+            else
+                at = std::copy(plain.begin(), plain.end(), at);
+            if (next == end) return at;
+            at = escape(at, static_cast<unsigned char>(*next));
+            run = next + 1;
+        }
+    }
+
+    static char* escape(char* at, unsigned char byte) {
         constexpr std::string_view kDigits = "0123456789abcdef";
-        output_.put('\\');
-        output_.put(kEscapes[byte]);
-        if (kEscapes[byte] == 'u') {
-            output_.put("00");
-            output_.put(kDigits[byte >> 4]);
-            output_.put(kDigits[byte & 15]);
-        }
+        *at++ = '\\';
+        *at++ = kEscapes[byte];
+        if (kEscapes[byte] != 'u') return at;
+        at = put(at, "00");
+        *at++ = kDigits[byte >> 4];
+        *at++ = kDigits[byte & 15];
+        return at;
     }
 
-    void startLine() {
-        if (!pretty_) return;
-        output_.put(lineBreak_);
-        for (std::size_t depth = 0; depth < open_.size(); ++depth) output_.put(indentUnit_);
+    char* startLine(char* at) {
+        at = std::copy(lineBreak_.begin(), lineBreak_.end(), at);
+        for (std::size_t depth = 0; depth < open_.size(); ++depth)
+            at = std::copy(indentUnit_.begin(), indentUnit_.end(), output_.room(at));
+        return output_.room(at);
     }
+
+    // Of a text that is copied at once; what may stand beside it (quotes, separators, an escape) has room as well.
+    static constexpr std::size_t kPlainLength = Output::kRoom - 2 * kNumberRoom;
 
     Output output_;
     const bool pretty_;
     const std::string_view lineBreak_;
     std::string_view indentUnit_;
-    bool firstEntry_ = true;  // of the innermost open container
+    bool isFirst_ = false;  // whether the next entry is the first one of its container
+    bool failed_ = false;
     Stack<Entries, 8> open_;
 };
 

@@ -18,12 +18,6 @@ union Immortal {
     T value;
 };
 
-template <class T>
-const T& emptyInstance() noexcept {
-    static const Immortal<T> instance;
-    return instance.value;
-}
-
 // The first member whose name is not less than the given one. A map of std::string searches by std::string only; to
 // need no memory, the search is for as much of the name as fits into a string object, and goes on step by step.
 template <class Members>
@@ -42,6 +36,15 @@ auto find(Members& members, std::string_view name) noexcept {
 }
 
 }  // namespace
+
+template <class T>
+const T& Value::empty() noexcept {
+    static const Immortal<T> instance;
+    return instance.value;
+}
+template const std::string& Value::empty() noexcept;
+template const Value::Members& Value::empty() noexcept;
+template const Value::Elements& Value::empty() noexcept;
 
 Value::Value(std::string text) : Value(String, new Container<std::string>(std::move(text))) {}
 
@@ -176,9 +179,9 @@ Value& Value::operator[](std::string_view name) {
 }
 
 const Value& Value::get(std::string_view name) const noexcept {
-    if (type_ != Object) return emptyInstance<Value>();
+    if (type_ != Object) return empty<Value>();
     const auto member = find(members(), name);
-    return member != members().end() ? member->second : emptyInstance<Value>();
+    return member != members().end() ? member->second : empty<Value>();
 }
 
 bool Value::has(std::string_view name) const noexcept {
@@ -198,7 +201,7 @@ Value& Value::append(Value element) {
 }
 
 const Value& Value::at(std::size_t index) const noexcept {
-    return index < elements().size() ? elements()[index] : emptyInstance<Value>();
+    return index < elements().size() ? elements()[index] : empty<Value>();
 }
 
 Value& Value::element(std::size_t index) {
@@ -212,18 +215,6 @@ std::size_t Value::size() const noexcept {
     if (type_ == String) return text().size();
     if (type_ == Object) return members().size();
     return elements().size();
-}
-
-const Value::Members& Value::members() const noexcept {
-    return type_ == Object ? payload<Members>() : emptyInstance<Members>();
-}
-
-const Value::Elements& Value::elements() const noexcept {
-    return type_ == Array ? payload<Elements>() : emptyInstance<Elements>();
-}
-
-const std::string& Value::text() const noexcept {
-    return type_ == String ? payload<std::string>() : emptyInstance<std::string>();
 }
 
 std::int32_t Value::asInt(std::int32_t fallback) const noexcept {

@@ -125,9 +125,9 @@ class Value {
     bool empty() const noexcept { return size() == 0; }
 
     /// What an object, array or string holds, in order; nothing for a value of another kind.
-    const Members& members() const noexcept;
-    const Elements& elements() const noexcept;
-    const std::string& text() const noexcept;
+    const Members& members() const noexcept { return isObject() ? payload<Members>() : empty<Members>(); }
+    const Elements& elements() const noexcept { return isArray() ? payload<Elements>() : empty<Elements>(); }
+    const std::string& text() const noexcept { return isString() ? payload<std::string>() : empty<std::string>(); }
 
     /// true is 1 and false is 0; a Float is rounded to the nearest integer, halves away from zero; a string counts if
     /// all of its text is an integer (with an optional sign; "0x" introduces hexadecimal digits and "0" octal ones).
@@ -165,6 +165,9 @@ class Value {
     Value(Type type, AbstractContainer* container) noexcept : type_(type) { payload_.container = container; }
 
     static Value fromElements(Elements&& elements);
+    /// One for the whole program.
+    template <class T>
+    static const T& empty() noexcept;
 
     // A value as plain data, which owns what the value owned.
     struct Packed {
