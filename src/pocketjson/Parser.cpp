@@ -1,6 +1,10 @@
 #include "pocketjson/Parser.h"
 
+#include <algorithm>
+#include <array>
+#include <forward_list>
 #include <limits>
+#include <span>
 #include <utility>
 
 #include "Number.h"
@@ -50,13 +54,32 @@ void appendUtf8(std::string& text, std::uint32_t codePoint) {
 
 }  // namespace
 
-/// The grammar's target that builds a Value. Elements are gathered on one stack until their array ends and their number
-/// is known. A failed parse ends the containers that are open, so that they stay in the target.
+namespace {
+
+// The first eight bytes of a text as a number: texts are ordered as these numbers are, unless those are equal.
+std::uint64_t beginningOf(std::string_view text) noexcept {
+    const auto four = [&text](std::size_t at) {  // with the first byte as the most significant one
+        const auto byte = [&](std::size_t i) { return std::uint32_t{static_cast<unsigned char>(text[at + i])}; };
+        return std::uint64_t{byte(0) << 24 | byte(1) << 16 | byte(2) << 8 | byte(3)};
+    };
+    if (text.size() >= 8) return four(0) << 32 | four(4);
+    if (text.size() >= 4) return four(0) << 32 | four(text.size() - 4) << (8 * (8 - text.size()));
+    std::uint64_t number = 0;
+    for (std::size_t i = 0; i < text.size(); ++i)
+        number |= std::uint64_t{static_cast<unsigned char>(text[i])} << (56 - 8 * i);
+    return number;
+}
+
+}  // namespace
+
+/// The grammar's target that builds a Value. Values are gathered on one stack until their array or object ends: an
+/// array is made in its exact size, and the members of an object are made in the order of their names, each after the
+/// last one. A failed parse ends the containers that are open, so that what was built stays in the target.
 class ValueBuilder {
  public:
     explicit ValueBuilder(Value& target) : target_(target), previous_(target) {}
     ~ValueBuilder() {
-        while (!elements_.empty()) Value().unpack(elements_.pop());
+        while (!values_.empty()) Value().unpack(values_.pop());
     }
     ValueBuilder(const ValueBuilder&) = delete;
     ValueBuilder& operator=(const ValueBuilder&) = delete;
@@ -70,91 +93,97 @@ class ValueBuilder {
         return add(Value(Value::String, new (store_) Value::Container<std::string>(std::forward<Text>(text))));
     }
 
-    bool startArray() {
-        Value* const slot = inArray() ? nullptr : &newSlot();
-        outer_.push(open_);
-        open_ = {nullptr, slot, elements_.size()};
+    bool startArray() { return open(false); }
+    bool startObject() { return open(true); }
+
+    bool key(std::string_view name) {
+        names_.push({name, beginningOf(name), values_.size()});
         return true;
     }
+    bool key(std::string&& name) { return key(std::string_view(decodedNames_.emplace_front(std::move(name)))); }
+
     bool endArray() {
-        auto* const array = new (store_) Value::Container<Value::Elements>(elements_.size() - open_.firstElement);
-        const auto* packed = elements_.at(open_.firstElement);
+        auto* const array = new (store_) Value::Container<Value::Elements>(values_.size() - open_.firstValue);
+        const auto* packed = values_.at(open_.firstValue);
         for (Value& element : array->payload) element.unpack(*packed++);
-        elements_.cutTo(open_.firstElement);
-        Value* const slot = open_.slot;
-        open_ = outer_.pop();
-        Value value(Value::Array, array);
-        if (slot)
-            slot->swap(value);
-        else
-            addElement(std::move(value));
-        return true;
+        values_.cutTo(open_.firstValue);
+        return close(Value(Value::Array, array));
     }
 
-    bool startObject() {
-        auto* const object = new (store_) Value::Container<Value::Members>;
-        add(Value(Value::Object, object));
-        outer_.push(open_);
-        open_ = {&object->payload, nullptr, 0};
-        return true;
-    }
-    bool key(std::string_view name) {
-        name_ = name;
-        return true;
-    }
-    bool key(std::string&& name) {
-        decodedName_ = std::move(name);
-        return key(std::string_view(decodedName_));
-    }
     bool endObject() {
-        open_ = outer_.pop();
-        return true;
+        auto* const object = new (store_) Value::Container<Value::Members>;
+        Value value(Value::Object, object);
+        const std::size_t count = values_.size() - open_.firstValue;  // a name without a value does not count
+        const std::span<Name> names(names_.at(open_.firstName), count);
+        if (!std::is_sorted(names.begin(), names.end())) std::sort(names.begin(), names.end());
+        for (const Name& name : names) addMember(object->payload, name);
+        values_.cutTo(open_.firstValue);
+        names_.cutTo(open_.firstName);
+        return close(std::move(value));
     }
 
     /// Ends what a failed parse has left open.
     void abandon() {
-        while (!outer_.empty()) inArray() ? endArray() : endObject();
+        while (!outer_.empty()) open_.isObject ? endObject() : endArray();
     }
 
  private:
-    // The innermost container that is open; the target's own place if there is none.
+    // The innermost container that is open.
     struct Open {
-        Value::Members* members;   // of an object
-        Value* slot;               // of an array that is no element itself: where it will stand
-        std::size_t firstElement;  // of an array, in elements_
+        bool isObject;
+        std::size_t firstValue;  // its entries, in values_
+        std::size_t firstName;   // of an object, in names_
     };
 
-    bool inArray() const { return !open_.members && !outer_.empty(); }
+    struct Name {
+        std::string_view text;
+        std::uint64_t beginning;
+        std::size_t index;  // of the member's value, in values_
 
-    bool add(Value value) {
-        if (inArray())
-            addElement(std::move(value));
-        else
-            newSlot().swap(value);
+        friend bool operator<(const Name& left, const Name& right) noexcept {
+            if (left.beginning != right.beginning) return left.beginning < right.beginning;
+            const int order = left.text.compare(right.text);
+            return order != 0 ? order < 0 : left.index < right.index;
+        }
+    };
+
+    bool open(bool isObject) {
+        outer_.push(open_);
+        open_ = {isObject, values_.size(), names_.size()};
         return true;
     }
 
-    void addElement(Value&& value) {
-        auto& element = elements_.extend();
-        element = std::move(value).pack();
+    bool close(Value&& container) {
+        open_ = outer_.pop();
+        return add(std::move(container));
     }
 
-    // Where the next value goes that is no element.
-    Value& newSlot() {
-        if (!open_.members) return target_;
-        // Mostly, names come in order. A name that is there already keeps its place, and the new value replaces the
-        // old.
-        return open_.members->emplace_hint(open_.members->end(), name_, Value())->second;
+    bool add(Value value) {
+        if (outer_.empty()) {
+            target_.swap(value);
+        } else {
+            auto& packed = values_.extend();
+            packed = value.pack();
+        }
+        return true;
+    }
+
+    void addMember(Value::Members& members, const Name& name) {
+        // A name that is there already keeps its place, and the later value replaces the earlier one.
+        Value& member = members.emplace_hint(members.end(), name.text, Value())->second;
+        Value value;
+        value.unpack(std::exchange(*values_.at(name.index), Value().pack()));
+        member.swap(value);
     }
 
     Value& target_;
     const Value previous_;  // keeps the text alive, should the target hold it
     Store::Filler store_;
-    std::string_view name_;  // of the member that is being parsed
-    std::string decodedName_;
     Open open_{};
     Stack<Open, 8> outer_;
-    Stack<Value::Packed, 32> elements_;
+    Stack<Value::Packed, 32> values_;
+    Stack<Name, 16> names_;
+    std::forward_list<std::string> decodedNames_;
 };
 
 namespace {

@@ -174,7 +174,7 @@ class Value {
         Type type;
         std::int64_t payload;
     };
-    Packed pack() && noexcept { return {std::exchange(type_, Null), std::bit_cast<std::int64_t>(payload_)}; }
+    Packed pack() noexcept { return {std::exchange(type_, Null), std::bit_cast<std::int64_t>(payload_)}; }
     void unpack(const Packed& packed) noexcept {  // into a null
         type_ = packed.type;
         payload_ = std::bit_cast<Payload>(packed.payload);
