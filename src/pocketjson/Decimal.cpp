@@ -163,7 +163,22 @@ struct Candidate {
     bool isNearest;
 };
 
-Candidate candidateFor(std::uint64_t digits, std::int64_t exponent) noexcept {
+// The same where the fraction is half a unit of the mantissa or just less, as far as the upper part of the product
+// tells.
+Candidate candidateNearTie(std::uint64_t digits, int q, std::uint64_t high, std::uint64_t fraction, std::uint64_t half,
+                           std::uint64_t below) noexcept {
+    const Product product(digits, powerBits(q));
+    fraction += product.high - high;  // 0 or 1
+    const bool isExact = 0 <= q && q <= kLastExactPower;
+    if (fraction < half) {
+        // What was cut off the power decides if it makes up for what is missing.
+        return {below, isExact || product.middle != ~std::uint64_t{0} || product.low + digits >= digits};
+    }
+    const bool isTie = isExact && fraction == half && product.middle == 0 && product.low == 0;
+    return {below + (isTie ? below & 1 : 1), true};
+}
+
+inline Candidate candidateFor(std::uint64_t digits, std::int64_t exponent) noexcept {
     if (digits == 0 || exponent < kFirstPower) return {0, true};
     if (exponent > std::numeric_limits<double>::max_exponent10) return {kInfinity, true};
     const int q = static_cast<int>(exponent);
@@ -172,31 +187,25 @@ Candidate candidateFor(std::uint64_t digits, std::int64_t exponent) noexcept {
     const Wide power = powerBits(q);
     const std::uint64_t high = multiply(digits, power.high).high;  // of the product, or 1 less: enough but near a tie
 
-    const int highUnused = std::countl_zero(high);  // 0 or 1
+    const int highUnused = high >> 63 == 0;
     const int topExponent = powerExponent(q) - unused + 191 - highUnused;
-    const int bits = std::min(kMantissaBits, topExponent - kSmallestExponent + 1);
-    if (bits < 0) return {0, true};
-    if (topExponent >= std::numeric_limits<double>::max_exponent) return {kInfinity, true};
+    int rest = 64 - highUnused - kMantissaBits;  // bits that do not go into the mantissa: 10 or more
+    int storedExponent = topExponent - kSmallestExponent - (kMantissaBits - 1);
+    if (storedExponent < 0) {
+        rest -= storedExponent;
+        storedExponent = 0;
+        if (rest > 64 - highUnused) return {0, true};
+    } else if (topExponent >= std::numeric_limits<double>::max_exponent) {
+        return {kInfinity, true};
+    }
 
-    const int rest = 64 - highUnused - bits;  // bits that do not go into the mantissa: 10 or more
-    const std::uint64_t mantissa = rest < 64 ? high >> rest : 0;
     // With the carry of a mantissa that is rounded up to the next power of two, the exponent adds up as well.
-    const int storedExponent = std::max(topExponent - kSmallestExponent - (kMantissaBits - 1), 0);
+    const std::uint64_t mantissa = rest < 64 ? high >> rest : 0;
     const std::uint64_t below = mantissa + static_cast<std::uint64_t>(storedExponent) * kHiddenBit;
     const std::uint64_t half = std::uint64_t{1} << (rest - 1);
     const std::uint64_t fraction = high & ((half << 1) - 1);
     if (fraction - (half - 1) > 1) return {below + (fraction > half), true};
-
-    const Product product(digits, power);
-    const bool isAbove = product.high > high;  // so much that the fraction is greater by 1
-    const bool isExact = 0 <= q && q <= kLastExactPower;
-    if (fraction + isAbove < half) {
-        // What was cut off the power decides if it makes up for what is missing.
-        const bool isCertain = isExact || product.middle != ~std::uint64_t{0} || product.low + digits >= digits;
-        return {below, isCertain};
-    }
-    const bool isTie = isExact && fraction + isAbove == half && product.middle == 0 && product.low == 0;
-    return {below + (isTie ? below & 1 : 1), true};
+    return candidateNearTie(digits, q, high, fraction, half, below);
 }
 
 // Which of two neighbours a decimal is nearest to: the one with the given bits or the next one above.
@@ -280,10 +289,10 @@ double nearestDouble(std::string_view mantissa, std::int64_t exponent) noexcept 
         --exponent;
     }
 
-    const Candidate below = candidateFor(leading, leadingExponent);
-    const Candidate above = candidateFor(leading + 1, leadingExponent);
-    const bool isCertain = below.isNearest && above.isNearest && below.bits == above.bits;
-    return std::bit_cast<double>(isCertain ? below.bits : nearestOfTwo(below.bits, number, exponent));
+    const double below = nearestDouble({leading, leadingExponent});
+    const double above = nearestDouble({leading + 1, leadingExponent});
+    if (below == above) return below;
+    return std::bit_cast<double>(nearestOfTwo(std::bit_cast<std::uint64_t>(below), number, exponent));
 }
 
 }  // namespace pocketjson

@@ -7,6 +7,7 @@
 #include <string_view>
 
 #include "Decimal.h"
+#include "Scan.h"
 
 namespace pocketjson {
 
@@ -43,8 +44,11 @@ constexpr bool isDigit(char byte) noexcept {
     return byte >= '0' && byte <= '9';
 }
 
-/// The value of eight digits, each a byte from 0 to 9, the first one in the lowest byte.
-inline std::uint64_t valueOfEightDigits(std::uint64_t digits) noexcept {
+/// The value of the first digits of a text, of which there are one to eight and as many bytes behind.
+inline std::uint64_t valueOfDigits(const char* text, int count) noexcept {
+    std::uint64_t bytes;
+    std::memcpy(&bytes, text, sizeof bytes);
+    const std::uint64_t digits = (bytes - 0x3030303030303030) << (64 - 8 * count);  // with zeros in front
     constexpr std::uint64_t kMask = 0x000000FF000000FF;
     const std::uint64_t pairs = digits * 10 + (digits >> 8);
     const std::uint64_t high = (pairs & kMask) * (100 + (std::uint64_t{1000000} << 32));
@@ -54,20 +58,24 @@ inline std::uint64_t valueOfEightDigits(std::uint64_t digits) noexcept {
 
 /// Appends the digits at the beginning of a text to a number, modulo 2^64. Returns where they end.
 inline const char* scanDigits(const char* cursor, const char* end, std::uint64_t& number) noexcept {
-    while (end - cursor >= 8) {
-        std::uint64_t bytes;
-        std::memcpy(&bytes, cursor, sizeof bytes);
-        const std::uint64_t digits = bytes - 0x3030303030303030;
-        const std::uint64_t others = ((bytes + 0x4646464646464646) | digits) & 0x8080808080808080;
-        if (others != 0) {  // exact up to the first byte that is no digit
-            constexpr std::array<std::uint64_t, 8> kPowers{1, 10, 100, 1000, 10000, 100000, 1000000, 10000000};
-            const int count = std::countr_zero(others) / 8;
+    if (end - cursor >= Sixteen::size) {
+        const Sixteen bytes(cursor);
+        const unsigned others = bytes.noDigits();
+        if (others != 0) {
+            constexpr std::array<std::uint64_t, 9> kPowers{1,      10,      100,      1000,     10000,
+                                                           100000, 1000000, 10000000, 100000000};
+            int count = std::countr_zero(others);
+            if (count > 8) {
+                number = number * kPowers[8] + valueOfDigits(cursor, 8);
+                cursor += 8;
+                count -= 8;
+            }
             if (count == 0) return cursor;
-            number = number * kPowers[static_cast<std::size_t>(count)] + valueOfEightDigits(digits << (64 - 8 * count));
+            number = number * kPowers[static_cast<std::size_t>(count)] + valueOfDigits(cursor, count);
             return cursor + count;
         }
-        number = number * 100000000 + valueOfEightDigits(digits);
-        cursor += 8;
+        number = number * 10000000000000000 + bytes.number();
+        cursor += Sixteen::size;
     }
     for (; cursor != end && isDigit(*cursor); ++cursor)
         number = number * 10 + static_cast<std::uint64_t>(*cursor - '0');

@@ -1,7 +1,7 @@
 #include "pocketjson/Parser.h"
 
 #include <algorithm>
-#include <array>
+#include <cstring>
 #include <forward_list>
 #include <limits>
 #include <span>
@@ -56,17 +56,27 @@ void appendUtf8(std::string& text, std::uint32_t codePoint) {
 
 namespace {
 
+// Bytes as a number in which the first byte is the most significant one.
+template <class Number>
+std::uint64_t inTextOrder(const char* bytes) noexcept {
+    Number number;
+    std::memcpy(&number, bytes, sizeof number);
+    std::uint64_t swapped = number;  // which has them the other way round
+    swapped = (swapped & 0x00FF00FF00FF00FF) << 8 | (swapped >> 8 & 0x00FF00FF00FF00FF);
+    swapped = (swapped & 0x0000FFFF0000FFFF) << 16 | (swapped >> 16 & 0x0000FFFF0000FFFF);
+    return swapped << 32 | swapped >> 32;
+}
+
 // The first eight bytes of a text as a number: texts are ordered as these numbers are, unless those are equal.
 std::uint64_t beginningOf(std::string_view text) noexcept {
-    const auto four = [&text](std::size_t at) {  // with the first byte as the most significant one
-        const auto byte = [&](std::size_t i) { return std::uint32_t{static_cast<unsigned char>(text[at + i])}; };
-        return std::uint64_t{byte(0) << 24 | byte(1) << 16 | byte(2) << 8 | byte(3)};
-    };
-    if (text.size() >= 8) return four(0) << 32 | four(4);
-    if (text.size() >= 4) return four(0) << 32 | four(text.size() - 4) << (8 * (8 - text.size()));
+    const char* const bytes = text.data();
+    const std::size_t size = text.size();
+    if (size >= 8) return inTextOrder<std::uint64_t>(bytes);
+    if (size >= 4)
+        return inTextOrder<std::uint32_t>(bytes) | inTextOrder<std::uint32_t>(bytes + size - 4) >> (8 * (size - 4));
     std::uint64_t number = 0;
-    for (std::size_t i = 0; i < text.size(); ++i)
-        number |= std::uint64_t{static_cast<unsigned char>(text[i])} << (56 - 8 * i);
+    for (std::size_t i = 0; i < size; ++i)
+        number |= std::uint64_t{static_cast<unsigned char>(bytes[i])} << (56 - 8 * i);
     return number;
 }
 
@@ -181,7 +191,7 @@ class ValueBuilder {
     Store::Filler store_;
     Open open_{};
     Stack<Open, 8> outer_;
-    Stack<Value::Packed, 32> values_;
+    Stack<Value::Packed, 512> values_;
     Stack<Name, 16> names_;
     std::forward_list<std::string> decodedNames_;
 };
@@ -214,7 +224,9 @@ template <class Target>
 class Parser {
  public:
     Parser(Target& target, std::string& errorMessage, const char* begin, const char* end, unsigned flags)
-        : target_(target), errorMessage_(errorMessage), begin_(begin), end_(end), flags_(flags) {}
+        : target_(target), errorMessage_(errorMessage), begin_(begin), end_(end), flags_(flags) {
+        open_.push(kOutermost);
+    }
 
     bool document() {
         errorMessage_.clear();
@@ -235,7 +247,7 @@ class Parser {
 
  private:
     bool isNext(const char* at, char byte) const { return at != end_ && *at == byte; }
-    bool isDigitNext(const char* at) const { return at != end_ && isDigit(*at); }
+    char byteAt(const char* at) const { return at != end_ ? *at : '\0'; }
     const char* skipWhitespace(const char* at) const {
         if (at == end_ || static_cast<unsigned char>(*at) > ' ') return at;  // mostly, there is none
         return findFirst(begin_, at, end_, NoWhitespace());
@@ -250,35 +262,44 @@ class Parser {
     // Nesting takes no call stack: the containers that are open are on a stack of our own.
     const char* value(const char* at) {
         for (;;) {
-            const std::size_t depth = open_.size();
-            at = startOfValue(at);
-            if (!at) return nullptr;
-            for (bool first = open_.size() > depth;; first = false) {
-                if (!first && open_.empty()) return at;
-                bool isClosed = false;
-                at = nextEntry(at, first, isClosed);
-                if (!at) return nullptr;
-                if (!isClosed) break;
-                if (!goOn(inObject() ? target_.endObject() : target_.endArray(), at)) return nullptr;
-                open_.pop();
+            at = skipWhitespace(at);
+            if (at == end_) return fail(kUnexpected);
+            bool first = true;  // is the entry that is due next
+            if (*at == '{') {
+                open_.push('}');
+                at = goOn(target_.startObject(), at + 1);
+            } else if (*at == '[') {
+                open_.push(']');
+                at = goOn(target_.startArray(), at + 1);
+            } else {
+                while ((at = scalar(at)) && isScalarNext(at)) ++at;
+                if (open_.top() == kOutermost) return at;
+                first = false;
             }
+            for (bool isClosed = true; isClosed; first = false) {
+                if (!at) return nullptr;
+                at = nextEntry(at, first, isClosed);
+                if (!isClosed) break;
+                const bool handled = inObject() ? target_.endObject() : target_.endArray();
+                open_.pop();
+                at = goOn(handled, at);
+                if (open_.top() == kOutermost) return at;
+            }
+            if (!at) return nullptr;
         }
     }
 
-    // All of a scalar, or an opening bracket.
-    const char* startOfValue(const char* at) {
-        at = skipWhitespace(at);
-        if (at == end_) return fail(kUnexpected);
-        switch (*at) {
-            case '"':
-                return string(at + 1,
-                              [this](auto&& text) { return target_.string(std::forward<decltype(text)>(text)); });
-            case '{':
-                open_.push('}');
-                return goOn(target_.startObject(), at + 1);
-            case '[':
-                open_.push(']');
-                return goOn(target_.startArray(), at + 1);
+    // Whether an element has another one right behind it, as most have: a shorter way through the same grammar.
+    bool isScalarNext(const char* at) const {
+        return open_.top() == ']' && end_ - at > 1 && *at == ',' && (isDigit(at[1]) || at[1] == '-' || at[1] == '"');
+    }
+
+    const char* scalar(const char* at) {
+        const char byte = *at;
+        if (byte == '"')
+            return string(at + 1, [this](auto&& text) { return target_.string(std::forward<decltype(text)>(text)); });
+        if (isDigit(byte) || byte == '-') return number(at);
+        switch (byte) {
             case 't':
                 at = literal(at, "true", "Invalid boolean type string exists.");
                 return at ? goOn(target_.boolean(true), at) : nullptr;
@@ -289,18 +310,22 @@ class Parser {
                 at = literal(at, "null", "Invalid null type string exists.");
                 return at ? goOn(target_.null(), at) : nullptr;
             default:
-                return number(at);
+                return fail(kUnexpected);
         }
     }
 
     // Up to the value of the next entry of the innermost container, or past its closing bracket.
     const char* nextEntry(const char* at, bool first, bool& isClosed) {
+        const char closingBracket = open_.top();
+        const bool inObject = closingBracket == '}';
+        isClosed = false;
         if (!first) {
             at = skipWhitespace(at);
             if (!isNext(at, ',')) {
-                isClosed = isNext(at, closingBracket());
-                if (isClosed) return at + 1;
-                return fail(inObject() ? kUnexpectedInObject : "Unexpected string exists while parsing array.");
+                if (!isNext(at, closingBracket))
+                    return fail(inObject ? kUnexpectedInObject : "Unexpected string exists while parsing array.");
+                isClosed = true;
+                return at + 1;
             }
             ++at;
         }
@@ -309,13 +334,14 @@ class Parser {
             return at;
         }
         at = skipWhitespace(at);
-        if (isNext(at, closingBracket())) {
+        if (isNext(at, closingBracket)) {
+            if (!first && !(flags_ & AllowTrailingComma))
+                return fail(inObject ? "Unexpected comma exists while parsing object."
+                                     : "Unexpected comma exists while parsing array.");
             isClosed = true;
-            if (first || flags_ & AllowTrailingComma) return at + 1;
-            return fail(inObject() ? "Unexpected comma exists while parsing object."
-                                   : "Unexpected comma exists while parsing array.");
+            return at + 1;
         }
-        return inObject() ? name(at) : at;
+        return inObject ? name(at) : at;
     }
 
     const char* name(const char* at) {
@@ -326,8 +352,7 @@ class Parser {
         return isNext(at, ':') ? at + 1 : fail(kUnexpectedInObject);
     }
 
-    char closingBracket() const { return open_.top(); }
-    bool inObject() const { return closingBracket() == '}'; }
+    bool inObject() const { return open_.top() == '}'; }
 
     const char* literal(const char* at, std::string_view word, const char* message) {
         const std::string_view rest(at, static_cast<std::size_t>(end_ - at));
@@ -338,39 +363,42 @@ class Parser {
         const bool negative = *at == '-';
         if (negative) ++at;
         const char* const mantissa = at;
-        if (!isDigitNext(at)) return fail(negative ? "Digit is not found while parsing number." : kUnexpected);
+        if (at == end_ || !isDigit(*at)) return fail("Digit is not found while parsing number.");
         auto digits = static_cast<std::uint64_t>(*at++ - '0');
-        if (isDigitNext(at)) {
-            if (digits == 0) return fail("Unexpected '0' character is found while parsing number.");
+        const char* point = nullptr;
+        char next = byteAt(at);
+        if (next == '.') point = at++;
+        for (;; point = at++) {
             at = scanDigits(at, end_, digits);
+            next = byteAt(at);
+            if (next != '.' || point) break;
         }
 
         std::int64_t count = at - mantissa, exponent = 0;
-        bool isInteger = true;
-        if (isNext(at, '.')) {
-            isInteger = false;
-            const char* const fraction = ++at;
-            at = scanDigits(at, end_, digits);
-            if (at == fraction) return fail("Digit is not found after the decimal point while parsing number.");
-            exponent = fraction - at;
-            count -= exponent;
+        if (*mantissa == '0') {
+            --count;
+            if (mantissa + 1 != (point ? point : at))
+                return fail("Unexpected '0' character is found while parsing number.");
+        }
+        if (point) {
+            --count;
+            exponent = point + 1 - at;
+            if (exponent == 0) return fail("Digit is not found after the decimal point while parsing number.");
         }
         const char* const mantissaEnd = at;
-        if (isNext(at, 'e') || isNext(at, 'E')) {
-            isInteger = false;
-            ++at;
-            const bool negativeExponent = isNext(at, '-');
-            if (negativeExponent || isNext(at, '+')) ++at;
+        if (next == 'e' || next == 'E') {
+            next = byteAt(++at);
+            if (next == '+' || next == '-') ++at;
             const char* const exponentDigits = at;
             std::int64_t stated = 0;
             at = scanExponent(at, end_, stated);
             if (at == exponentDigits) return fail("Digit is not found after exponent keyword while parsing number.");
-            exponent += negativeExponent ? -stated : stated;
+            exponent += next == '-' ? -stated : stated;
+        } else if (!point) {
+            constexpr std::uint64_t kLargest = std::numeric_limits<std::int64_t>::max();
+            if (count < kDigitsOfDecimal || (count == kDigitsOfDecimal && digits <= kLargest + negative))
+                return goOn(target_.integer(static_cast<std::int64_t>(negative ? 0 - digits : digits)), at);
         }
-
-        constexpr std::uint64_t kLargest = std::numeric_limits<std::int64_t>::max();
-        if (isInteger && count <= kDigitsOfDecimal && digits <= kLargest + negative)
-            return goOn(target_.integer(static_cast<std::int64_t>(negative ? 0 - digits : digits)), at);
         const double absolute = toDouble({mantissa, mantissaEnd}, count, digits, exponent);
         return goOn(target_.floating(negative ? -absolute : absolute), at);
     }
@@ -441,7 +469,8 @@ class Parser {
     const char* const begin_;
     const char* const end_;
     const unsigned flags_;
-    Stack<char, 64> open_;  // the closing bracket of each open container
+    static constexpr char kOutermost = '\0';
+    Stack<char, 64> open_;  // the closing brackets of the open containers
 };
 
 }  // namespace

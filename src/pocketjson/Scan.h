@@ -32,6 +32,23 @@ class Sixteen {
         return static_cast<unsigned>(
             _mm_movemask_epi8(_mm_cmpeq_epi8(_mm_min_epu8(bytes_, _mm_set1_epi8(limit)), bytes_)));
     }
+    unsigned noDigits() const noexcept {
+        const __m128i digits = _mm_sub_epi8(bytes_, _mm_set1_epi8('0'));
+        const __m128i isDigit = _mm_cmpeq_epi8(_mm_min_epu8(digits, _mm_set1_epi8(9)), digits);
+        return static_cast<unsigned>(_mm_movemask_epi8(isDigit)) ^ 0xFFFF;
+    }
+    /// The number that they make if all are digits: neighbours are put together four times, into 2, 4, 8 and 16 digits.
+    std::uint64_t number() const noexcept {
+        const __m128i digits = _mm_sub_epi8(bytes_, _mm_set1_epi8('0'));
+        const __m128i zero = _mm_setzero_si128();
+        const __m128i tens = _mm_set1_epi32(10 | 1 << 16);
+        const __m128i two = _mm_packs_epi32(_mm_madd_epi16(_mm_unpacklo_epi8(digits, zero), tens),
+                                            _mm_madd_epi16(_mm_unpackhi_epi8(digits, zero), tens));
+        const __m128i four = _mm_madd_epi16(two, _mm_set1_epi32(100 | 1 << 16));
+        const __m128i eight = _mm_madd_epi16(_mm_packs_epi32(four, four), _mm_set1_epi32(10000 | 1 << 16));
+        const auto both = static_cast<std::uint64_t>(_mm_cvtsi128_si64(eight));
+        return (both & 0xFFFFFFFF) * 100000000 + (both >> 32);
+    }
 
  private:
     __m128i bytes_;
