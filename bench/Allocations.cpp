@@ -6,12 +6,14 @@
 // A program's own malloc takes the place of the C library's, for its shared libraries too. Ours counts and passes on to
 // the C library's own names. Two additions for each block, so it may stay in while time is measured.
 
+// NOLINTBEGIN(bugprone-reserved-identifier)
 extern "C" {
 void* __libc_malloc(std::size_t size);
 void* __libc_calloc(std::size_t count, std::size_t size);
 void* __libc_realloc(void* block, std::size_t size);
 void* __libc_memalign(std::size_t alignment, std::size_t size);
 }
+// NOLINTEND(bugprone-reserved-identifier)
 
 namespace bench {
 

@@ -58,43 +58,38 @@ std::string word(Random& random) {
     return letters;
 }
 
-// Texts that the plug-in is called with, and its answers and events.
+// Texts that the plug-in is called with, and its answers and events: one a line.
+constexpr std::string_view kRequests = R"lines({"method":"GET"}
+{"method":"PUT"}
+{"product":"TQ271-P","serial":"10000001"}
+{}
+{"range":true}
+{"percentage":true}
+{"color":"red","depth":10}
+null
+60
+{"data":{"percentage":45.5}}
+{"data":{"x":0.3127,"y":0.329}}
+{"dfwFile":"5f0c2f8e-55c9-4d4c-8f5e-0c3d7a3f9b21"}
+{"path":":temporary/firmware/TQ271-P-2.1.0.3.7.dfw"}
+{"error":null,"value":null}
+{"error":null,"value":50}
+{"error":null,"value":true}
+{"error":null,"value":{"max":100,"min":0,"step":1}}
+{"error":null,"value":{"blue":{"x":0.14999999999999999,"y":0.059999999999999998},"green":{"x":0.26500000000000001,"y":0.68999999999999995},"red":{"x":0.68000000000000005,"y":0.32000000000000001},"white":{"x":0.31269999999999998,"y":0.32900000000000001}}}
+{"error":null,"value":[0.41239999999999999,0.35759999999999997,0.18049999999999999,0.21260000000000001,0.71519999999999995,0.072199999999999999,0.019300000000000001,0.1192,0.95050000000000001]}
+{"error":null,"value":[{"product":"TQ271-P","serial":"10000001"},{"product":"TB240","serial":"10000002"},{"product":"TB240","serial":"10000001"}]}
+{"error":null,"value":{"controller":0,"fpga":3,"frontEnd":1,"osd":5,"system":2}}
+{"error":{"code":2147483658,"message":"Out of range.","name":"DmError","reason":"Set chromaticity."},"value":null}
+{"error":{"message":"data must be number.","name":"BadRequestError"},"value":null}
+{"blockCount":128,"product":"TQ271-P","serial":"10000001","totalBytes":131072,"transferredBlock":37,"transferredBytes":37888}
+)lines";
+
 Corpus requests() {
-    return {
-        "requests",
-        {
-            R"({"method":"GET"})",
-            R"({"method":"PUT"})",
-            R"({"product":"TQ271-P","serial":"10000001"})",
-            R"({})",
-            R"({"range":true})",
-            R"({"percentage":true})",
-            R"({"color":"red","depth":10})",
-            R"(null)",
-            R"(60)",
-            R"({"data":{"percentage":45.5}})",
-            R"({"data":{"x":0.3127,"y":0.329}})",
-            R"({"dfwFile":"5f0c2f8e-55c9-4d4c-8f5e-0c3d7a3f9b21"})",
-            R"({"path":":temporary/firmware/TQ271-P-2.1.0.3.7.dfw"})",
-            R"({"error":null,"value":null})",
-            R"({"error":null,"value":50})",
-            R"({"error":null,"value":true})",
-            R"({"error":null,"value":{"max":100,"min":0,"step":1}})",
-            R"({"error":null,"value":{"red":{"x":0.68000000000000005,"y":0.32000000000000001},)"
-            R"("green":{"x":0.26500000000000001,"y":0.68999999999999995},)"
-            R"("blue":{"x":0.14999999999999999,"y":0.059999999999999998},)"
-            R"("white":{"x":0.31269999999999998,"y":0.32900000000000001}}})",
-            R"({"error":null,"value":[0.41239999999999999,0.35759999999999997,0.18049999999999999,)"
-            R"(0.21260000000000001,0.71519999999999995,0.072199999999999999,0.019300000000000001,0.1192,0.95050000000000001]})",
-            R"({"error":null,"value":[{"product":"TQ271-P","serial":"10000001"},)"
-            R"({"product":"TB240","serial":"10000002"},{"product":"TB240","serial":"10000001"}]})",
-            R"({"error":null,"value":{"controller":0,"fpga":3,"frontEnd":1,"osd":5,"system":2}})",
-            R"({"error":{"code":2147483658,"message":"Out of range.","name":"DmError",)"
-            R"("reason":"Set chromaticity."},"value":null})",
-            R"({"error":{"message":"data must be number.","name":"BadRequestError"},"value":null})",
-            R"({"blockCount":128,"product":"TQ271-P","serial":"10000001","totalBytes":131072,)"
-            R"("transferredBlock":37,"transferredBytes":37888})",
-        }};
+    Corpus corpus{"requests", {}};
+    for (auto rest = kRequests; !rest.empty(); rest.remove_prefix(rest.find('\n') + 1))
+        corpus.documents.emplace_back(rest.substr(0, rest.find('\n')));
+    return corpus;
 }
 
 // A calibration target as the plug-in writes it.

@@ -17,8 +17,8 @@
 
 namespace {
 
-constexpr std::size_t kSmallest = 256 * 1024;
-constexpr std::size_t kLargest = 4 * 1024 * 1024;
+constexpr std::size_t kSmallest = std::size_t{256} * 1024;
+constexpr std::size_t kLargest = 16 * kSmallest;
 
 constexpr int kRuns = 20;  // fewer if they take long
 constexpr std::chrono::seconds kEnough(3);

@@ -21,6 +21,7 @@ void passToBenchmark(const char* program, const std::vector<std::string>& option
     texts.insert(texts.end(), std::begin(kDefaults), std::end(kDefaults));
     texts.insert(texts.end(), options.begin(), options.end());
     std::vector<char*> arguments;
+    arguments.reserve(texts.size() + 1);
     for (auto& text : texts) arguments.push_back(text.data());
     arguments.push_back(nullptr);
     int count = static_cast<int>(texts.size());

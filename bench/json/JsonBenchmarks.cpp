@@ -117,7 +117,7 @@ void repeat(benchmark::State& state, Pass pass) {
 // Documents are released while time stands still, but many at once, since stopping the clock costs time as well.
 template <JsonLibrary Library>
 void parseOnly(benchmark::State& state, const Corpus& corpus) {
-    constexpr std::size_t textsPerRelease = 16 * 1024;
+    constexpr std::size_t textsPerRelease = std::size_t{16} * 1024;
     const auto passesPerRelease = std::max<std::size_t>(1, textsPerRelease / totalSize(corpus));
     std::vector<typename Library::Document> documents;
     documents.reserve(passesPerRelease * corpus.documents.size());
