@@ -98,19 +98,18 @@ class ValueBuilder {
     bool boolean(bool value) { return add(value); }
     bool integer(std::int64_t value) { return add(value); }
     bool floating(double value) { return add(value); }
-    template <class Text>  // a view or a string to be moved
-    bool string(Text&& text) {
-        return add(Value(Value::String, new (store_) Value::Container<std::string>(std::forward<Text>(text))));
+    bool string(std::string_view text) {
+        return add(Value(Value::String, new (store_) Value::Container<std::string>(text)));
     }
 
     bool startArray() { return open(false); }
     bool startObject() { return open(true); }
 
-    bool key(std::string_view name) {
+    bool key(std::string_view name, bool isDecoded) {
+        if (isDecoded) name = decodedNames_.emplace_front(name);
         names_.push({name, beginningOf(name), values_.size()});
         return true;
     }
-    bool key(std::string&& name) { return key(std::string_view(decodedNames_.emplace_front(std::move(name)))); }
 
     bool endArray() {
         auto* const array = new (store_) Value::Container<Value::Elements>(values_.size() - open_.firstValue);
@@ -191,7 +190,7 @@ class ValueBuilder {
     Store::Filler store_;
     Open open_{};
     Stack<Open, 8> outer_;
-    Stack<Value::Packed, 512> values_;
+    Stack<Value::Packed, 64> values_;
     Stack<Name, 16> names_;
     std::forward_list<std::string> decodedNames_;
 };
@@ -210,7 +209,7 @@ class SaxTarget {
     bool startArray() { return handler_.startArray(); }
     bool endArray() { return handler_.endArray(); }
     bool startObject() { return handler_.startObject(); }
-    bool key(std::string_view name) { return handler_.key(name); }
+    bool key(std::string_view name, bool) { return handler_.key(name); }
     bool endObject() { return handler_.endObject(); }
     void abandon() {}
 
@@ -219,7 +218,7 @@ class SaxTarget {
 };
 
 // The grammar. Each rule takes where it begins in the text and returns where it ends, or null after a failure. Text in
-// strings and names goes to the target as a view of the input or, when it had to be decoded, as a string of its own.
+// strings and names goes to the target as a view: of the input or, when it had to be decoded, of what is used again.
 template <class Target>
 class Parser {
  public:
@@ -296,8 +295,7 @@ class Parser {
 
     const char* scalar(const char* at) {
         const char byte = *at;
-        if (byte == '"')
-            return string(at + 1, [this](auto&& text) { return target_.string(std::forward<decltype(text)>(text)); });
+        if (byte == '"') return string(at + 1, [this](std::string_view text, bool) { return target_.string(text); });
         if (isDigit(byte) || byte == '-') return number(at);
         switch (byte) {
             case 't':
@@ -346,7 +344,7 @@ class Parser {
 
     const char* name(const char* at) {
         if (!isNext(at, '"')) return fail(kUnexpectedInObject);
-        at = string(at + 1, [this](auto&& text) { return target_.key(std::forward<decltype(text)>(text)); });
+        at = string(at + 1, [this](std::string_view text, bool isDecoded) { return target_.key(text, isDecoded); });
         if (!at) return nullptr;
         at = skipWhitespace(at);
         return isNext(at, ':') ? at + 1 : fail(kUnexpectedInObject);
@@ -408,33 +406,33 @@ class Parser {
     const char* string(const char* at, Sink sink) {
         const char* run = at;
         at = skipPlainBytes(at);
-        if (isNext(at, '"')) return goOn(sink(std::string_view(run, at)), at + 1);
-        std::string text(run, at);
+        if (isNext(at, '"')) return goOn(sink(std::string_view(run, at), false), at + 1);
+        decoded_.assign(run, at);
         while (isNext(at, '\\')) {
-            at = escape(at + 1, text);
+            at = escape(at + 1);
             if (!at) return nullptr;
             run = at;
             at = skipPlainBytes(at);
-            text.append(run, at);
+            decoded_.append(run, at);
         }
-        return at != end_ ? goOn(sink(std::move(text)), at + 1) : fail(kUnterminated);
+        return at != end_ ? goOn(sink(decoded_, true), at + 1) : fail(kUnterminated);
     }
 
     const char* skipPlainBytes(const char* at) const { return findFirst(begin_, at, end_, QuoteOrBackslash()); }
 
     // What follows a backslash.
-    const char* escape(const char* at, std::string& text) {
+    const char* escape(const char* at) {
         if (at == end_) return fail(kUnterminated);
         const char letter = *at++;
-        if (letter == 'u') return unicodeEscape(at, text);
+        if (letter == 'u') return unicodeEscape(at);
         constexpr std::string_view kLetters = "\"\\/bfnrt", kBytes = "\"\\/\b\f\n\r\t";
         const std::size_t index = kLetters.find(letter);
         if (index == kLetters.npos) return fail("Unexpected escape character is found while parsing string.");
-        text.push_back(kBytes[index]);
+        decoded_.push_back(kBytes[index]);
         return at;
     }
 
-    const char* unicodeEscape(const char* at, std::string& text) {
+    const char* unicodeEscape(const char* at) {
         std::uint32_t unit = 0;
         at = codeUnit(at, unit);
         if (at && unit >= 0xD800 && unit < 0xE000) {
@@ -445,7 +443,7 @@ class Parser {
             if (at && (low < 0xDC00 || low >= 0xE000)) return fail(kInvalidSurrogates);
             unit = 0x10000 + ((unit - 0xD800) << 10) + (low - 0xDC00);
         }
-        if (at) appendUtf8(text, unit);
+        if (at) appendUtf8(decoded_, unit);
         return at;
     }
 
@@ -471,6 +469,7 @@ class Parser {
     const unsigned flags_;
     static constexpr char kOutermost = '\0';
     Stack<char, 64> open_;  // the closing brackets of the open containers
+    std::string decoded_;   // what escapes stand for, in the string that is being parsed
 };
 
 }  // namespace

@@ -182,9 +182,11 @@ class Writer {
     }
 
     char* scalar(char* at, const Value& value) {
+        return value.type_ == Value::Integer ? writeNumber(value.payload_.integer, at) : otherScalar(at, value);
+    }
+
+    char* otherScalar(char* at, const Value& value) {
         switch (value.type_) {
-            case Value::Integer:
-                return writeNumber(value.payload_.integer, at);
             case Value::Float:
                 failed_ = !std::isfinite(value.payload_.floating);
                 return failed_ ? at : writeNumber(value.payload_.floating, at);

@@ -35,13 +35,14 @@ class Stack {
 
  private:
     void grow() {
+        constexpr std::size_t kGrowth = 4;
         const std::size_t size = this->size();
-        std::unique_ptr<T[]> larger(new T[2 * size]);
+        std::unique_ptr<T[]> larger(new T[kGrowth * size]);
         std::copy(begin_, end_, larger.get());
         many_ = std::move(larger);
         begin_ = many_.get();
         end_ = begin_ + size;
-        limit_ = end_ + size;
+        limit_ = begin_ + kGrowth * size;
     }
 
     std::array<T, Usual> few_;

@@ -57,10 +57,35 @@ class Store {
     /// One object by itself.
     static void* allocate(std::size_t size) { return Filler().allocate(size); }
 
-    static void release(void* memory) noexcept {
-        Region* const region = regionOf(memory);
-        if (region->left.fetch_sub(1, std::memory_order_acq_rel) == 1) recycle(region);
-    }
+    /// Takes objects back, those of one region in a row at once.
+    class Releaser {
+     public:
+        Releaser() noexcept = default;
+        ~Releaser() { flush(); }
+        Releaser(const Releaser&) = delete;
+        Releaser& operator=(const Releaser&) = delete;
+
+        void release(void* memory) noexcept {
+            Region* const region = regionOf(memory);
+            if (region != region_) {
+                flush();
+                region_ = region;
+            }
+            ++count_;
+        }
+
+     private:
+        void flush() noexcept {
+            if (count_ != 0 && region_->left.fetch_sub(count_, std::memory_order_acq_rel) == count_) recycle(region_);
+            count_ = 0;
+        }
+
+        Region* region_ = nullptr;
+        std::uint32_t count_ = 0;
+    };
+
+    /// One object by itself.
+    static void release(void* memory) noexcept { Releaser().release(memory); }
 
  private:
     static Region* regionOf(void* memory) noexcept {

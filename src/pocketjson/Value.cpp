@@ -59,25 +59,28 @@ Value Value::fromElements(Elements&& elements) {
 
 void Value::destroyContainer() noexcept {
     constexpr unsigned kLevelsOnCallStack = 32;
-    if (type_ != String) destroyNestedEntries(kLevelsOnCallStack);
-    delete payload_.container;
+    Store::Releaser store;
+    destroy(store, kLevelsOnCallStack);
 }
 
-// Destroys the objects and arrays in here that have no other reference. Their destructors would do the same, but use as
-// much stack as the value is deep.
-void Value::destroyNestedEntries(unsigned levels) noexcept {
-    const auto destroy = [levels](Value& entry) {
-        if (!entry.holds(kNestedMask) || entry.payload_.container->references != 1) return;
+// Destroys a container that has lost its last reference, and first the containers in it of which that is true as well.
+// Their destructors would do the same, but use as much stack as the value is deep.
+void Value::destroy(Store::Releaser& store, unsigned levels) noexcept {
+    const auto destroyEntry = [&store, levels](Value& entry) {
+        if (!entry.holds(kContainerMask) || entry.payload_.container->references != 1) return;
         entry.payload_.container->references = 0;
-        if (levels == 0) return entry.destroyStepByStep();
-        entry.destroyNestedEntries(levels - 1);
-        delete entry.payload_.container;
-        entry.payload_.container = nullptr;
+        if (levels > 0)
+            entry.destroy(store, levels - 1);
+        else
+            entry.destroyStepByStep();
     };
     if (type_ == Array)
-        for (Value& element : payload<Elements>()) destroy(element);
+        for (Value& element : payload<Elements>()) destroyEntry(element);
     else if (type_ == Object)
-        for (auto& [name, member] : payload<Members>()) destroy(member);
+        for (auto& [name, member] : payload<Members>()) destroyEntry(member);
+    payload_.container->~AbstractContainer();
+    store.release(payload_.container);
+    payload_.container = nullptr;
 }
 
 // Without stack and without memory: *this walks through the containers that have lost their last reference, and the

@@ -190,7 +190,7 @@ class Value {
 
     void release() noexcept;
     void destroyContainer() noexcept;
-    void destroyNestedEntries(unsigned levels) noexcept;
+    void destroy(Store::Releaser& store, unsigned levels) noexcept;
     void destroyStepByStep() noexcept;
     Value* entryToDescendInto() noexcept;
     Value& entryDescendedInto() noexcept;
