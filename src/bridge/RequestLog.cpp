@@ -1,9 +1,11 @@
 #include "bridge/RequestLog.h"
 
 #include <array>
+#include <charconv>
 #include <cstdint>
-#include <cstdio>
+#include <cstring>
 #include <new>
+#include <string_view>
 
 #include "runtime/Logger.h"
 
@@ -15,39 +17,79 @@ bool isSuccess(const BridgeResult& result) noexcept {
     return static_cast<std::uint32_t>(result.statusCode) - 200 < 100;
 }
 
-/// Writes the line with at most `uriLength` bytes of the URI; returns the length of the whole line, whether it fits or
-/// not.
-std::size_t formatLine(char* buffer, std::size_t size, Method method, const std::string& uri, std::size_t uriLength,
-                       const BridgeResult& result) noexcept {
-    std::array<char, 24> code{};
-    if (const pocketjson::Value& value = result.error.get("code"); value.isNumber())
-        std::snprintf(code.data(), code.size(), "\tcode:0x%08x", static_cast<unsigned>(value.asInt64()));
+/// A NUL-terminated text in a buffer. What does not fit is left out but counted.
+class Line {
+ public:
+    Line(char* buffer, std::size_t size) noexcept : buffer_(buffer), size_(size) { *buffer_ = '\0'; }
 
-    const bool success = isSuccess(result);
-    const int length =
-        std::snprintf(buffer, size, "statusCode:%d\tmethod:%s\turi:%.*s%s%s\tmsg:%s%s",
-                      static_cast<int>(result.statusCode), methodName(method), static_cast<int>(uriLength), uri.c_str(),
-                      success ? "" : "\terr:", success ? "" : result.name, success ? "Success" : result.message,
-                      success ? "" : code.data());
-    return static_cast<std::size_t>(length < 0 ? 0 : length);
+    void add(std::string_view text) noexcept {
+        if (length_ + text.size() < size_) {
+            std::memcpy(buffer_ + length_, text.data(), text.size());
+            buffer_[length_ + text.size()] = '\0';
+        }
+        length_ += text.size();
+    }
+
+    /// With leading zeros, if it has fewer digits.
+    void addNumber(auto number, int base, std::size_t digits) noexcept {
+        std::array<char, 12> text;
+        const char* const end = std::to_chars(text.data(), text.data() + text.size(), number, base).ptr;
+        const std::string_view written(text.data(), end);
+        for (std::size_t zeros = written.size(); zeros < digits; ++zeros) add("0");
+        add(written);
+    }
+
+    /// Of the whole text, whether it fits or not.
+    std::size_t length() const noexcept { return length_; }
+
+ private:
+    char* const buffer_;
+    const std::size_t size_;
+    std::size_t length_ = 0;
+};
+
+/// Writes the line; returns its length, whether it fits or not.
+std::size_t formatLine(char* buffer, std::size_t size, Method method, std::string_view uri,
+                       const BridgeResult& result) noexcept {
+    Line line(buffer, size);
+    line.add("statusCode:");
+    line.addNumber(result.statusCode, 10, 1);
+    line.add("\tmethod:");
+    line.add(methodName(method));
+    line.add("\turi:");
+    line.add(uri);
+    if (isSuccess(result)) {
+        line.add("\tmsg:Success");
+        return line.length();
+    }
+    line.add("\terr:");
+    line.add(result.name);
+    line.add("\tmsg:");
+    line.add(result.message);
+    if (const pocketjson::Value& code = result.error.get("code"); code.isNumber()) {
+        line.add("\tcode:0x");
+        line.addNumber(static_cast<std::uint32_t>(code.asInt64()), 16, 8);
+    }
+    return line.length();
 }
 
 }  // namespace
 
-void logRequest(Method method, const std::string& uri, const BridgeResult& result) noexcept {
+void logRequest(Method method, const std::string& uriText, const BridgeResult& result) noexcept {
     try {
         static const PellLogger logger;
         const auto level = isSuccess(result) ? PellLogger::successLevel : PellLogger::failureLevel;
 
-        std::array<char, 512> line{};
-        const std::size_t length = formatLine(line.data(), line.size(), method, uri, uri.size(), result);
+        const std::string_view uri = uriText.c_str();  // to its first NUL: more would end the line
+        std::array<char, 512> line;
+        const std::size_t length = formatLine(line.data(), line.size(), method, uri, result);
         if (length < line.size()) return logger.log(level, line.data());
         try {
-            std::string longLine(length + 1, '\0');
-            formatLine(longLine.data(), longLine.size(), method, uri, uri.size(), result);
+            std::string longLine(length, '\0');
+            formatLine(longLine.data(), length + 1, method, uri, result);
             logger.log(level, longLine.c_str());
         } catch (const std::bad_alloc&) {
-            formatLine(line.data(), line.size(), method, uri, line.size() / 2, result);
+            formatLine(line.data(), line.size(), method, uri.substr(0, line.size() / 2), result);
             logger.log(level, line.data());
         }
     } catch (...) {
