@@ -15,17 +15,25 @@ namespace {
 constexpr const char* unknownErrorText =
     R"({"error":{"message":"Unknown error occurred.","name":"UnknownError"},"value":null})";
 
+bool writeError(const BridgeResult& result, std::string& text) {
+    Value error = result.error;
+    error["name"] = result.name;
+    error["message"] = result.message;
+    return pocketjson::write(error, text);
+}
+
 bool writeText(BridgeResult& result) {
-    Value response;
-    Value& error = response["error"];
+    std::string& text = result.text;
     if (*result.name || *result.message || !result.error.empty()) {
-        error = result.error;
-        error["name"] = result.name;
-        error["message"] = result.message;
+        text = R"({"error":)";
+        if (!writeError(result, text)) return false;
+        text += R"(,"value":)";
+    } else {
+        text = R"({"error":null,"value":)";
     }
-    response["value"] = result.value;
-    result.text.clear();
-    return pocketjson::write(response, result.text);
+    if (!pocketjson::write(result.value, text)) return false;
+    text += '}';
+    return true;
 }
 
 }  // namespace
