@@ -84,21 +84,24 @@ constexpr std::array<MethodMessages, 4> methodMessages{{
 
 }  // namespace
 
-void checkRequest(bool condition, const char* message) {
-    if (!condition) throw BridgeResultError(400, "BadRequestError", message);
+namespace detail {
+
+void throwBadRequest(const char* message) {
+    throw BridgeResultError(400, "BadRequestError", message);
 }
 
-void checkInternal(bool condition, const char* message) {
-    if (!condition) throw BridgeResultError(500, "InternalError", message);
+void throwInternal(const char* message) {
+    throw BridgeResultError(500, "InternalError", message);
 }
 
-void checkMonitorControl(DmResult result, const char* reason) {
-    if (result >= 0 || result == DmUnknown) return;
+void throwMonitorControl(DmResult result, const char* reason) {
     Value error;
     error["code"] = static_cast<std::uint32_t>(result);
     if (*reason) error["reason"] = reason;
     throw BridgeResultError(500, "DmError", resultMessage(result), std::move(error));
 }
+
+}  // namespace detail
 
 void throwMethodNotAllowed(Method method) {
     throw BridgeResultError(405, "MethodError", methodMessages[static_cast<std::size_t>(method)].ofClass);

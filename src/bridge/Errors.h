@@ -8,18 +8,32 @@
 
 namespace torvo {
 
+namespace detail {
+
+[[noreturn]] void throwBadRequest(const char* message);
+[[noreturn]] void throwInternal(const char* message);
+[[noreturn]] void throwMonitorControl(DmResult result, const char* reason);
+
+}  // namespace detail
+
 /// "BadRequestError" (400) unless the condition holds.
-void checkRequest(bool condition, const char* message);
+inline void checkRequest(bool condition, const char* message) {
+    if (!condition) detail::throwBadRequest(message);
+}
 
 /// "InternalError" (500) unless the condition holds.
-void checkInternal(bool condition, const char* message);
-
-/// "DmError" (500) with "code" and, unless it is empty, "reason", when the result is a failure: its top bit is set and
-/// it is not `DmUnknown`.
-void checkMonitorControl(DmResult result, const char* reason);
+inline void checkInternal(bool condition, const char* message) {
+    if (!condition) detail::throwInternal(message);
+}
 
 /// The one failure of the monitor-control library that counts as success.
 inline constexpr DmResult DmUnknown = static_cast<DmResult>(0x80000006);
+
+/// "DmError" (500) with "code" and, unless it is empty, "reason", when the result is a failure: its top bit is set and
+/// it is not `DmUnknown`.
+inline void checkMonitorControl(DmResult result, const char* reason) {
+    if (result < 0 && result != DmUnknown) detail::throwMonitorControl(result, reason);
+}
 
 /// "MethodError" (405): a class that does not provide the method ...
 [[noreturn]] void throwMethodNotAllowed(Method method);

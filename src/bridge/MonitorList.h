@@ -4,16 +4,17 @@
 #include <libdmc.h>
 
 #include <cstdint>
-#include <string>
+#include <string_view>
 
 namespace torvo {
 
 /// No list is read further than this, however many monitors a library claims to have.
 inline constexpr std::uint32_t maximumMonitors = 1024;
 
+/// NUL-terminated texts.
 struct MonitorAddress {
-    std::string serial;
-    std::string product;
+    char serial[DM_SERIAL_SIZE];
+    char product[DM_PRODUCT_SIZE];
 };
 
 /// Reads the monitor at an index; the result is the library's. The texts are at most 8 and 16 bytes, also when the
@@ -21,6 +22,6 @@ struct MonitorAddress {
 DmResult readMonitorAddress(std::uint32_t index, MonitorAddress& address);
 
 /// Returns when such a monitor is connected, both texts being equal byte for byte; throws "DmError" otherwise.
-void findMonitor(const std::string& serial, const std::string& product);
+void findMonitor(std::string_view serial, std::string_view product);
 
 }  // namespace torvo

@@ -14,7 +14,7 @@ namespace {
 bool findMonitorOf(FWHidHandle wanted, MonitorAddress& address) {
     for (std::uint32_t index = 0; index < maximumMonitors && readMonitorAddress(index, address) >= 0; ++index) {
         FWHidHandle handle = nullptr;
-        if (DmCtrlGetHIDHandle(address.serial.c_str(), address.product.c_str(), &handle) >= 0 && handle == wanted)
+        if (DmCtrlGetHIDHandle(address.serial, address.product, &handle) >= 0 && handle == wanted)
             return true;
     }
     return false;
