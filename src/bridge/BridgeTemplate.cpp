@@ -12,7 +12,7 @@ using torvo::RequestRecord;
 void BridgeTemplate::handle(BridgeResult& result, const CallTexts& texts) noexcept {
     RequestRecord request;
     try {
-        request = RequestRecord::parse(texts);
+        request.parse(texts);
         preRequest(request);
         result = dispatch(request);
     } catch (BridgeResultError& error) {

@@ -73,13 +73,13 @@ struct OutputValues<Parameters, First, std::index_sequence<Position...>> {
 
 class Monitor {
  public:
-    Monitor(std::string serialText, std::string productText)
-        : serial(std::move(serialText)), product(std::move(productText)) {}
+    /// NUL-terminated, borrowed for the life of the monitor.
+    Monitor(const char* serialText, const char* productText) noexcept : serial(serialText), product(productText) {}
 
     /// Whether a DmCtrlSupported... function answers non-zero. Its answer is no result code and is not checked.
     template <class Callable, class... Inputs>
     bool supports(Callable function, Inputs... inputs) const {
-        return detail::resolve(function)(serial.c_str(), product.c_str(), inputs...) != 0;
+        return detail::resolve(function)(serial, product, inputs...) != 0;
     }
 
     /// Whether a function with one out-parameter can be read: support, where no function tells of it.
@@ -87,7 +87,7 @@ class Monitor {
     bool canRead(Callable function) const {
         typename detail::OutputValues<typename detail::Checked<Callable>::Parameters, 0, std::index_sequence<0>>::Tuple
             output{};
-        return detail::resolve(function)(serial.c_str(), product.c_str(), &std::get<0>(output)) >= 0;
+        return detail::resolve(function)(serial, product, &std::get<0>(output)) >= 0;
     }
 
     /// The value of the one out-parameter, or a tuple of several. Zero where the library wrote nothing.
@@ -146,14 +146,14 @@ class Monitor {
     void write(Callable function, const char* action, Arguments... arguments) const {
         static_assert(std::tuple_size_v<typename detail::Checked<Callable>::Parameters> == sizeof...(Arguments),
                       "a monitor function is called with every argument after serial and product");
-        checkMonitorControl(detail::resolve(function)(serial.c_str(), product.c_str(), arguments...), action);
+        checkMonitorControl(detail::resolve(function)(serial, product, arguments...), action);
     }
 
     static constexpr std::uint32_t maximumItems = 1U << 20;
     static constexpr std::uint32_t maximumText = 4096;
 
-    const std::string serial;
-    const std::string product;
+    const char* const serial;
+    const char* const product;
 };
 
 }  // namespace torvo

@@ -1,15 +1,24 @@
 #include "bridge/MonitorBridgeTemplate.h"
 
+#include <initializer_list>
+#include <string_view>
+
 #include "bridge/Errors.h"
 #include "bridge/MonitorList.h"
 
 namespace torvo {
 
 BridgeResult MonitorBridgeTemplate::callOnMonitor(MonitorMethod method, const RequestRecord& request) {
-    const Monitor monitor(request.requestParams.get("serial").text(), request.requestParams.get("product").text());
-    uri += "Monitors/" + monitor.product + "/" + monitor.serial + "/" + resourcePath_;
-    checkRequest(!monitor.serial.empty() && !monitor.product.empty(), "URI is invalid.");
-    findMonitor(monitor.serial, monitor.product);
+    const std::string& serial = request.requestParams.get("serial").text();
+    const std::string& product = request.requestParams.get("product").text();
+    uri.reserve(128);  // enough for nearly all
+    for (const std::string_view part :
+         std::initializer_list<std::string_view>{"Monitors/", product, "/", serial, "/", resourcePath_})
+        uri += part;
+    checkRequest(!serial.empty() && !product.empty(), "URI is invalid.");
+    findMonitor(serial, product);
+
+    const Monitor monitor(serial.c_str(), product.c_str());
 
     BridgeResult result;
     (this->*method)(result, monitor, request);

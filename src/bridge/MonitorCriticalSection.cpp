@@ -12,7 +12,7 @@ MonitorCriticalSection::~MonitorCriticalSection() {
     if (!entered_) return;
     try {
         if (const auto exit = libdmcLoader::instance().find(NAMED(DmCtrlExitCriticalSection)))
-            exit(monitor_.serial.c_str(), monitor_.product.c_str());
+            exit(monitor_.serial, monitor_.product);
     } catch (...) {
     }
 }

@@ -24,19 +24,17 @@ constexpr char upperCase(char character) noexcept {
 
 }  // namespace
 
-RequestRecord RequestRecord::parse(const CallTexts& texts) {
-    RequestRecord record;
-    record.requestBodyText = viewOf(texts.body);
-    record.requestOptions = pocketjson::parseOrNull(viewOf(texts.options));
-    record.requestParams = pocketjson::parseOrNull(viewOf(texts.params));
-    record.requestQuery = pocketjson::parseOrNull(viewOf(texts.query));
+void RequestRecord::parse(const CallTexts& texts) {
+    requestBodyText = viewOf(texts.body);
+    requestOptions = pocketjson::parseOrNull(viewOf(texts.options));
+    requestParams = pocketjson::parseOrNull(viewOf(texts.params));
+    requestQuery = pocketjson::parseOrNull(viewOf(texts.query));
 
     std::string message;
-    if (!pocketjson::parse(message, record.requestBody, record.requestBodyText)) {
-        record.requestBody = nullptr;
-        if (!record.requestBodyText.empty()) record.requestBody = record.requestBodyText;
+    if (!pocketjson::parse(message, requestBody, requestBodyText)) {
+        requestBody = nullptr;
+        if (!requestBodyText.empty()) requestBody = requestBodyText;
     }
-    return record;
 }
 
 Method RequestRecord::method() const noexcept {

@@ -1,7 +1,7 @@
 // One request as its handler sees it.
 #pragma once
 
-#include <string>
+#include <string_view>
 
 #include "pocketjson/Value.h"
 
@@ -22,10 +22,10 @@ struct RequestRecord {
     pocketjson::Value requestParams;   ///< {"product", "serial"} of a monitor resource
     pocketjson::Value requestQuery;    ///< what a GET asks for, told by the presence of members
     pocketjson::Value requestBody;     ///< what a PUT or POST brings; a text that is not JSON is here as a JSON string
-    std::string requestBodyText;       ///< the body as it came
+    std::string_view requestBodyText;  ///< the body as it came, borrowed for the call
 
     /// Parses the texts. One that is not JSON leaves its member null; that is not an error here.
-    static RequestRecord parse(const CallTexts& texts);
+    void parse(const CallTexts& texts);
 
     /// Told by "method" of the options in any case of letters. Whatever else stands there is a GET.
     Method method() const noexcept;
