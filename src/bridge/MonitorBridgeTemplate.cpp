@@ -2,6 +2,7 @@
 
 #include <initializer_list>
 #include <string_view>
+#include <utility>
 
 #include "bridge/Errors.h"
 #include "bridge/MonitorList.h"
@@ -20,9 +21,8 @@ BridgeResult MonitorBridgeTemplate::callOnMonitor(MonitorMethod method, const Re
 
     const Monitor monitor(serial.c_str(), product.c_str());
 
-    BridgeResult result;
-    (this->*method)(result, monitor, request);
-    return result;
+    (this->*method)(result_, monitor, request);
+    return std::move(result_);
 }
 
 BridgeResult MonitorBridgeTemplate::Get(const RequestRecord& request) {
