@@ -1,4 +1,5 @@
 // The three-dimensional look-up table: one colour for each point of its grid.
+#include <algorithm>
 #include <vector>
 
 #include "bridge/Resource.h"
@@ -47,10 +48,11 @@ class LUT3D final : public MonitorBridgeTemplate {
         table.reserve(data.size());
         for (const Value& triple : data.elements()) {
             checkRequest(triple.isArray(), "Each value must be array.");
-            checkRequest(
-                triple.size() == 3 && triple.at(0).isNumber() && triple.at(1).isNumber() && triple.at(2).isNumber(),
-                "Each value must be 3 number array.");
-            table.push_back({triple.at(0).asUInt(), triple.at(1).asUInt(), triple.at(2).asUInt()});
+            const Value::Elements& numbers = triple.elements();
+            checkRequest(numbers.size() == 3 && std::all_of(numbers.begin(), numbers.end(),
+                                                            [](const Value& number) { return number.isNumber(); }),
+                         "Each value must be 3 number array.");
+            table.push_back({numbers[0].asUInt(), numbers[1].asUInt(), numbers[2].asUInt()});
         }
         return table;
     }
