@@ -5,7 +5,7 @@
 namespace torvo {
 
 void Bridge::postRequest(const RequestRecord& request, const BridgeResult& result) noexcept {
-    logRequest(request.method(), uri, result);
+    logRequest(request.method, uri, result);
 }
 
 }  // namespace torvo

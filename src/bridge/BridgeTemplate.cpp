@@ -9,12 +9,30 @@ using torvo::CallTexts;
 using torvo::Method;
 using torvo::RequestRecord;
 
+namespace {
+
+BridgeResult dispatch(BridgeTemplate& resource, const RequestRecord& request) {
+    switch (request.method) {
+        case Method::Post:
+            return resource.Post(request);
+        case Method::Put:
+            return resource.Put(request);
+        case Method::Delete:
+            return resource.Delete(request);
+        case Method::Get:
+            break;
+    }
+    return resource.Get(request);
+}
+
+}  // namespace
+
 void BridgeTemplate::handle(BridgeResult& result, const CallTexts& texts) noexcept {
     RequestRecord request;
     try {
         request.parse(texts);
         preRequest(request);
-        result = dispatch(request);
+        result = dispatch(*this, request);
     } catch (BridgeResultError& error) {
         result = std::move(error.result);
     } catch (...) {
@@ -22,20 +40,6 @@ void BridgeTemplate::handle(BridgeResult& result, const CallTexts& texts) noexce
     }
     torvo::writeResponse(result);
     postRequest(request, result);
-}
-
-BridgeResult BridgeTemplate::dispatch(const RequestRecord& request) {
-    switch (request.method()) {
-        case Method::Post:
-            return Post(request);
-        case Method::Put:
-            return Put(request);
-        case Method::Delete:
-            return Delete(request);
-        case Method::Get:
-            break;
-    }
-    return Get(request);
 }
 
 void BridgeTemplate::preRequest(const RequestRecord&) {}

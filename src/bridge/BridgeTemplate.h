@@ -28,7 +28,4 @@ class BridgeTemplate {
     virtual torvo::BridgeResult Put(const torvo::RequestRecord& request);
     virtual torvo::BridgeResult Post(const torvo::RequestRecord& request);
     virtual torvo::BridgeResult Delete(const torvo::RequestRecord& request);
-
- private:
-    torvo::BridgeResult dispatch(const torvo::RequestRecord& request);
 };

@@ -9,7 +9,7 @@
 
 namespace torvo {
 
-BridgeResult MonitorBridgeTemplate::callOnMonitor(MonitorMethod method, const RequestRecord& request) {
+Monitor MonitorBridgeTemplate::findMonitorOf(const RequestRecord& request) {
     const std::string& serial = request.requestParams.get("serial").text();
     const std::string& product = request.requestParams.get("product").text();
     uri.reserve(128);  // enough for nearly all
@@ -18,27 +18,27 @@ BridgeResult MonitorBridgeTemplate::callOnMonitor(MonitorMethod method, const Re
         uri += part;
     checkRequest(!serial.empty() && !product.empty(), "URI is invalid.");
     findMonitor(serial, product);
-
-    const Monitor monitor(serial.c_str(), product.c_str());
-
-    (this->*method)(result_, monitor, request);
-    return std::move(result_);
+    return {serial.c_str(), product.c_str()};
 }
 
 BridgeResult MonitorBridgeTemplate::Get(const RequestRecord& request) {
-    return callOnMonitor(&MonitorBridgeTemplate::Get, request);
+    Get(result_, findMonitorOf(request), request);
+    return std::move(result_);
 }
 
 BridgeResult MonitorBridgeTemplate::Put(const RequestRecord& request) {
-    return callOnMonitor(&MonitorBridgeTemplate::Put, request);
+    Put(result_, findMonitorOf(request), request);
+    return std::move(result_);
 }
 
 BridgeResult MonitorBridgeTemplate::Post(const RequestRecord& request) {
-    return callOnMonitor(&MonitorBridgeTemplate::Post, request);
+    Post(result_, findMonitorOf(request), request);
+    return std::move(result_);
 }
 
 BridgeResult MonitorBridgeTemplate::Delete(const RequestRecord& request) {
-    return callOnMonitor(&MonitorBridgeTemplate::Delete, request);
+    Delete(result_, findMonitorOf(request), request);
+    return std::move(result_);
 }
 
 void MonitorBridgeTemplate::Get(BridgeResult&, const Monitor&, const RequestRecord&) {

@@ -25,12 +25,11 @@ class MonitorBridgeTemplate : public Bridge {
     virtual void Delete(BridgeResult& result, const Monitor& monitor, const RequestRecord& request);
 
  private:
-    using MonitorMethod = void (MonitorBridgeTemplate::*)(BridgeResult&, const Monitor&, const RequestRecord&);
-
-    BridgeResult callOnMonitor(MonitorMethod method, const RequestRecord& request);
+    /// Extends the URI. "BadRequestError" for a request that names no monitor, "DmError" when it is not connected.
+    Monitor findMonitorOf(const RequestRecord& request);
 
     const char* resourcePath_;
-    BridgeResult result_;  // no local of callOnMonitor, so that a failed check passes it with nothing to clean up
+    BridgeResult result_;  // no local, so that a failed check finds nothing to clean up on its way
 };
 
 }  // namespace torvo

@@ -22,11 +22,22 @@ constexpr char upperCase(char character) noexcept {
     return character >= 'a' && character <= 'z' ? static_cast<char>(character - 'a' + 'A') : character;
 }
 
+Method methodOf(std::string_view text) noexcept {
+    for (std::size_t i = 0; i < methodNames.size(); ++i) {
+        const std::string_view name = methodNames[i];
+        if (std::equal(text.begin(), text.end(), name.begin(), name.end(),
+                       [](char left, char right) { return upperCase(left) == right; }))
+            return static_cast<Method>(i);
+    }
+    return Method::Get;
+}
+
 }  // namespace
 
 void RequestRecord::parse(const CallTexts& texts) {
     requestBodyText = viewOf(texts.body);
     requestOptions = pocketjson::parseOrNull(viewOf(texts.options));
+    method = methodOf(requestOptions.get("method").text());
     requestParams = pocketjson::parseOrNull(viewOf(texts.params));
     requestQuery = pocketjson::parseOrNull(viewOf(texts.query));
 
@@ -35,17 +46,6 @@ void RequestRecord::parse(const CallTexts& texts) {
         requestBody = nullptr;
         if (!requestBodyText.empty()) requestBody = requestBodyText;
     }
-}
-
-Method RequestRecord::method() const noexcept {
-    const std::string& method = requestOptions.get("method").text();
-    for (std::size_t i = 0; i < methodNames.size(); ++i) {
-        const std::string_view name = methodNames[i];
-        if (std::equal(method.begin(), method.end(), name.begin(), name.end(),
-                       [](char left, char right) { return upperCase(left) == right; }))
-            return static_cast<Method>(i);
-    }
-    return Method::Get;
 }
 
 const Value& RequestRecord::data() const noexcept {

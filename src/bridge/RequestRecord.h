@@ -23,12 +23,10 @@ struct RequestRecord {
     pocketjson::Value requestQuery;    ///< what a GET asks for, told by the presence of members
     pocketjson::Value requestBody;     ///< what a PUT or POST brings; a text that is not JSON is here as a JSON string
     std::string_view requestBodyText;  ///< the body as it came, borrowed for the call
+    Method method = Method::Get;       ///< "method" of the options in any case of letters; a GET for whatever else
 
     /// Parses the texts. One that is not JSON leaves its member null; that is not an error here.
     void parse(const CallTexts& texts);
-
-    /// Told by "method" of the options in any case of letters. Whatever else stands there is a GET.
-    Method method() const noexcept;
 
     /// The new value that a PUT or DELETE brings: the body, or what stands in it when the body is an object with the
     /// single member "data". So `50` and `{"data": 50}` are the same request.
