@@ -59,10 +59,17 @@ std::string temporaryFolder() {
     return length < path.size() ? toUtf8({path.data(), length}) : "";
 }
 
+// Its library is loaded when it is needed only: with it come those of the printing system.
 std::string colorFolder() {
+    const HMODULE library = LoadLibraryExW(L"mscms.dll", nullptr, LOAD_LIBRARY_SEARCH_SYSTEM32);
+    if (!library) return "";
     std::array<wchar_t, MAX_PATH> path{};
     DWORD bytes = sizeof path;
-    return GetColorDirectoryW(nullptr, path.data(), &bytes) ? toUtf8(path.data()) : "";
+    const auto getColorDirectory =
+        reinterpret_cast<decltype(&GetColorDirectoryW)>(findSymbol(library, "GetColorDirectoryW"));
+    const bool told = getColorDirectory && getColorDirectory(nullptr, path.data(), &bytes);
+    FreeLibrary(library);
+    return told ? toUtf8(path.data()) : "";
 }
 
 }  // namespace
