@@ -47,10 +47,35 @@ std::string directoryOf(const std::wstring& file) {
     return toUtf8(file.substr(0, file.find_last_of(L"\\/")));
 }
 
+/// A system library that is loaded for a scope only. Those of the shell and of colours bring a dozen others with them,
+/// and most of the time that loading the plug-in would take.
+class SystemLibrary {
+ public:
+    explicit SystemLibrary(const wchar_t* name) noexcept
+        : module_(LoadLibraryExW(name, nullptr, LOAD_LIBRARY_SEARCH_SYSTEM32)) {}
+    ~SystemLibrary() {
+        if (module_) FreeLibrary(module_);
+    }
+    SystemLibrary(const SystemLibrary&) = delete;
+    SystemLibrary& operator=(const SystemLibrary&) = delete;
+
+    /// Null when it is missing, as all are without the library.
+    template <class Function>
+    Function* find(const char* name) const noexcept {
+        return module_ ? reinterpret_cast<Function*>(findSymbol(module_, name)) : nullptr;
+    }
+
+ private:
+    const HMODULE module_;
+};
+
 std::string shellFolder(int identifier) {
+    const SystemLibrary shell(L"shell32.dll");
+    const auto getFolderPath = shell.find<decltype(SHGetFolderPathW)>("SHGetFolderPathW");
     std::array<wchar_t, MAX_PATH> path{};
-    return SHGetFolderPathW(nullptr, identifier, nullptr, SHGFP_TYPE_CURRENT, path.data()) == S_OK ? toUtf8(path.data())
-                                                                                                   : "";
+    const bool told =
+        getFolderPath && getFolderPath(nullptr, identifier, nullptr, SHGFP_TYPE_CURRENT, path.data()) == S_OK;
+    return told ? toUtf8(path.data()) : "";
 }
 
 std::string temporaryFolder() {
@@ -59,17 +84,12 @@ std::string temporaryFolder() {
     return length < path.size() ? toUtf8({path.data(), length}) : "";
 }
 
-// Its library is loaded when it is needed only: with it come those of the printing system.
 std::string colorFolder() {
-    const HMODULE library = LoadLibraryExW(L"mscms.dll", nullptr, LOAD_LIBRARY_SEARCH_SYSTEM32);
-    if (!library) return "";
+    const SystemLibrary colors(L"mscms.dll");
+    const auto getColorDirectory = colors.find<decltype(GetColorDirectoryW)>("GetColorDirectoryW");
     std::array<wchar_t, MAX_PATH> path{};
     DWORD bytes = sizeof path;
-    const auto getColorDirectory =
-        reinterpret_cast<decltype(&GetColorDirectoryW)>(findSymbol(library, "GetColorDirectoryW"));
-    const bool told = getColorDirectory && getColorDirectory(nullptr, path.data(), &bytes);
-    FreeLibrary(library);
-    return told ? toUtf8(path.data()) : "";
+    return getColorDirectory && getColorDirectory(nullptr, path.data(), &bytes) ? toUtf8(path.data()) : "";
 }
 
 }  // namespace
