@@ -1,7 +1,7 @@
 // One request as its handler sees it.
 #pragma once
 
-#include <string_view>
+#include <string>
 
 #include "pocketjson/Value.h"
 
@@ -22,7 +22,7 @@ struct RequestRecord {
     pocketjson::Value requestParams;   ///< {"product", "serial"} of a monitor resource
     pocketjson::Value requestQuery;    ///< what a GET asks for, told by the presence of members
     pocketjson::Value requestBody;     ///< what a PUT or POST brings; a text that is not JSON is here as a JSON string
-    std::string_view requestBodyText;  ///< the body as it came, borrowed for the call
+    std::string requestBodyText;       ///< the body as it came
     Method method = Method::Get;       ///< "method" of the options in any case of letters; a GET for whatever else
 
     /// Parses the texts. One that is not JSON leaves its member null; that is not an error here.
