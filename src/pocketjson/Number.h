@@ -57,7 +57,8 @@ inline std::uint64_t valueOfDigits(const char* text, int count) noexcept {
 }
 
 /// Appends the digits at the beginning of a text to a number, modulo 2^64. Returns where they end.
-inline const char* scanDigits(const char* cursor, const char* end, std::uint64_t& number) noexcept {
+[[gnu::always_inline]] inline const char* scanDigits(const char* cursor, const char* end,
+                                                     std::uint64_t& number) noexcept {
     if (end - cursor >= Sixteen::size) {
         const Sixteen bytes(cursor);
         const unsigned others = bytes.noDigits();

@@ -83,8 +83,8 @@ std::uint64_t beginningOf(std::string_view text) noexcept {
 }  // namespace
 
 /// The grammar's target that builds a Value. Values are gathered on one stack until their array or object ends: an
-/// array is made in its exact size, and the members of an object are made in the order of their names, each after the
-/// last one. A failed parse ends the containers that are open, so that what was built stays in the target.
+/// array is made in its exact size, and the members of an object are made in the order of their names. A failed parse
+/// ends the containers that are open, so that what was built stays in the target.
 class ValueBuilder {
  public:
     explicit ValueBuilder(Value& target) : target_(target), previous_(target) {}
@@ -125,7 +125,14 @@ class ValueBuilder {
         const std::size_t count = values_.size() - open_.firstValue;  // a name without a value does not count
         const std::span<Name> names(names_.at(open_.firstName), count);
         if (!std::is_sorted(names.begin(), names.end())) std::sort(names.begin(), names.end());
-        for (const Name& name : names) addMember(object->payload, name);
+        // From the last name to the first: the map then compares each only once to put it before the others. Of equal
+        // names the last one counts, which is met first.
+        const Name* after = nullptr;
+        for (auto name = names.rbegin(); name != names.rend(); after = &*name++) {
+            Value member = take(name->index);
+            if (!after || !name->isSameAs(*after))
+                object->payload.emplace_hint(object->payload.begin(), name->text, std::move(member));
+        }
         values_.cutTo(open_.firstValue);
         names_.cutTo(open_.firstName);
         return close(std::move(value));
@@ -154,6 +161,7 @@ class ValueBuilder {
             const int order = left.text.compare(right.text);
             return order != 0 ? order < 0 : left.index < right.index;
         }
+        bool isSameAs(const Name& other) const noexcept { return beginning == other.beginning && text == other.text; }
     };
 
     bool open(bool isObject) {
@@ -177,12 +185,10 @@ class ValueBuilder {
         return true;
     }
 
-    void addMember(Value::Members& members, const Name& name) {
-        // A name that is there already keeps its place, and the later value replaces the earlier one.
-        Value& member = members.emplace_hint(members.end(), name.text, Value())->second;
+    Value take(std::size_t index) {
         Value value;
-        value.unpack(std::exchange(*values_.at(name.index), Value().pack()));
-        member.swap(value);
+        value.unpack(std::exchange(*values_.at(index), Value().pack()));
+        return value;
     }
 
     Value& target_;
