@@ -86,19 +86,19 @@ constexpr std::array<MethodMessages, 4> methodMessages{{
 
 namespace detail {
 
-void throwBadRequest(const char* message) {
-    throw BridgeResultError(400, "BadRequestError", message);
+BridgeResultError badRequest(const char* message) noexcept {
+    return {400, "BadRequestError", message};
 }
 
-void throwInternal(const char* message) {
-    throw BridgeResultError(500, "InternalError", message);
+BridgeResultError internalError(const char* message) noexcept {
+    return {500, "InternalError", message};
 }
 
-void throwMonitorControl(DmResult result, const char* reason) {
+BridgeResultError monitorControlError(DmResult result, const char* reason) {
     Value error;
     error["code"] = static_cast<std::uint32_t>(result);
     if (*reason) error["reason"] = reason;
-    throw BridgeResultError(500, "DmError", resultMessage(result), std::move(error));
+    return {500, "DmError", resultMessage(result), std::move(error)};
 }
 
 }  // namespace detail

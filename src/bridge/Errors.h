@@ -8,22 +8,24 @@
 
 namespace torvo {
 
+// The checks throw in their handler's own frame, since each frame that an exception leaves takes time; what they throw
+// is made elsewhere.
 namespace detail {
 
-[[noreturn]] void throwBadRequest(const char* message);
-[[noreturn]] void throwInternal(const char* message);
-[[noreturn]] void throwMonitorControl(DmResult result, const char* reason);
+BridgeResultError badRequest(const char* message) noexcept;
+BridgeResultError internalError(const char* message) noexcept;
+BridgeResultError monitorControlError(DmResult result, const char* reason);
 
 }  // namespace detail
 
 /// "BadRequestError" (400) unless the condition holds.
 inline void checkRequest(bool condition, const char* message) {
-    if (!condition) detail::throwBadRequest(message);
+    if (!condition) throw detail::badRequest(message);
 }
 
 /// "InternalError" (500) unless the condition holds.
 inline void checkInternal(bool condition, const char* message) {
-    if (!condition) detail::throwInternal(message);
+    if (!condition) throw detail::internalError(message);
 }
 
 /// The one failure of the monitor-control library that counts as success.
@@ -32,7 +34,7 @@ inline constexpr DmResult DmUnknown = static_cast<DmResult>(0x80000006);
 /// "DmError" (500) with "code" and, unless it is empty, "reason", when the result is a failure: its top bit is set and
 /// it is not `DmUnknown`.
 inline void checkMonitorControl(DmResult result, const char* reason) {
-    if (result < 0 && result != DmUnknown) detail::throwMonitorControl(result, reason);
+    if (result < 0 && result != DmUnknown) throw detail::monitorControlError(result, reason);
 }
 
 /// "MethodError" (405): a class that does not provide the method ...

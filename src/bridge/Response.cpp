@@ -16,6 +16,14 @@ constexpr const char* unknownErrorText =
     R"({"error":{"message":"Unknown error occurred.","name":"UnknownError"},"value":null})";
 
 bool writeError(const BridgeResult& result, std::string& text) {
+    if (result.error.empty()) {  // as it mostly is
+        text += R"({"message":)";
+        pocketjson::writeString(result.message, text);
+        text += R"(,"name":)";
+        pocketjson::writeString(result.name, text);
+        text += '}';
+        return true;
+    }
     Value error = result.error;
     error["name"] = result.name;
     error["message"] = result.message;

@@ -58,8 +58,7 @@ class Sixteen {
 /// or a byte and returns whether it is one. Up to sixteen bytes before the cursor, from `begin` on, may be read as
 /// well.
 template <class Search>
-[[gnu::always_inline]] inline const char* findFirst(const char* begin, const char* cursor, const char* end,
-                                                    Search search) noexcept {
+const char* findFirst(const char* begin, const char* cursor, const char* end, Search search) noexcept {
     for (; end - cursor >= Sixteen::size; cursor += Sixteen::size)
         if (const unsigned found = search(Sixteen(cursor))) return cursor + std::countr_zero(found);
     if (end - begin >= Sixteen::size) {  // the last sixteen, without those before the cursor

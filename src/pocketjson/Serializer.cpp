@@ -131,6 +131,8 @@ class Writer {
         return !failed_;
     }
 
+    void write(std::string_view text) { output_.flush(string(output_.begin(), text)); }
+
  private:
     // Entries of the innermost open container, until another one is open or there are no more.
     char* entries(char* at) {
@@ -259,6 +261,10 @@ class Writer {
 
 bool write(const Value& value, std::string& output, unsigned flags) {
     return Writer(output, flags).write(value);
+}
+
+void writeString(std::string_view text, std::string& output) {
+    Writer(output, 0).write(text);
 }
 
 }  // namespace pocketjson

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 
 #include "pocketjson/Value.h"
 
@@ -20,5 +21,8 @@ enum WriteFlags : unsigned {
 ///
 /// Floats have up to 17 significant digits and look like integers if they have no fraction: 1.0 is "1". Zero is "0.0".
 bool write(const Value& value, std::string& output, unsigned flags = 0);
+
+/// Appends a text as a JSON string.
+void writeString(std::string_view text, std::string& output);
 
 }  // namespace pocketjson

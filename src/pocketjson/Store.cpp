@@ -9,61 +9,74 @@ namespace {
 
 constexpr std::size_t kMaximumSpares = 64;
 
+// Regions with nothing in them.
+constinit std::array<std::atomic<void*>, kMaximumSpares> spares{};
+
 }  // namespace
 
-// The open region that no filler has, and regions with nothing in them.
-struct Store::Spares {
-    std::atomic<Region*> open{nullptr};
-    std::array<std::atomic<Region*>, kMaximumSpares> empty{};
-};
+constinit std::atomic<Store::Filling> Store::open_{0};
 
-constinit Store::Spares Store::spares_;
+void Store::Filler::fill(Filling filling) noexcept {
+    next_ = nextIn(filling);
+    end_ = reinterpret_cast<char*>(regionOf(filling)) + kRegionSize;
+}
+
+Store::Filling Store::Filler::filling() const noexcept {
+    const char* const begin = end_ - kRegionSize;
+    return reinterpret_cast<Filling>(begin) + static_cast<std::size_t>(next_ - begin) / kUnit;
+}
 
 void Store::Filler::open(std::size_t size) {
-    if (!region_) {
-        region_ = spares_.open.exchange(nullptr, std::memory_order_acquire);
-        if (region_ && region_->left.load(std::memory_order_acquire) == kOpen - region_->made) makeEmpty(region_);
-        if (size <= room()) return;
+    if (!end_) {
+        if (const Filling filling = open_.exchange(0, std::memory_order_acquire)) {
+            Region* const region = regionOf(filling);
+            const bool isEmpty = region->left.load(std::memory_order_acquire) == kOpen - (filling - beginOf(region));
+            if (isEmpty) region->left.store(kOpen, std::memory_order_relaxed);
+            fill(isEmpty ? beginOf(region) : filling);
+            if (size <= static_cast<std::size_t>(end_ - next_)) return;
+        }
     }
-    if (region_) close(region_);
-    region_ = nullptr;
-    region_ = emptyRegion();
+    if (end_) close(filling());
+    end_ = next_ = nullptr;
+    fill(openEmpty());
 }
 
 Store::Filler::~Filler() {
-    if (!region_) return;
+    if (!end_) return;
     // Released here if another thread has left an open region meanwhile.
-    if (Region* const other = spares_.open.exchange(region_, std::memory_order_acq_rel)) close(other);
+    if (const Filling other = open_.exchange(filling(), std::memory_order_acq_rel)) close(other);
 }
 
-void Store::makeEmpty(Region* region) noexcept {
-    region->next = beginOf(region);
-    region->made = 0;
-    region->left.store(kOpen, std::memory_order_relaxed);
+// Behind what tells of the region.
+Store::Filling Store::beginOf(Region* region) noexcept {
+    return reinterpret_cast<std::uintptr_t>(region) + 1;
 }
 
-Store::Region* Store::emptyRegion() {
-    for (auto& spare : spares_.empty)
+Store::Filling Store::openEmpty() {
+    const auto open = [](void* memory) {
+        auto* const region = new (memory) Region;
+        region->left.store(kOpen, std::memory_order_relaxed);
+        return beginOf(region);
+    };
+    for (auto& spare : spares)
         if (spare.load(std::memory_order_relaxed))
-            if (Region* const region = spare.exchange(nullptr, std::memory_order_acquire)) return region;
+            if (void* const memory = spare.exchange(nullptr, std::memory_order_acquire)) return open(memory);
 
     static const struct Cleanup {
         ~Cleanup() { freeSpares(); }
     } cleanup;
-    auto* const region = new (::operator new (kRegionSize, std::align_val_t{kRegionSize})) Region;
-    makeEmpty(region);
-    return region;
+    return open(::operator new (kRegionSize, std::align_val_t{kRegionSize}));
 }
 
-void Store::close(Region* region) noexcept {
-    const std::uint32_t notMade = kOpen - region->made;
-    if (region->left.fetch_sub(notMade, std::memory_order_acq_rel) == notMade) recycle(region);
+void Store::close(Filling filling) noexcept {
+    Region* const region = regionOf(filling);
+    const std::size_t made = filling - beginOf(region);
+    release(region, kOpen - static_cast<std::uint32_t>(made));
 }
 
 void Store::recycle(Region* region) noexcept {
-    makeEmpty(region);
-    for (auto& spare : spares_.empty) {
-        Region* none = nullptr;
+    for (auto& spare : spares) {
+        void* none = nullptr;
         if (!spare.load(std::memory_order_relaxed) &&
             spare.compare_exchange_strong(none, region, std::memory_order_release, std::memory_order_relaxed))
             return;
@@ -72,14 +85,15 @@ void Store::recycle(Region* region) noexcept {
 }
 
 void Store::freeSpares() noexcept {
-    const auto free = [](std::atomic<Region*>& spare) {
-        if (Region* const region = spare.exchange(nullptr, std::memory_order_acquire))
-            ::operator delete (region, std::align_val_t{kRegionSize});
+    const auto free = [] {
+        for (auto& spare : spares)
+            if (void* const memory = spare.exchange(nullptr, std::memory_order_acquire))
+                ::operator delete (memory, std::align_val_t{kRegionSize});
     };
-    for (auto& spare : spares_.empty) free(spare);
+    free();
     // Goes the way of the others unless a value is left that outlives the library.
-    if (Region* const open = spares_.open.exchange(nullptr, std::memory_order_acquire)) close(open);
-    for (auto& spare : spares_.empty) free(spare);
+    if (const Filling open = open_.exchange(0, std::memory_order_acquire)) close(open);
+    free();
 }
 
 }  // namespace pocketjson

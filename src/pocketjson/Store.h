@@ -4,6 +4,15 @@
 #include <atomic>
 #include <cstddef>
 #include <cstdint>
+#include <utility>
+
+// The address sanitizer is told what is in use, so that it finds uses of what was released.
+#ifdef __SANITIZE_ADDRESS__
+#include <sanitizer/asan_interface.h>
+#else
+#define ASAN_POISON_MEMORY_REGION(memory, size) (static_cast<void>(memory), static_cast<void>(size))
+#define ASAN_UNPOISON_MEMORY_REGION(memory, size) (static_cast<void>(memory), static_cast<void>(size))
+#endif
 
 namespace pocketjson {
 
@@ -11,20 +20,34 @@ namespace pocketjson {
 /// again when nothing in it is left. So objects that are made one after the other lie one after the other, and a
 /// program that makes and drops them over and over does so in the same few pages.
 ///
-/// Memory may be released on any thread. One region is open at a time, for the thread that has it; a thread that finds
-/// it taken opens one of its own. There is no lock and nothing per thread: a Filler needs two atomic exchanges for as
-/// many objects as it makes, and releasing an object is one atomic decrement.
+/// Memory may be released on any thread. One region is open at a time, for whoever comes next; a thread that finds
+/// none, because another one is filling it, opens one of its own. There is no lock and nothing per thread: an object
+/// by itself takes one atomic exchange, as many as a Filler makes take two, and releasing one is an atomic decrement.
 class Store {
     static constexpr std::size_t kRegionSize = 16384;
-    static constexpr std::size_t kAlignment = 16;
+    static constexpr std::size_t kUnit = 16;  // sizes and alignments are multiples of it
 
     // At the beginning of a region, which is aligned to its size.
     struct Region {
-        char* next;                       // where the next object goes
-        std::uint32_t made;               // objects since the region was empty
-        std::atomic<std::uint32_t> left;  // objects not released; kOpen less those released as long as more are made
+        std::atomic<std::uint32_t> left;  // units not released; kOpen less those released while more may be made
     };
     static constexpr std::uint32_t kOpen = 1U << 31;
+
+    // How far a region is filled: its address, and in the bits that are zero in it the number of units. 0 is none.
+    using Filling = std::uintptr_t;
+    static_assert(sizeof(Region) <= kUnit);
+
+    static constexpr std::size_t unitsFor(std::size_t size) noexcept { return (size + kUnit - 1) / kUnit; }
+    static std::size_t unitsOf(Filling filling) noexcept { return filling % kRegionSize; }
+    static Region* regionOf(std::uintptr_t inside) noexcept {
+        return reinterpret_cast<Region*>(inside / kRegionSize * kRegionSize);
+    }
+    static char* nextIn(Filling filling) noexcept {
+        return reinterpret_cast<char*>(regionOf(filling)) + unitsOf(filling) * kUnit;
+    }
+    static bool hasRoom(Filling filling, std::size_t units) noexcept {
+        return filling != 0 && unitsOf(filling) + units <= kRegionSize / kUnit;
+    }
 
  public:
     /// Has a region to itself while it lives. Belongs to one thread.
@@ -37,25 +60,25 @@ class Store {
 
         /// Throws std::bad_alloc.
         void* allocate(std::size_t size) {
-            size = (size + kAlignment - 1) / kAlignment * kAlignment;
-            if (size > room()) open(size);
-            char* const memory = region_->next;
-            region_->next += size;
-            ++region_->made;
-            return memory;
+            size = unitsFor(size) * kUnit;
+            if (size > static_cast<std::size_t>(end_ - next_)) open(size);
+            ASAN_UNPOISON_MEMORY_REGION(next_, size);
+            return std::exchange(next_, next_ + size);
+        }
+        /// Takes back what was allocated last.
+        void takeBack(void* memory) noexcept {
+            next_ = static_cast<char*>(memory);
+            ASAN_POISON_MEMORY_REGION(next_, end_ - next_);
         }
 
      private:
-        std::size_t room() const noexcept {
-            return region_ ? static_cast<std::size_t>(endOf(region_) - region_->next) : 0;
-        }
         void open(std::size_t size);
+        void fill(Filling filling) noexcept;
+        Filling filling() const noexcept;
 
-        Region* region_ = nullptr;
+        char* next_ = nullptr;  // in the region that ends at end_
+        char* end_ = nullptr;
     };
-
-    /// One object by itself.
-    static void* allocate(std::size_t size) { return Filler().allocate(size); }
 
     /// Takes objects back, those of one region in a row at once.
     class Releaser {
@@ -65,44 +88,52 @@ class Store {
         Releaser(const Releaser&) = delete;
         Releaser& operator=(const Releaser&) = delete;
 
-        void release(void* memory) noexcept {
-            Region* const region = regionOf(memory);
+        void release(void* memory, std::size_t size) noexcept {
+            ASAN_POISON_MEMORY_REGION(memory, size);
+            Region* const region = regionOf(reinterpret_cast<std::uintptr_t>(memory));
             if (region != region_) {
                 flush();
                 region_ = region;
             }
-            ++count_;
+            units_ += static_cast<std::uint32_t>(unitsFor(size));
         }
 
      private:
         void flush() noexcept {
-            if (count_ != 0 && region_->left.fetch_sub(count_, std::memory_order_acq_rel) == count_) recycle(region_);
-            count_ = 0;
+            if (units_ != 0) Store::release(region_, units_);
+            units_ = 0;
         }
 
         Region* region_ = nullptr;
-        std::uint32_t count_ = 0;
+        std::uint32_t units_ = 0;
     };
 
-    /// One object by itself.
-    static void release(void* memory) noexcept { Releaser().release(memory); }
+    /// One object by itself. Throws std::bad_alloc.
+    static void* allocate(std::size_t size) {
+        const std::size_t units = unitsFor(size);
+        Filling filling = open_.load(std::memory_order_relaxed);
+        while (hasRoom(filling, units)) {
+            if (!open_.compare_exchange_weak(filling, filling + units, std::memory_order_acquire,
+                                             std::memory_order_relaxed))
+                continue;
+            ASAN_UNPOISON_MEMORY_REGION(nextIn(filling), size);
+            return nextIn(filling);
+        }
+        return Filler().allocate(size);
+    }
+    static void release(void* memory, std::size_t size) noexcept { Releaser().release(memory, size); }
 
  private:
-    static Region* regionOf(void* memory) noexcept {
-        return reinterpret_cast<Region*>(reinterpret_cast<std::uintptr_t>(memory) & ~(kRegionSize - 1));
+    static void release(Region* region, std::uint32_t units) noexcept {
+        if (region->left.fetch_sub(units, std::memory_order_acq_rel) == units) recycle(region);
     }
-    static char* beginOf(Region* region) noexcept {
-        return reinterpret_cast<char*>(region) + (sizeof(Region) + kAlignment - 1) / kAlignment * kAlignment;
-    }
-    static char* endOf(Region* region) noexcept { return reinterpret_cast<char*>(region) + kRegionSize; }
-    static void makeEmpty(Region* region) noexcept;
-    static Region* emptyRegion();
-    static void close(Region* region) noexcept;
+    static Filling beginOf(Region* region) noexcept;
+    static Filling openEmpty();
+    static void close(Filling filling) noexcept;
     static void recycle(Region* region) noexcept;
     static void freeSpares() noexcept;
 
-    struct Spares;
-    static Spares spares_;
+    static std::atomic<Filling> open_;  // of the region that no filler has
 };
 
 }  // namespace pocketjson

@@ -48,9 +48,9 @@ template const Value::Elements& Value::empty() noexcept;
 
 Value::Value(std::string text) : Value(String, new Container<std::string>(std::move(text))) {}
 
-Value::Value(std::initializer_list<std::pair<const std::string, Value>> members) : Value() {
-    setType(Object);
-    for (const auto& [name, value] : members) payload<Members>().insert_or_assign(name, value);
+Value::Value(std::initializer_list<std::pair<std::string_view, Value>> members)
+    : Value(Object, new Container<Members>) {
+    for (const auto& [name, value] : members) (*this)[name] = value;
 }
 
 Value Value::fromElements(Elements&& elements) {
@@ -74,12 +74,16 @@ void Value::destroy(Store::Releaser& store, unsigned levels) noexcept {
         else
             entry.destroyStepByStep();
     };
-    if (type_ == Array)
+    std::size_t size = sizeof(Container<std::string>);
+    if (type_ == Array) {
+        size = sizeof(Container<Elements>);
         for (Value& element : payload<Elements>()) destroyEntry(element);
-    else if (type_ == Object)
+    } else if (type_ == Object) {
+        size = sizeof(Container<Members>);
         for (auto& [name, member] : payload<Members>()) destroyEntry(member);
+    }
     payload_.container->~AbstractContainer();
-    store.release(payload_.container);
+    store.release(payload_.container, size);
     payload_.container = nullptr;
 }
 

@@ -55,7 +55,7 @@ class Value {
     Value(std::string text);
     /// An object: `Value{{"name", "pen"}, {"sizes", Value::array({1, 2})}}`. Of two members of one name the later
     /// counts.
-    Value(std::initializer_list<std::pair<const std::string, Value>> members);
+    Value(std::initializer_list<std::pair<std::string_view, Value>> members);
 
     Value(const Value& other) noexcept;
     Value(Value&& other) noexcept;
@@ -74,7 +74,7 @@ class Value {
         return assignText(std::forward<Text>(text));
     }
 
-    static Value object() { return Value(std::initializer_list<std::pair<const std::string, Value>>{}); }
+    static Value object() { return Value(std::initializer_list<std::pair<std::string_view, Value>>{}); }
     static Value array(std::initializer_list<Value> elements = {}) { return fromElements(Elements(elements)); }
     /// An array of everything in a range whose items convert to a Value.
     template <class Range>
@@ -214,8 +214,8 @@ class Value::AbstractContainer {
 
     static void* operator new(std::size_t size) { return Store::allocate(size); }
     static void* operator new(std::size_t size, Store::Filler& filler) { return filler.allocate(size); }
-    static void operator delete(void* memory) noexcept { Store::release(memory); }
-    static void operator delete(void* memory, Store::Filler&) noexcept { Store::release(memory); }
+    static void operator delete(void* memory, std::size_t size) noexcept { Store::release(memory, size); }
+    static void operator delete(void* memory, Store::Filler& filler) noexcept { filler.takeBack(memory); }
 
     std::int32_t references = 1;
 };
