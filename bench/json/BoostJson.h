@@ -12,13 +12,7 @@ struct BoostJson {
     using Document = boost::json::value;
     using Text = std::string;
 
-    static Document parse(const std::string& text) { return parse(text, {}); }
-    static Document parse(const std::string& text, boost::json::storage_ptr memory) {
-        static boost::json::parser parser;  // keeps its buffers
-        parser.reset(std::move(memory));
-        parser.write(text);
-        return parser.release();
-    }
+    static Document parse(const std::string& text) { return boost::json::parse(text); }
 
     static Text write(const Document& document) { return boost::json::serialize(document); }
     static std::string_view view(const Text& text) { return text; }
@@ -55,6 +49,7 @@ struct BoostJson {
 };
 
 /// Each document in memory of its own, which is given up as a whole.
+/// A bound rather than a peer: its documents are never changed nor released in parts, and one parser reads them all.
 struct BoostJsonMonotonic {
     static constexpr const char* name = "Boost.JSON monotonic";
     struct Document {
@@ -64,8 +59,11 @@ struct BoostJsonMonotonic {
     using Text = BoostJson::Text;
 
     static Document parse(const std::string& text) {
+        static boost::json::parser parser;  // keeps its buffers
         auto memory = std::make_unique<boost::json::monotonic_resource>();
-        auto value = BoostJson::parse(text, memory.get());
+        parser.reset(memory.get());
+        parser.write(text);
+        auto value = parser.release();
         return {std::move(memory), std::move(value)};
     }
 

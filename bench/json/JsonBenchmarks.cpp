@@ -10,6 +10,7 @@
 #include "json/BoostJson.h"
 #include "json/ByteScan.h"
 #include "json/CJson.h"
+#include "json/Containers.h"
 #include "json/Jansson.h"
 #include "json/Jsoncpp.h"
 #include "json/Library.h"
@@ -154,8 +155,14 @@ void registerLibrary(const Corpus& corpus) {
     onDocuments(kCopyAndChange, [](const auto& document) { Library::copyAndChange(document); });
 }
 
-// What no reader or writer can be faster than.
+// What no reader or writer can be faster than; and what it takes to make and release the containers that documents of
+// libpell and nlohmann consist of, whoever parses the text.
 void registerBounds(const Corpus& corpus) {
+    registerRun(kParseAndRelease, corpus, "containers", [&corpus](benchmark::State& state) {
+        const auto documents = parsed<Nlohmann>(corpus);
+        for (auto _ : state)
+            for (const auto& document : documents) benchmark::DoNotOptimize(Tree(document));
+    });
     for (const auto* section : {kParseAndRelease, kWrite}) {
         registerRun(section, corpus, "memcpy", [&corpus](benchmark::State& state) {
             std::string copy(totalSize(corpus), '\0');

@@ -6,7 +6,7 @@
 
 namespace bench {
 
-/// A JSON library, as a competent user of it would call it for speed.
+/// A JSON library, as a competent user calls it for one text after the other: nothing is kept from one to the next.
 template <class Library>
 concept JsonLibrary = requires(const std::string& text, const typename Library::Document& document,
                                const typename Library::Text& written) {
