@@ -40,7 +40,7 @@ class Store {
     static constexpr std::size_t unitsFor(std::size_t size) noexcept { return (size + kUnit - 1) / kUnit; }
     static std::size_t unitsOf(Filling filling) noexcept { return filling % kRegionSize; }
     static Region* regionOf(std::uintptr_t inside) noexcept {
-        return reinterpret_cast<Region*>(inside / kRegionSize * kRegionSize);
+        return reinterpret_cast<Region*>(inside / kRegionSize * kRegionSize);  // NOLINT(performance-no-int-to-ptr)
     }
     static char* nextIn(Filling filling) noexcept {
         return reinterpret_cast<char*>(regionOf(filling)) + unitsOf(filling) * kUnit;
@@ -100,7 +100,7 @@ class Store {
 
      private:
         void flush() noexcept {
-            if (units_ != 0) Store::release(region_, units_);
+            if (region_) Store::release(region_, units_);
             units_ = 0;
         }
 
