@@ -48,8 +48,8 @@ struct BoostJson {
     }
 };
 
-/// Each document in memory of its own, which is given up as a whole.
-/// A bound rather than a peer: its documents are never changed nor released in parts, and one parser reads them all.
+/// A bound rather than a peer: each document is in memory of its own that is given up as a whole, and one parser reads
+/// them all.
 struct BoostJsonMonotonic {
     static constexpr const char* name = "Boost.JSON monotonic";
     struct Document {

@@ -83,8 +83,8 @@ std::uint64_t beginningOf(std::string_view text) noexcept {
 }  // namespace
 
 /// The grammar's target that builds a Value. Values are gathered on one stack until their array or object ends: an
-/// array is made in its exact size, and the members of an object are made in the order of their names. A failed parse
-/// ends the containers that are open, so that what was built stays in the target.
+/// array is made in its exact size, and an object from its members in order of their names. A failed parse ends the
+/// containers that are open, so that what was built stays in the target.
 class ValueBuilder {
  public:
     explicit ValueBuilder(Value& target) : target_(target), previous_(target) {}

@@ -16,9 +16,9 @@
 
 namespace pocketjson {
 
-/// Hands out memory for small objects from regions, each of which is filled from its beginning to its end and used
-/// again when nothing in it is left. So objects that are made one after the other lie one after the other, and a
-/// program that makes and drops them over and over does so in the same few pages.
+/// Hands out memory for small objects, well below the 16 KiB of a region, from regions each of which is filled from its
+/// beginning to its end and used again when nothing in it is left. So objects that are made one after the other lie one
+/// after the other, and a program that makes and drops them over and over does so in the same few pages.
 ///
 /// Memory may be released on any thread. One region is open at a time, for whoever comes next; a thread that finds
 /// none, because another one is filling it, opens one of its own. There is no lock and nothing per thread: an object
