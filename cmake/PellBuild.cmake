@@ -66,9 +66,13 @@ function(pell_export_only target definitions)
     set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${definitions})
 endfunction()
 
-# The functions that a C header declares, as a module-definition file.
-function(pell_definitions_of_header header pattern output)
-    file(STRINGS ${header} lines REGEX "${pattern}[A-Za-z0-9_]*\\(")
+# The functions that C headers declare, as a module-definition file.
+function(pell_definitions_of_headers headers pattern output)
+    set(lines "")
+    foreach(header IN LISTS headers)
+        file(STRINGS ${header} declarations REGEX "${pattern}[A-Za-z0-9_]*\\(")
+        list(APPEND lines ${declarations})
+    endforeach()
     set(names "")
     foreach(line IN LISTS lines)
         if(NOT line MATCHES "^typedef" AND line MATCHES "(${pattern}[A-Za-z0-9_]*)\\(")
@@ -76,7 +80,7 @@ function(pell_definitions_of_header header pattern output)
         endif()
     endforeach()
     file(CONFIGURE OUTPUT ${output} CONTENT "EXPORTS\n${names}" @ONLY)
-    set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${header})
+    set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${headers})
 endfunction()
 
 # Header-only libraries from Debian. A cross compiler must not see all of the build machine's headers, so they are

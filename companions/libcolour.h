@@ -2,17 +2,14 @@
 #ifndef PELL_COMPANIONS_LIBCOLOUR_H
 #define PELL_COMPANIONS_LIBCOLOUR_H
 
+#include <libdmc/color.h>
+
 #ifdef __cplusplus
 extern "C" {
 #endif
 
-/* Three tristimulus or chromaticity components: X, Y, Z before a conversion, Y, x, y after it. */
-typedef struct ColourTriple {
-    double component[3];
-} ColourTriple;
-
-/* Replaces an XYZ colour by the same colour as Yxy (Y in the unit of the input, x and y without unit). */
-void Colour_XYZ2Yxy_UsingOneStruct(ColourTriple* colour);
+/* Derives a colour's x, y and luminance from its X, Y and Z; the luminance is in the unit of Y. */
+void Colour_XYZ2Yxy_UsingOneStruct(DmColorValue* colour);
 
 #ifdef __cplusplus
 }

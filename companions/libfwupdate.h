@@ -1,7 +1,7 @@
 /* libfwupdate, the firmware-update library: our own declarations of a library that is not ours.
  *
  * Every function is looked up by name. Handles are made by `...Create...` and given back with `...Release`; a null
- * handle means failure. Texts are NUL-terminated UTF-8 unless said otherwise. A `DmResult` reads as in libdmc.h.
+ * handle means failure. Texts are NUL-terminated UTF-8 unless said otherwise. A `DmResult` reads as in libdmc/result.h.
  * Functions may be called from any thread; one handle is used by one thread at a time.
  */
 #ifndef PELL_COMPANIONS_LIBFWUPDATE_H
@@ -10,7 +10,7 @@
 #include <stddef.h>
 #include <stdint.h>
 
-#include "libdmc.h"
+#include <libdmc/result.h>
 
 #ifdef __cplusplus
 extern "C" {

@@ -11,6 +11,7 @@
 #pragma once
 
 #include <libfwupdate.h>
+#include <records/firmware.h>
 
 #include <string>
 #include <string_view>

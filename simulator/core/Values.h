@@ -1,7 +1,7 @@
 // C values as JSON and back: one set of conversions for the journal, for settings and for scripted outputs.
 #pragma once
 
-#include <members.h>
+#include <records/Member.h>
 
 #include <algorithm>
 #include <cmath>
@@ -40,7 +40,26 @@ inline void copyText(const std::string& text, char* buffer, std::size_t size) {
 
 }  // namespace detail
 
-/// Numbers, texts (char arrays up to their NUL), arrays and records.
+/// Numbers, texts (char arrays up to their NUL), arrays and records. Unlike the page, the journal has every member of a
+/// record as it is: flags as numbers, and what does not apply.
+template <class T>
+Json toJson(const T& value);
+
+namespace detail {
+
+template <class Record, class Member>
+void addMember(Json& object, const Record& record, const Member& member) {
+    object[member.name] = toJson(record.*member.pointer);
+}
+
+template <class Record, std::size_t Size, std::size_t Layouts>
+void addMember(Json& object, const Record& record, const companions::Variant<Record, Size, Layouts>& variant) {
+    for (const companions::Field& field : variant.fieldsOf(record))
+        if (field.name) object[field.name] = field.read(record.*variant.pointer);
+}
+
+}  // namespace detail
+
 template <class T>
 Json toJson(const T& value) {
     if constexpr (std::floating_point<T>) {
@@ -57,7 +76,7 @@ Json toJson(const T& value) {
         return list;
     } else {
         auto object = Json::object();
-        std::apply([&](const auto&... member) { ((object[member.name] = toJson(value.*member.pointer)), ...); },
+        std::apply([&](const auto&... member) { (detail::addMember(object, value, member), ...); },
                    companions::members<T>);
         return object;
     }
@@ -83,6 +102,36 @@ Json toJson(std::span<const T> items) {
 
 /// Writes a JSON value to a C value; false when it does not suit. Of a record or an array only what is given is
 /// written.
+template <class T>
+bool fromJson(const Json& json, T& value);
+
+namespace detail {
+
+/// Counts in `known` what the object has of the record.
+template <class Record, class Member>
+bool readMember(const Json& object, Record& record, const Member& member, std::size_t& known) {
+    const auto found = object.find(member.name);
+    if (found == object.end()) return true;
+    ++known;
+    return fromJson(*found, record.*member.pointer);
+}
+
+template <class Record, std::size_t Size, std::size_t Layouts>
+bool readMember(const Json& object, Record& record, const companions::Variant<Record, Size, Layouts>& variant,
+                std::size_t& known) {
+    for (const companions::Field& field : variant.fieldsOf(record)) {
+        const auto found = field.name ? object.find(field.name) : object.end();
+        if (found == object.end()) continue;
+        std::uint32_t number = 0;
+        if (!fromJson(*found, number)) return false;
+        field.write(record.*variant.pointer, number);
+        ++known;
+    }
+    return true;
+}
+
+}  // namespace detail
+
 template <class T>
 bool fromJson(const Json& json, T& value) {
     if constexpr (std::floating_point<T>) {
@@ -116,12 +165,7 @@ bool fromJson(const Json& json, T& value) {
     } else {
         if (!json.is_object()) return false;
         std::size_t known = 0;
-        const auto write = [&](const auto& member) {
-            const auto found = json.find(member.name);
-            if (found == json.end()) return true;
-            ++known;
-            return fromJson(*found, value.*member.pointer);
-        };
+        const auto write = [&](const auto& member) { return detail::readMember(json, value, member, known); };
         return std::apply([&](const auto&... member) { return (write(member) && ...); }, companions::members<T>) &&
                known == json.size();
     }

@@ -1,4 +1,6 @@
 // Brightness, contrast, hue, saturation, lightness, luminance; single values; patterns; the panel.
+#include <records/picture.h>
+
 #include "simulator/libdmc/Functions.h"
 
 using simulator::Answer;

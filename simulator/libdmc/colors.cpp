@@ -1,4 +1,6 @@
 // Chromaticities, colour temperature, gain, gamma and gamut.
+#include <records/picture.h>
+
 #include "simulator/libdmc/Functions.h"
 
 using simulator::byColor;

@@ -1,4 +1,6 @@
 // Colour matrices and look-up tables.
+#include <records/picture.h>
+
 #include "simulator/libdmc/Functions.h"
 
 using simulator::Answer;

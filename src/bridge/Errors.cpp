@@ -119,7 +119,7 @@ const char* resultMessage(DmResult result) noexcept {
 }
 
 BridgeResult unknownError() noexcept {
-    return {500, "UnknownError", "Unknown error occurred.", {}, {}, {}};
+    return {500, unknownErrorName, unknownErrorMessage, {}, {}, {}};
 }
 
 }  // namespace torvo

@@ -1,7 +1,7 @@
 // The checks of the handlers: each returns when all is well and throws the failure that the page will see.
 #pragma once
 
-#include <libdmc.h>
+#include <libdmc/result.h>
 
 #include "bridge/RequestRecord.h"
 #include "runtime/BridgeResult.h"
@@ -45,7 +45,11 @@ inline void checkMonitorControl(DmResult result, const char* reason) {
 /// The text of a monitor-control result.
 const char* resultMessage(DmResult result) noexcept;
 
-/// Status 500, "UnknownError": whatever was thrown that is no BridgeResultError, and an answer that cannot be told.
+inline constexpr char unknownErrorName[] = "UnknownError";
+inline constexpr char unknownErrorMessage[] = "Unknown error occurred.";
+
+/// Status 500, the unknown error: whatever was thrown that is no BridgeResultError, and an answer that cannot be
+/// written.
 BridgeResult unknownError() noexcept;
 
 }  // namespace torvo

@@ -47,14 +47,16 @@ Function* resolve(NamedFunction<Function> function) {
 template <class Callable>
 using PrototypeOf = MonitorPrototype<std::remove_pointer_t<decltype(resolve(std::declval<Callable>()))>>;
 
-/// A function that answers a result code.
 template <class Callable>
-struct Checked : PrototypeOf<Callable> {
+struct MonitorFunction : PrototypeOf<Callable> {
     static_assert(PrototypeOf<Callable>::isMonitorFunction,
                   "a monitor function takes the monitor's serial and product first");
-    static_assert(std::is_same_v<typename PrototypeOf<Callable>::ResultType, DmResult>,
-                  "a monitor function that is read or written answers a DmResult");
+    static constexpr bool answersResult = std::is_same_v<typename PrototypeOf<Callable>::ResultType, DmResult>;
 };
+
+/// What a function with one argument takes.
+template <class Callable>
+using Argument = std::tuple_element_t<0, typename MonitorFunction<Callable>::Parameters>;
 
 /// The values that the out-parameters from the given position on point to.
 template <class Parameters, std::size_t First, class Positions>
@@ -76,24 +78,65 @@ class Monitor {
     /// NUL-terminated, borrowed for the life of the monitor.
     Monitor(const char* serialText, const char* productText) noexcept : serial(serialText), product(productText) {}
 
+    /// Calls a function with all of its arguments and returns its result, unchecked.
+    template <class Callable, class... Arguments>
+    auto call(Callable function, Arguments... arguments) const {
+        static_assert(std::tuple_size_v<typename detail::MonitorFunction<Callable>::Parameters> == sizeof...(Arguments),
+                      "a monitor function is called with every argument after serial and product");
+        return detail::resolve(function)(serial, product, arguments...);
+    }
+
+    /// Calls a function with all of its arguments and checks its result.
+    template <class Callable, class... Arguments>
+    void write(Callable function, const char* action, Arguments... arguments) const {
+        static_assert(detail::MonitorFunction<Callable>::answersResult,
+                      "a monitor function that is read or written answers a DmResult");
+        checkMonitorControl(call(function, arguments...), action);
+    }
+
     /// Whether a DmCtrlSupported... function answers non-zero. Its answer is no result code and is not checked.
     template <class Callable, class... Inputs>
     bool supports(Callable function, Inputs... inputs) const {
-        return detail::resolve(function)(serial, product, inputs...) != 0;
+        return call(function, inputs...) != 0;
+    }
+
+    /// The same where an answer with its top bit set is a failure, with this action text.
+    template <class Callable>
+    bool supportsChecked(Callable function, const char* action) const {
+        const auto answer = call(function);
+        checkMonitorControl(answer, action);
+        return answer != 0;
+    }
+
+    /// Which of two generations of functions applies: true for the newer one, whose support function this is. By a name
+    /// that the library lacks, it is the older one.
+    template <class Callable>
+    bool isNewer(Callable supportFunction) const {
+        return isOffered(supportFunction) && supports(supportFunction);
+    }
+
+    /// Whether the library has the function.
+    template <class Function>
+    static bool isOffered(NamedFunction<Function> function) {
+        return libdmcLoader::instance().find(function) != nullptr;
+    }
+    template <class Function>
+    static bool isOffered(Function*) noexcept {
+        return true;
     }
 
     /// Whether a function with one out-parameter can be read: support, where no function tells of it.
     template <class Callable>
     bool canRead(Callable function) const {
-        typename detail::OutputValues<typename detail::Checked<Callable>::Parameters, 0, std::index_sequence<0>>::Tuple
-            output{};
-        return detail::resolve(function)(serial, product, &std::get<0>(output)) >= 0;
+        using Parameters = typename detail::MonitorFunction<Callable>::Parameters;
+        typename detail::OutputValues<Parameters, 0, std::index_sequence<0>>::Tuple output{};
+        return call(function, &std::get<0>(output)) >= 0;
     }
 
     /// The value of the one out-parameter, or a tuple of several. Zero where the library wrote nothing.
     template <class Callable, class... Inputs>
     auto read(Callable function, const char* action, Inputs... inputs) const {
-        using Parameters = typename detail::Checked<Callable>::Parameters;
+        using Parameters = typename detail::MonitorFunction<Callable>::Parameters;
         constexpr std::size_t total = std::tuple_size_v<Parameters>;
         static_assert(total > sizeof...(Inputs), "a monitor function that is read has an out-parameter");
         using Positions = std::make_index_sequence<total - sizeof...(Inputs)>;
@@ -109,8 +152,9 @@ class Monitor {
     template <class Callable>
     pocketjson::Value range(Callable function, const char* action) const {
         const auto limits = read(function, action);
+        constexpr bool hasStep = std::tuple_size_v<std::remove_const_t<decltype(limits)>> == 3;
         pocketjson::Value value{{"min", std::get<0>(limits)}, {"max", std::get<1>(limits)}};
-        if constexpr (std::tuple_size_v < decltype(limits) >> 2) value["step"] = std::get<2>(limits);
+        if constexpr (hasStep) value["step"] = std::get<2>(limits);
         return value;
     }
 
@@ -118,7 +162,7 @@ class Monitor {
     /// more than `maximumItems`, nor than the library returned, whatever count it told before.
     template <class Callable, class... Inputs>
     auto enumerate(Callable function, const char* action, Inputs... inputs) const {
-        using Parameters = typename detail::Checked<Callable>::Parameters;
+        using Parameters = typename detail::MonitorFunction<Callable>::Parameters;
         static_assert(std::tuple_size_v<Parameters> == sizeof...(Inputs) + 2,
                       "a monitor function that is enumerated ends in its items and their count");
         using Items = std::tuple_element_t<sizeof...(Inputs), Parameters>;
@@ -131,22 +175,27 @@ class Monitor {
         return items;
     }
 
-    /// The text of a function that ends in (buffer, size), in a buffer of the size that the other function tells.
-    template <class SizeCallable, class Callable, class... Inputs>
-    std::string readText(SizeCallable sizeFunction, Callable function, const char* action, Inputs... inputs) const {
-        const std::uint32_t size = std::min(read(sizeFunction, action), maximumText);
-        std::string text(size, '\0');
-        write(function, action, inputs..., text.data(), size);
-        text.resize(std::min(text.find('\0'), text.size()));
-        return text;
+    /// The items of a function that ends in (items, count), where the count comes from elsewhere. Items that the
+    /// library does not write are zero; beyond `maximumItems` none are asked for.
+    template <class Callable, class... Inputs>
+    auto readList(Callable function, const char* action, std::uint32_t count, Inputs... inputs) const {
+        using Parameters = typename detail::MonitorFunction<Callable>::Parameters;
+        static_assert(std::tuple_size_v<Parameters> == sizeof...(Inputs) + 2,
+                      "a monitor function that fills a list ends in its items and their count");
+        using Items = std::tuple_element_t<sizeof...(Inputs), Parameters>;
+        count = std::min(count, maximumItems);
+        std::vector<std::remove_pointer_t<Items>> items(count);
+        write(function, action, inputs..., items.data(), count);
+        return items;
     }
 
-    /// Calls a function with all of its arguments.
-    template <class Callable, class... Arguments>
-    void write(Callable function, const char* action, Arguments... arguments) const {
-        static_assert(std::tuple_size_v<typename detail::Checked<Callable>::Parameters> == sizeof...(Arguments),
-                      "a monitor function is called with every argument after serial and product");
-        checkMonitorControl(detail::resolve(function)(serial, product, arguments...), action);
+    /// The text of a function that ends in (buffer, size), in a buffer of the size that another function gave.
+    template <class Callable, class... Inputs>
+    std::string readText(std::uint32_t size, Callable function, const char* action, Inputs... inputs) const {
+        std::string text(std::min(size, maximumText), '\0');
+        write(function, action, inputs..., text.data(), static_cast<std::uint32_t>(text.size()));
+        text.resize(std::min(text.find('\0'), text.size()));
+        return text;
     }
 
     static constexpr std::uint32_t maximumItems = 1U << 20;

@@ -9,7 +9,7 @@
 
 namespace torvo {
 
-Monitor MonitorBridgeTemplate::findMonitorOf(const RequestRecord& request) {
+Monitor MonitorBridgeTemplate::addressedMonitor(const RequestRecord& request) {
     const std::string& serial = request.requestParams.get("serial").text();
     const std::string& product = request.requestParams.get("product").text();
     uri.reserve(128);  // enough for nearly all
@@ -17,27 +17,27 @@ Monitor MonitorBridgeTemplate::findMonitorOf(const RequestRecord& request) {
          std::initializer_list<std::string_view>{"Monitors/", product, "/", serial, "/", resourcePath_})
         uri += part;
     checkRequest(!serial.empty() && !product.empty(), "URI is invalid.");
-    findMonitor(serial, product);
+    requireConnected(serial, product);
     return {serial.c_str(), product.c_str()};
 }
 
 BridgeResult MonitorBridgeTemplate::Get(const RequestRecord& request) {
-    Get(result_, findMonitorOf(request), request);
+    Get(result_, addressedMonitor(request), request);
     return std::move(result_);
 }
 
 BridgeResult MonitorBridgeTemplate::Put(const RequestRecord& request) {
-    Put(result_, findMonitorOf(request), request);
+    Put(result_, addressedMonitor(request), request);
     return std::move(result_);
 }
 
 BridgeResult MonitorBridgeTemplate::Post(const RequestRecord& request) {
-    Post(result_, findMonitorOf(request), request);
+    Post(result_, addressedMonitor(request), request);
     return std::move(result_);
 }
 
 BridgeResult MonitorBridgeTemplate::Delete(const RequestRecord& request) {
-    Delete(result_, findMonitorOf(request), request);
+    Delete(result_, addressedMonitor(request), request);
     return std::move(result_);
 }
 

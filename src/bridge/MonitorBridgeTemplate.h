@@ -25,8 +25,9 @@ class MonitorBridgeTemplate : public Bridge {
     virtual void Delete(BridgeResult& result, const Monitor& monitor, const RequestRecord& request);
 
  private:
-    /// Extends the URI. "BadRequestError" for a request that names no monitor, "DmError" when it is not connected.
-    Monitor findMonitorOf(const RequestRecord& request);
+    /// The monitor that the request names; the URI is extended by it. "BadRequestError" for a request that names none,
+    /// "DmError" when it is not connected.
+    Monitor addressedMonitor(const RequestRecord& request);
 
     const char* resourcePath_;
     BridgeResult result_;  // no local, so that a failed check finds nothing to clean up on its way

@@ -1,5 +1,7 @@
 #include "bridge/MonitorCriticalSection.h"
 
+#include <libdmc/monitors.h>
+
 namespace torvo {
 
 MonitorCriticalSection::MonitorCriticalSection(const Monitor& monitor) : monitor_(monitor) {

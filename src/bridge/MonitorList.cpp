@@ -20,7 +20,7 @@ DmResult readMonitorAddress(std::uint32_t index, MonitorAddress& address) {
     return result;
 }
 
-void findMonitor(std::string_view serial, std::string_view product) {
+void requireConnected(std::string_view serial, std::string_view product) {
     std::uint32_t count = 0;
     checkMonitorControl(DmCtrlGetNumMonitors(&count), "");
     count = std::min(count, maximumMonitors);

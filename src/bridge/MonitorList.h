@@ -1,7 +1,7 @@
 // The monitors that the monitor-control library has found.
 #pragma once
 
-#include <libdmc.h>
+#include <libdmc/monitors.h>
 
 #include <cstdint>
 #include <string_view>
@@ -21,7 +21,7 @@ struct MonitorAddress {
 /// library forgets their NUL.
 DmResult readMonitorAddress(std::uint32_t index, MonitorAddress& address);
 
-/// Returns when such a monitor is connected, both texts being equal byte for byte; throws "DmError" otherwise.
-void findMonitor(std::string_view serial, std::string_view product);
+/// "DmError" unless such a monitor is connected, both texts being equal byte for byte.
+void requireConnected(std::string_view serial, std::string_view product);
 
 }  // namespace torvo

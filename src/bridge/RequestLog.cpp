@@ -30,6 +30,20 @@ class Line {
         length_ += text.size();
     }
 
+    /// Control characters percent-encoded: a line break would end the line, and a NUL would hide what follows.
+    void addPrintable(std::string_view text) noexcept {
+        std::size_t plain = 0;  // where what is not added yet begins
+        for (std::size_t i = 0; i < text.size(); ++i) {
+            const auto byte = static_cast<unsigned char>(text[i]);
+            if (byte >= 0x20 && byte != 0x7F) continue;
+            add(text.substr(plain, i - plain));
+            add("%");
+            addNumber(byte, 16, 2);
+            plain = i + 1;
+        }
+        add(text.substr(plain));
+    }
+
     /// With leading zeros, if it has fewer digits.
     void addNumber(auto number, int base, std::size_t digits) noexcept {
         std::array<char, 12> text;
@@ -57,7 +71,7 @@ std::size_t formatLine(char* buffer, std::size_t size, Method method, std::strin
     line.add("\tmethod:");
     line.add(methodName(method));
     line.add("\turi:");
-    line.add(uri);
+    line.addPrintable(uri);
     if (isSuccess(result)) {
         line.add("\tmsg:Success");
         return line.length();
@@ -75,12 +89,11 @@ std::size_t formatLine(char* buffer, std::size_t size, Method method, std::strin
 
 }  // namespace
 
-void logRequest(Method method, const std::string& uriText, const BridgeResult& result) noexcept {
+void logRequest(Method method, const std::string& uri, const BridgeResult& result) noexcept {
     try {
         static const PellLogger logger;
         const auto level = isSuccess(result) ? PellLogger::successLevel : PellLogger::failureLevel;
 
-        const std::string_view uri = uriText.c_str();  // to its first NUL: more would end the line
         std::array<char, 512> line;
         const std::size_t length = formatLine(line.data(), line.size(), method, uri, result);
         if (length < line.size()) return logger.log(level, line.data());
@@ -89,7 +102,7 @@ void logRequest(Method method, const std::string& uriText, const BridgeResult& r
             formatLine(longLine.data(), length + 1, method, uri, result);
             logger.log(level, longLine.c_str());
         } catch (const std::bad_alloc&) {
-            formatLine(line.data(), line.size(), method, uri.substr(0, line.size() / 2), result);
+            formatLine(line.data(), line.size(), method, std::string_view(uri).substr(0, line.size() / 8), result);
             logger.log(level, line.data());
         }
     } catch (...) {

@@ -12,7 +12,8 @@ namespace torvo {
 ///     "statusCode:200\tmethod:GET\turi:...\tmsg:Success", or for a failure
 ///     "statusCode:500\tmethod:GET\turi:...\terr:NAME\tmsg:MESSAGE" and, when the error has a numeric "code",
 ///     "\tcode:0x" with eight lower-case hexadecimal digits.
-/// Never fails the request. Without memory for a very long URI, the URI is shortened.
+/// It is one line: control characters in the URI are percent-encoded ("%0a"). Never fails the request. Without memory
+/// for a very long URI, the URI is shortened.
 void logRequest(Method method, const std::string& uri, const BridgeResult& result) noexcept;
 
 }  // namespace torvo

@@ -28,7 +28,7 @@ struct RequestRecord {
     /// Parses the texts. One that is not JSON leaves its member null; that is not an error here.
     void parse(const CallTexts& texts);
 
-    /// The new value that a PUT or DELETE brings: the body, or what stands in it when the body is an object with the
+    /// What a PUT, POST or DELETE brings: the body, or what stands in it when the body is an object with the
     /// single member "data". So `50` and `{"data": 50}` are the same request.
     const pocketjson::Value& data() const noexcept;
 };

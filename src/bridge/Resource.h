@@ -1,27 +1,15 @@
-// What a resource's source file includes. The file ends with the explicit instantiation of `serve` for its class.
+// What a resource's source file needs, beside the headers of its family. The file ends with `template struct
+// Entry<Resource>;` for its class.
 #pragma once
 
-#include <libdmc.h>
-
-#include <type_traits>
-
+#include "bridge/Data.h"
+#include "bridge/Entry.h"
 #include "bridge/Errors.h"
 #include "bridge/MonitorBridgeTemplate.h"
-#include "bridge/Runner.h"
+#include "bridge/Step.h"
 
 namespace torvo::bridge {
 
 using pocketjson::Value;
-
-template <class Resource>
-std::uint32_t serve([[maybe_unused]] const char* resourcePath, const CallTexts& texts) noexcept {
-    if constexpr (std::is_base_of_v<MonitorBridgeTemplate, Resource>) {
-        Resource resource(resourcePath);
-        return runRequest(resource, texts);
-    } else {
-        Resource resource;
-        return runRequest(resource, texts);
-    }
-}
 
 }  // namespace torvo::bridge

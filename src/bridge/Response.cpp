@@ -2,6 +2,9 @@
 
 #include <QtWebKitBridgeHelper.h>
 
+#include <algorithm>
+#include <array>
+
 #include "bridge/Errors.h"
 #include "pocketjson/Serializer.h"
 
@@ -11,9 +14,17 @@ using pocketjson::Value;
 
 namespace {
 
-// The unknown error as a text of its own, for when there is no memory to write one.
-constexpr const char* unknownErrorText =
-    R"({"error":{"message":"Unknown error occurred.","name":"UnknownError"},"value":null})";
+template <std::size_t... Sizes>
+consteval auto joined(const char (&... parts)[Sizes]) {
+    std::array<char, ((Sizes - 1) + ...) + 1> text{};
+    char* end = text.data();
+    ((end = std::copy(parts, parts + Sizes - 1, end)), ...);
+    return text;
+}
+
+// The unknown error as a text that is there already, for when there is no memory to write one.
+constexpr auto unknownErrorText =
+    joined(R"({"error":{"message":")", unknownErrorMessage, R"(","name":")", unknownErrorName, R"("},"value":null})");
 
 bool writeError(const BridgeResult& result, std::string& text) {
     if (result.error.empty()) {  // as it mostly is
@@ -64,7 +75,7 @@ void Promise::settle(const BridgeResult& result) noexcept {
     if (settled_) return;
     settled_ = true;
     try {
-        const char* const text = result.text.empty() ? unknownErrorText : result.text.c_str();
+        const char* const text = result.text.empty() ? unknownErrorText.data() : result.text.c_str();
         BridgeHelperSetResponse(id_, static_cast<std::uint32_t>(result.statusCode), text);
     } catch (...) {  // thrown by the host; the promise was handed over all the same
     }

@@ -1,5 +1,7 @@
 #include "bridge/ScopedMonitorLock.h"
 
+#include <libdmc/monitors.h>
+
 namespace torvo {
 
 ScopedMonitorLock::ScopedMonitorLock(const Monitor& monitor) : monitor_(monitor) {

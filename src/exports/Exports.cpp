@@ -1,7 +1,7 @@
 // The exported entry points: one C function for each built row of the table.
 #include <cstdint>
 
-#include "bridge/Runner.h"
+#include "bridge/Entry.h"
 
 #define ALIAS(...)
 #define PLANNED(...)
@@ -9,6 +9,7 @@
 #define RESOURCE(ordinal, name, path, methods) \
     namespace torvo::bridge {                  \
     class name;                                \
+    extern template struct Entry<name>;        \
     }
 #include "exports/ResourceTable.inc"
 #undef RESOURCE
@@ -17,13 +18,15 @@ extern "C" {
 
 #define RESOURCE(ordinal, name, path, methods)                                                                  \
     std::uint32_t name(const char* options, const char* params, const char* query, const char* body) noexcept { \
-        return torvo::bridge::serve<torvo::bridge::name>(path, {options, params, query, body});                 \
+        return torvo::bridge::Entry<torvo::bridge::name>::serve(path, {options, params, query, body});          \
     }
 #include "exports/ResourceTable.inc"
 #undef RESOURCE
 
 /// The host may call this after loading the plug-in. Everything is made when it is first needed, so nothing happens.
-std::uint32_t Setup(const char*, const char*, const char*, const char*) noexcept { return 0; }
+std::uint32_t Setup(const char*, const char*, const char*, const char*) noexcept {
+    return 0;
+}
 
 // TearDown has no code here: it is libdmc's DmCtrlRelease under another name.
 }

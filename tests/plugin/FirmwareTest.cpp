@@ -103,8 +103,8 @@ TEST(Packages, AreCheckedAgainstTheVersionThatTheQueryHas) {
     FirmwarePage page;
     const PackageFile package;
     const std::string id = page.open(package.path());
-    const Answer answer =
-        page.describe(id, R"({"supports":{"system":9},"system":1,"controller":2,"frontEnd":3.6,"osd":"4"})");
+    const Answer answer = page.describe(
+        id, R"({"supports":{"system":9},"system":1,"controller":"2","frontEnd":3.6,"osd":"x","fpga":-1})");
     EXPECT_TRUE(answer.value.is_boolean());
     const Json version{{"system", 1}, {"controller", 2}, {"frontEnd", 4}, {"osd", 0}, {"fpga", 0}};
     EXPECT_EQ(answer.calls.back()["arguments"].back(), version);
@@ -313,6 +313,50 @@ TEST(OpenPackages, AreReleasedOnceWhenTheProcessEnds) {
     stream.close();
     std::filesystem::remove(handles);
     std::filesystem::remove(lines);
+}
+
+TEST(Handles, ThatAreNullAreNeverPassedOn) {
+    FirmwarePage page;
+    const PackageFile package;
+    const std::string id = page.open(package.path());
+    const auto firmwareCalls = [](const Answer& answer) {
+        std::size_t count = 0;
+        for (const Json& call : answer.calls) count += call["function"].get<std::string>().starts_with("FWMonitor");
+        return count;
+    };
+    for (const std::uint32_t noFailure : {0U, 1U, 0x80000006U}) {
+        page.returns("DmCtrlGetHIDHandle", noFailure, Json::array({0U}));
+        const Answer answers[] = {page.get("FirmwareUpdate"),
+                                  page.get("FirmwareUpdate", R"({"checkDfwFile":")" + id + R"("})"),
+                                  page.get("FirmwareUpdateVersion"),
+                                  page.get("FirmwareUpdateDeviceVersion"),
+                                  page.transfer(id),
+                                  page.ask("POST", "FirmwareUpdateTrigger")};
+        for (const Answer& answer : answers) {
+            EXPECT_EQ(summary(answer), "500 InternalError Hid handle is not available.");
+            EXPECT_EQ(firmwareCalls(answer), 0U);
+        }
+    }
+    page.simulate({{"simulate", "reset"}});
+    page.returns("FWDeviceProfileCreateFromMonitor", 0, Json::array({0U}));
+    const Answer profile = page.get("FirmwareUpdateDeviceVersion");
+    EXPECT_EQ(summary(profile), "500 InternalError Device profile is not available.");
+    EXPECT_EQ(profile.calls.back()["function"], "DmCtrlUnlockMonitor");
+    page.simulate({{"simulate", "reset"}});
+    page.close(id);
+}
+
+TEST(Bodies, OfAPostMayBeWrappedAsThoseOfAPut) {
+    FirmwarePage page;
+    page.firmware({{"blockMilliseconds", 0}});
+    const PackageFile package;
+    const Json body{{"data", {{"path", package.path()}}}};
+    const Answer opened = page.call("FileSystemDfwFile", {R"({"method":"POST"})", "", "", body.dump()});
+    ASSERT_EQ(opened.status, 200) << summary(opened);
+    const std::string id = opened.value["id"];
+    EXPECT_EQ(summary(page.ask("POST", "FirmwareUpdateTransfer", "", Json{{"data", {{"dfwFile", id}}}}.dump())),
+              "200 null");
+    page.close(id);
 }
 
 }  // namespace

@@ -250,7 +250,6 @@ TEST(Tables, AreCheckedBeforeTheyAreWritten) {
         const char* message;
     } cases[] = {
         {"ColorMatrix", "[1,2,3,4,5,6,7,8,9]", "", "Query requires index."},
-        {"ColorMatrix", "[1,2,3,4,5,6,7,8,9]", R"({"index":"0"})", "Query requires index."},
         {"ColorMatrix", "{}", R"({"index":0})", "data must be array."},
         {"ColorMatrix", "[1,2,3,4,5,6,7,8]", R"({"index":0})", "data must have 9 numbers."},
         {"ColorMatrix", "[1,2,3,4,5,6,7,8,true]", R"({"index":0})", "data must have 9 numbers."},

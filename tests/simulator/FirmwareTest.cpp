@@ -1,5 +1,6 @@
 // Firmware packages and the simulated firmware library, through the library's own functions.
 #include <gmock/gmock.h>
+#include <libdmc.h>
 #include <libfwupdate.h>
 
 #include <atomic>

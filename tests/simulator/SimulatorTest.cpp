@@ -2,6 +2,7 @@
 #include <QtWebKitBridgeHelper.h>
 #include <gmock/gmock.h>
 #include <libdmc.h>
+#include <records/picture.h>
 
 #include "simulator/core/Gate.h"
 #include "simulator/core/Simulator.h"

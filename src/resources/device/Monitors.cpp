@@ -1,4 +1,6 @@
 // The connected monitors: GET lists them, DELETE lets go of what the library holds about them.
+#include <libdmc/monitors.h>
+
 #include "bridge/MonitorList.h"
 #include "bridge/Resource.h"
 
@@ -26,6 +28,6 @@ class Monitors final : public Bridge {
     }
 };
 
-template std::uint32_t serve<Monitors>(const char*, const CallTexts&) noexcept;
+template struct Entry<Monitors>;
 
 }  // namespace torvo::bridge

@@ -24,7 +24,7 @@ const std::string& DfwFileResource::readIdentifier(const RequestRecord& request)
 
 BridgeResult DfwFileResource::Post(const RequestRecord& request) {
     uri += resourcePath_;
-    const fs::Path path = fs::resolve(request.requestBody.get("path").text());
+    const fs::Path path = fs::resolve(request.data().get("path").text());
     checkRequest(isFile(path), "Input path is not a file or not existed.");
     FWDfwFile* const file = open(path);
     checkInternal(file != nullptr, "Failed to load dfw file.");

@@ -1,4 +1,6 @@
 // A firmware package, described by its target product and versions.
+#include <records/firmware.h>
+
 #include "bridge/Records.h"
 #include "bridge/Resource.h"
 #include "resources/firmware/DfwFileResource.h"
@@ -18,7 +20,8 @@ class FileSystemDfwFile final : public DfwFileResource {
         const libfwupdateLoader& library = libfwupdateLoader::instance();
         if (query.has("supports")) {
             FirmwareVersionRecord version{};
-            replaceMembers(version, query);
+            const auto read = [&](const auto& member) { version.*member.pointer = query.get(member.name).asUInt(); };
+            std::apply([&](const auto&... member) { (read(member), ...); }, companions::members<FirmwareVersionRecord>);
             return library(NAMED(FWDfwFileSupportsMonitorFirmwareVersion))(file, &version) != 0;
         }
         const char* const product = library(NAMED(FWDfwFileGetTargetMonitorProduct))(file);
@@ -27,6 +30,6 @@ class FileSystemDfwFile final : public DfwFileResource {
     }
 };
 
-template std::uint32_t serve<FileSystemDfwFile>(const char*, const CallTexts&) noexcept;
+template struct Entry<FileSystemDfwFile>;
 
 }  // namespace torvo::bridge

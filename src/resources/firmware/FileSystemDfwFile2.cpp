@@ -27,6 +27,6 @@ class FileSystemDfwFile2 final : public DfwFileResource {
     }
 };
 
-template std::uint32_t serve<FileSystemDfwFile2>(const char*, const CallTexts&) noexcept;
+template struct Entry<FileSystemDfwFile2>;
 
 }  // namespace torvo::bridge

@@ -1,6 +1,7 @@
 // What the firmware update resources share.
 #pragma once
 
+#include <libdmc/monitors.h>
 #include <libfwupdate.h>
 
 #include "bridge/Resource.h"
@@ -15,7 +16,9 @@ inline const libfwupdateLoader& firmwareLibrary() {
 }
 
 inline FWHidHandle hidHandle(const Monitor& monitor) {
-    return monitor.read(DmCtrlGetHIDHandle, "Get hid handle.");
+    const FWHidHandle handle = monitor.read(DmCtrlGetHIDHandle, "Get hid handle.");
+    checkInternal(handle != nullptr, "Hid handle is not available.");
+    return handle;
 }
 
 /// An open package; the manager's mutex is held only for the look-up.

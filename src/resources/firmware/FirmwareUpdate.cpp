@@ -44,6 +44,6 @@ class FirmwareUpdate final : public MonitorBridgeTemplate {
     }
 };
 
-template std::uint32_t serve<FirmwareUpdate>(const char*, const CallTexts&) noexcept;
+template struct Entry<FirmwareUpdate>;
 
 }  // namespace torvo::bridge

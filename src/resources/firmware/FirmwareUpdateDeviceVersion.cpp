@@ -13,10 +13,9 @@ class DeviceProfile {
     explicit DeviceProfile(FWHidHandle handle) : release_(firmwareLibrary()(NAMED(FWDeviceProfileRelease))) {
         checkMonitorControl(firmwareLibrary()(NAMED(FWDeviceProfileCreateFromMonitor))(handle, &profile_),
                             "Get device profile.");
+        checkInternal(profile_ != nullptr, "Device profile is not available.");
     }
-    ~DeviceProfile() {
-        if (profile_) release_(profile_);
-    }
+    ~DeviceProfile() { release_(profile_); }
     DeviceProfile(const DeviceProfile&) = delete;
     DeviceProfile& operator=(const DeviceProfile&) = delete;
 
@@ -77,6 +76,6 @@ class FirmwareUpdateDeviceVersion final : public MonitorBridgeTemplate {
     }
 };
 
-template std::uint32_t serve<FirmwareUpdateDeviceVersion>(const char*, const CallTexts&) noexcept;
+template struct Entry<FirmwareUpdateDeviceVersion>;
 
 }  // namespace torvo::bridge

@@ -1,6 +1,7 @@
 // Sends a package to a monitor. The request lasts as long as the transfer; meanwhile the page receives an event
 // "transferFirmwareData" for each step.
 #include <QtWebKitBridgeHelper.h>
+#include <libdmc/monitors.h>
 
 #include "bridge/MonitorList.h"
 #include "pocketjson/Serializer.h"
@@ -11,18 +12,17 @@ namespace torvo::bridge {
 namespace {
 
 /// Whether a connected monitor has this HID handle, and which one.
-bool findMonitorOf(FWHidHandle wanted, MonitorAddress& address) {
+bool findConnected(FWHidHandle wanted, MonitorAddress& address) {
     for (std::uint32_t index = 0; index < maximumMonitors && readMonitorAddress(index, address) >= 0; ++index) {
         FWHidHandle handle = nullptr;
-        if (DmCtrlGetHIDHandle(address.serial, address.product, &handle) >= 0 && handle == wanted)
-            return true;
+        if (DmCtrlGetHIDHandle(address.serial, address.product, &handle) >= 0 && handle == wanted) return true;
     }
     return false;
 }
 
-void tellProgress(const TransferProgress& progress, FWHidHandle handle) {
+void reportProgress(const TransferProgress& progress, FWHidHandle handle) {
     MonitorAddress address;
-    if (!findMonitorOf(handle, address)) return;
+    if (!findConnected(handle, address)) return;
     const Value event{{"serial", address.serial},
                       {"product", address.product},
                       {"transferredBlock", progress.transferredBlocks},
@@ -37,7 +37,7 @@ void tellProgress(const TransferProgress& progress, FWHidHandle handle) {
 /// Called by the firmware library, on whatever thread. Never asks it to stop; an event that cannot be sent is dropped.
 std::int32_t onProgress(const TransferProgress* progress, void* handle) noexcept {
     try {
-        if (progress) tellProgress(*progress, handle);
+        if (progress) reportProgress(*progress, handle);
     } catch (...) {
     }
     return 1;
@@ -49,7 +49,7 @@ class FirmwareUpdateTransfer final : public MonitorBridgeTemplate {
     using MonitorBridgeTemplate::MonitorBridgeTemplate;
 
     void Post(BridgeResult&, const Monitor& monitor, const RequestRecord& request) override {
-        const std::string& identifier = request.requestBody.get("dfwFile").text();
+        const std::string& identifier = request.data().get("dfwFile").text();
         checkRequest(!identifier.empty(), "dfwFile is not found.");
         const FWHidHandle handle = hidHandle(monitor);
         const DfwFileManager::Owner file = findDfwFile(identifier);
@@ -60,6 +60,6 @@ class FirmwareUpdateTransfer final : public MonitorBridgeTemplate {
     }
 };
 
-template std::uint32_t serve<FirmwareUpdateTransfer>(const char*, const CallTexts&) noexcept;
+template struct Entry<FirmwareUpdateTransfer>;
 
 }  // namespace torvo::bridge

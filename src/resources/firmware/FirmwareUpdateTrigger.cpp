@@ -13,6 +13,6 @@ class FirmwareUpdateTrigger final : public MonitorBridgeTemplate {
     }
 };
 
-template std::uint32_t serve<FirmwareUpdateTrigger>(const char*, const CallTexts&) noexcept;
+template struct Entry<FirmwareUpdateTrigger>;
 
 }  // namespace torvo::bridge

@@ -1,4 +1,6 @@
 // The versions of a monitor's firmware.
+#include <records/firmware.h>
+
 #include "bridge/Records.h"
 #include "resources/firmware/Firmware.h"
 
@@ -17,6 +19,6 @@ class FirmwareUpdateVersion final : public MonitorBridgeTemplate {
     }
 };
 
-template std::uint32_t serve<FirmwareUpdateVersion>(const char*, const CallTexts&) noexcept;
+template struct Entry<FirmwareUpdateVersion>;
 
 }  // namespace torvo::bridge

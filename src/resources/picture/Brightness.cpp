@@ -1,34 +1,24 @@
 // The picture's brightness, as a step of the monitor's own range or as a percentage of it.
-#include "bridge/Resource.h"
+#include <libdmc/picture.h>
+
+#include "resources/shapes/StepOrPercentage.h"
 
 namespace torvo::bridge {
 
-class Brightness final : public MonitorBridgeTemplate {
-    using MonitorBridgeTemplate::MonitorBridgeTemplate;
+class Brightness final : public StepOrPercentage<Brightness> {
+ public:
+    using StepOrPercentage::StepOrPercentage;
 
-    void Get(BridgeResult& result, const Monitor& monitor, const RequestRecord& request) override {
-        const Value& query = request.requestQuery;
-        if (query.has("supports"))
-            result.value = monitor.supports(DmCtrlSupportedBrightness);
-        else if (query.has("range"))
-            result.value = monitor.range(DmCtrlGetRangeBrightnessForStep, "Get brightness range.");
-        else if (query.has("percentage"))
-            result.value = monitor.read(DmCtrlGetBrightnessForPercentage, "Get brightness percentage.");
-        else
-            result.value = monitor.read(DmCtrlGetBrightnessForStep, "Get brightness.");
-    }
-
-    void Put(BridgeResult&, const Monitor& monitor, const RequestRecord& request) override {
-        const Value& data = request.data();
-        const Value& percentage = data.get("percentage");
-        checkRequest(data.isNumber() || percentage.isNumber(), "data must be number.");
-        if (percentage.isNumber())
-            monitor.write(DmCtrlSetBrightnessForPercentage, "Set brightness percentage.", percentage.asDouble());
-        else
-            monitor.write(DmCtrlSetBrightnessForStep, "Set brightness.", data.asUInt());
-    }
+    static constexpr std::tuple queries{
+        Support{DmCtrlSupportedBrightness},
+        Range{DmCtrlGetRangeBrightnessForStep, "Get brightness range."},
+        Read{"percentage", DmCtrlGetBrightnessForPercentage, "Get brightness percentage."},
+    };
+    static constexpr Step get{DmCtrlGetBrightnessForStep, "Get brightness."};
+    static constexpr Step setPercentage{DmCtrlSetBrightnessForPercentage, "Set brightness percentage."};
+    static constexpr Step setStep{DmCtrlSetBrightnessForStep, "Set brightness."};
 };
 
-template std::uint32_t serve<Brightness>(const char*, const CallTexts&) noexcept;
+template struct Entry<Brightness>;
 
 }  // namespace torvo::bridge

@@ -1,25 +1,22 @@
 // A cross that marks the center of the screen.
-#include "bridge/Resource.h"
+#include <libdmc/picture.h>
+
+#include "resources/shapes/Pattern.h"
 
 namespace torvo::bridge {
 
-class CenterCrossMarker final : public MonitorBridgeTemplate {
-    using MonitorBridgeTemplate::MonitorBridgeTemplate;
+class CenterCrossMarker final : public Pattern<CenterCrossMarker> {
+ public:
+    using Pattern::Pattern;
 
-    void Get(BridgeResult& result, const Monitor& monitor, const RequestRecord& request) override {
-        checkRequest(request.requestQuery.has("supports"), "supports query is required.");
-        result.value = monitor.supports(NAMED(DmCtrlSupportedCenterCrossMarker));
-    }
+    static constexpr std::tuple queries{Support{NAMED(DmCtrlSupportedCenterCrossMarker)}};
+    static constexpr Step hide{NAMED(DmCtrlHideCenterCrossMarker), "Hide center cross marker."};
 
     void Put(BridgeResult&, const Monitor& monitor, const RequestRecord&) override {
         monitor.write(NAMED(DmCtrlShowCenterCrossMarker), "Show center cross marker.");
     }
-
-    void Delete(BridgeResult&, const Monitor& monitor, const RequestRecord&) override {
-        monitor.write(NAMED(DmCtrlHideCenterCrossMarker), "Hide center cross marker.");
-    }
 };
 
-template std::uint32_t serve<CenterCrossMarker>(const char*, const CallTexts&) noexcept;
+template struct Entry<CenterCrossMarker>;
 
 }  // namespace torvo::bridge

@@ -1,42 +1,51 @@
 // The chromaticity of the white point or of a primary.
-#include "bridge/Records.h"
-#include "bridge/Resource.h"
-#include "resources/picture/Colors.h"
+#include <libdmc/picture.h>
+#include <records/picture.h>
+
+#include "resources/shapes/Queries.h"
+#include "resources/shapes/Selectors.h"
 
 namespace torvo::bridge {
 
 class Chromaticity final : public MonitorBridgeTemplate {
+ public:
     using MonitorBridgeTemplate::MonitorBridgeTemplate;
 
-    void Get(BridgeResult& result, const Monitor& monitor, const RequestRecord& request) override {
-        const Value& query = request.requestQuery;
-        if (query.has("supports")) {
-            result.value = monitor.supports(DmCtrlSupportedChromaticity);
-        } else if (query.has("range")) {
+    struct ChromaticityRange {
+        static constexpr auto member = "range";
+
+        Value answer(const Monitor& monitor) const {
             const auto [minimum, maximum] = monitor.read(DmCtrlGetRangeChromaticity, "Get chromaticity range.");
-            result.value = {{"x", {{"min", minimum.x}, {"max", maximum.x}}},
-                            {"y", {{"min", minimum.y}, {"max", maximum.y}}}};
-        } else if (query.has("RGBW")) {
-            result.value = toValue(monitor.read(DmCtrlGetRGBWChromaticities, "Get RGBW chromaticity."));
-        } else {
-            result.value = toValue(monitor.read(DmCtrlGetChromaticity, "Get chromaticity.", chosenColor(query)));
+            return {{"x", {{"min", minimum.x}, {"max", maximum.x}}}, {"y", {{"min", minimum.y}, {"max", maximum.y}}}};
         }
+    };
+
+    static constexpr std::tuple queries{
+        Support{DmCtrlSupportedChromaticity},
+        ChromaticityRange{},
+        Read{"RGBW", DmCtrlGetRGBWChromaticities, "Get RGBW chromaticity."},
+    };
+
+    void Get(BridgeResult& result, const Monitor& monitor, const RequestRecord& request) override {
+        if (answerQuery(result, monitor, request.requestQuery, queries)) return;
+        result.value = toValue(read(monitor, colorSelectorRGBW.in(request.requestQuery).value_or(DM_COLOR_WHITE)));
     }
 
     void Put(BridgeResult&, const Monitor& monitor, const RequestRecord& request) override {
         const Value& data = request.data();
         checkRequest(data.isObject(), "data must be object.");
-        const std::uint32_t color = chosenColor(data);
-        DmChromaticity chromaticity = monitor.read(DmCtrlGetChromaticity, "Get chromaticity.", color);
+        const std::uint32_t color = colorSelectorRGBW.in(data, request.requestQuery).value_or(DM_COLOR_WHITE);
+        DmChromaticity chromaticity = read(monitor, color);
         replaceMembers(chromaticity, data);
         monitor.write(NAMED(DmCtrlSetChromaticity), "Set chromaticity.", color, &chromaticity);
     }
 
-    static std::uint32_t chosenColor(const Value& request) noexcept {
-        return colorOf(request, colorsRGBW).value_or(DM_COLOR_WHITE);
+ private:
+    static DmChromaticity read(const Monitor& monitor, std::uint32_t color) {
+        return monitor.read(DmCtrlGetChromaticity, "Get chromaticity.", color);
     }
 };
 
-template std::uint32_t serve<Chromaticity>(const char*, const CallTexts&) noexcept;
+template struct Entry<Chromaticity>;
 
 }  // namespace torvo::bridge

@@ -1,43 +1,50 @@
 // The colour matrices: nine numbers each, in row order.
+#include <libdmc/picture.h>
+
 #include <array>
 
-#include "bridge/Resource.h"
+#include "resources/shapes/Queries.h"
+#include "resources/shapes/Selectors.h"
 
 namespace torvo::bridge {
 
 class ColorMatrix final : public MonitorBridgeTemplate {
+ public:
     using MonitorBridgeTemplate::MonitorBridgeTemplate;
+
+    static constexpr std::tuple queries{
+        Support{DmCtrlSupportedColorMatrix},
+        Read{"count", DmCtrlGetColorMatrixCount, "Get matrix count."},
+    };
 
     void Get(BridgeResult& result, const Monitor& monitor, const RequestRecord& request) override {
         const Value& query = request.requestQuery;
-        if (query.has("supports"))
-            result.value = monitor.supports(DmCtrlSupportedColorMatrix);
-        else if (query.has("count"))
-            result.value = monitor.read(DmCtrlGetColorMatrixCount, "Get matrix count.");
-        else
-            result.value = Value::array(monitor.enumerate(DmCtrlGetColorMatrix, "Get matrix.", chosenIndex(query)));
+        if (answerQuery(result, monitor, query, queries)) return;
+        result.value = Value::array(monitor.enumerate(DmCtrlGetColorMatrix, "Get matrix.", selectedIndex(query)));
     }
 
     void Put(BridgeResult&, const Monitor& monitor, const RequestRecord& request) override {
         const Value& data = request.data();
-        const std::uint32_t index = chosenIndex(request.requestQuery);
+        const std::uint32_t index = selectedIndex(request.requestQuery);
         checkRequest(data.isArray(), "data must be array.");
         std::array<double, 9> matrix{};
         checkRequest(data.size() == matrix.size(), "data must have 9 numbers.");
         for (std::size_t i = 0; i < matrix.size(); ++i) {
-            checkRequest(data.at(i).isNumber(), "data must have 9 numbers.");
-            matrix[i] = data.at(i).asDouble();
+            checkRequest(isNumber(data.at(i)), "data must have 9 numbers.");
+            matrix[i] = toNumber<double>(data.at(i));
         }
         const auto count = static_cast<std::uint32_t>(matrix.size());
         monitor.write(DmCtrlSetColorMatrix, "Set color matrix.", index, matrix.data(), count);
     }
 
-    static std::uint32_t chosenIndex(const Value& query) {
-        checkRequest(query.get("index").isNumber(), "Query requires index.");
-        return query.get("index").asUInt();
+ private:
+    static std::uint32_t selectedIndex(const Value& query) {
+        const auto index = indexSelector.in(query);
+        checkRequest(index.has_value(), "Query requires index.");
+        return *index;
     }
 };
 
-template std::uint32_t serve<ColorMatrix>(const char*, const CallTexts&) noexcept;
+template struct Entry<ColorMatrix>;
 
 }  // namespace torvo::bridge

@@ -1,29 +1,24 @@
 // A patch of one colour on the screen. Members that the data leaves out are 0.
-#include "bridge/Records.h"
-#include "bridge/Resource.h"
+#include <libdmc/picture.h>
+#include <records/picture.h>
+
+#include "resources/shapes/Pattern.h"
 
 namespace torvo::bridge {
 
-class ColorPatch final : public MonitorBridgeTemplate {
-    using MonitorBridgeTemplate::MonitorBridgeTemplate;
+class ColorPatch final : public Pattern<ColorPatch> {
+ public:
+    using Pattern::Pattern;
 
-    void Get(BridgeResult& result, const Monitor& monitor, const RequestRecord& request) override {
-        checkRequest(request.requestQuery.has("supports"), "supports query is required.");
-        result.value = monitor.supports(NAMED(DmCtrlSupportedColorPatch));
-    }
+    static constexpr std::tuple queries{Support{NAMED(DmCtrlSupportedColorPatch)}};
+    static constexpr Step hide{NAMED(DmCtrlHideColorPatch), "Hide color patch."};
 
     void Put(BridgeResult&, const Monitor& monitor, const RequestRecord& request) override {
-        const Value& data = request.data();
-        DmColorPatch patch{};
-        replaceMembers(patch, data);
+        const auto patch = toRecord<DmColorPatch>(request.data());
         monitor.write(NAMED(DmCtrlShowColorPatch), "Show color patch.", &patch);
-    }
-
-    void Delete(BridgeResult&, const Monitor& monitor, const RequestRecord&) override {
-        monitor.write(NAMED(DmCtrlHideColorPatch), "Hide color patch.");
     }
 };
 
-template std::uint32_t serve<ColorPatch>(const char*, const CallTexts&) noexcept;
+template struct Entry<ColorPatch>;
 
 }  // namespace torvo::bridge

@@ -1,4 +1,6 @@
-// The colour temperature: in kelvin, or on monitors without that by the index of a preset.
+// The colour temperature: in kelvin, or on older monitors by the index of a preset.
+#include <libdmc/picture.h>
+
 #include "bridge/Resource.h"
 
 namespace torvo::bridge {
@@ -8,27 +10,26 @@ class ColorTemperature final : public MonitorBridgeTemplate {
 
     void Get(BridgeResult& result, const Monitor& monitor, const RequestRecord& request) override {
         const Value& query = request.requestQuery;
+        const bool inKelvin = monitor.isNewer(DmCtrlSupportedColorTemperature);
         if (query.has("supports"))
-            result.value = inKelvin(monitor) || monitor.supports(DmCtrlSupportedColorTemperatureIndex);
+            result.value = inKelvin || monitor.supports(DmCtrlSupportedColorTemperatureIndex);
         else if (query.has("available"))
-            result.value = Value::array(
-                monitor.enumerate(inKelvin(monitor) ? DmCtrlEnumColorTemperature : DmCtrlEnumColorTemperatureIndex,
-                                  "Get color temperature."));
+            result.value = Value::array(monitor.enumerate(
+                inKelvin ? DmCtrlEnumColorTemperature : DmCtrlEnumColorTemperatureIndex, "Get color temperature."));
         else
-            result.value = monitor.read(inKelvin(monitor) ? DmCtrlGetColorTemperature : DmCtrlGetColorTemperatureIndex,
+            result.value = monitor.read(inKelvin ? DmCtrlGetColorTemperature : DmCtrlGetColorTemperatureIndex,
                                         "Get color temperature.");
     }
 
     void Put(BridgeResult&, const Monitor& monitor, const RequestRecord& request) override {
         const Value& data = request.data();
-        checkRequest(data.isNumber(), "data must be number.");
-        monitor.write(inKelvin(monitor) ? DmCtrlSetColorTemperature : DmCtrlSetColorTemperatureIndex,
-                      "Set color temperature.", data.asUInt());
+        checkRequest(isNumber(data), "data must be number.");
+        const bool inKelvin = monitor.isNewer(DmCtrlSupportedColorTemperature);
+        monitor.write(inKelvin ? DmCtrlSetColorTemperature : DmCtrlSetColorTemperatureIndex, "Set color temperature.",
+                      toNumber<std::uint32_t>(data));
     }
-
-    static bool inKelvin(const Monitor& monitor) { return monitor.supports(DmCtrlSupportedColorTemperature); }
 };
 
-template std::uint32_t serve<ColorTemperature>(const char*, const CallTexts&) noexcept;
+template struct Entry<ColorTemperature>;
 
 }  // namespace torvo::bridge

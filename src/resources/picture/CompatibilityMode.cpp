@@ -1,17 +1,19 @@
 // Whether the monitor behaves as an older model would.
-#include "bridge/Setting.h"
+#include <libdmc/picture.h>
+
+#include "resources/shapes/Setting.h"
 
 namespace torvo::bridge {
 
 class CompatibilityMode final : public Setting<CompatibilityMode, Boolean> {
  public:
     using Setting::Setting;
-    static constexpr auto supported = NAMED(DmCtrlSupportedCompatibilityMode);
+    static constexpr std::tuple queries{Support{NAMED(DmCtrlSupportedCompatibilityMode)}};
     static constexpr Step get{NAMED(DmCtrlGetCompatibilityMode), "Get compatibility mode."};
     static constexpr Step set{NAMED(DmCtrlSetCompatibilityMode), "Set compatibility mode."};
-    static constexpr auto refusal = "data must be boolean.";
+    static constexpr Check checks[] = {{isBoolean, "data must be boolean."}};
 };
 
-template std::uint32_t serve<CompatibilityMode>(const char*, const CallTexts&) noexcept;
+template struct Entry<CompatibilityMode>;
 
 }  // namespace torvo::bridge

@@ -1,34 +1,24 @@
 // The picture's contrast, as a step of the monitor's own range or as a percentage of it.
-#include "bridge/Resource.h"
+#include <libdmc/picture.h>
+
+#include "resources/shapes/StepOrPercentage.h"
 
 namespace torvo::bridge {
 
-class Contrast final : public MonitorBridgeTemplate {
-    using MonitorBridgeTemplate::MonitorBridgeTemplate;
+class Contrast final : public StepOrPercentage<Contrast> {
+ public:
+    using StepOrPercentage::StepOrPercentage;
 
-    void Get(BridgeResult& result, const Monitor& monitor, const RequestRecord& request) override {
-        const Value& query = request.requestQuery;
-        if (query.has("supports"))
-            result.value = monitor.supports(DmCtrlSupportedContrast);
-        else if (query.has("range"))
-            result.value = monitor.range(DmCtrlGetRangeContrastForStep, "Get contrast range.");
-        else if (query.has("percentage"))
-            result.value = monitor.read(DmCtrlGetContrastForPercentage, "Get contrast percentage.");
-        else
-            result.value = monitor.read(DmCtrlGetContrastForStep, "Get contrast.");
-    }
-
-    void Put(BridgeResult&, const Monitor& monitor, const RequestRecord& request) override {
-        const Value& data = request.data();
-        const Value& percentage = data.get("percentage");
-        checkRequest(data.isNumber() || percentage.isNumber(), "data must be number.");
-        if (percentage.isNumber())
-            monitor.write(DmCtrlSetContrastForPercentage, "Set contrast percentage.", percentage.asDouble());
-        else
-            monitor.write(DmCtrlSetContrastForStep, "Set contrast.", data.asUInt());
-    }
+    static constexpr std::tuple queries{
+        Support{DmCtrlSupportedContrast},
+        Range{DmCtrlGetRangeContrastForStep, "Get contrast range."},
+        Read{"percentage", DmCtrlGetContrastForPercentage, "Get contrast percentage."},
+    };
+    static constexpr Step get{DmCtrlGetContrastForStep, "Get contrast."};
+    static constexpr Step setPercentage{DmCtrlSetContrastForPercentage, "Set contrast percentage."};
+    static constexpr Step setStep{DmCtrlSetContrastForStep, "Set contrast."};
 };
 
-template std::uint32_t serve<Contrast>(const char*, const CallTexts&) noexcept;
+template struct Entry<Contrast>;
 
 }  // namespace torvo::bridge

@@ -1,17 +1,19 @@
 // The status of DUETC; a number of the library.
-#include "bridge/Setting.h"
+#include <libdmc/picture.h>
+
+#include "resources/shapes/Setting.h"
 
 namespace torvo::bridge {
 
 class DUETC final : public Setting<DUETC, Number> {
  public:
     using Setting::Setting;
-    static constexpr auto supported = DmCtrlSupportedDUETCStatus;
+    static constexpr std::tuple queries{Support{DmCtrlSupportedDUETCStatus}};
     static constexpr Step get{DmCtrlGetDUETCStatus, "Get DUETC status."};
     static constexpr Step set{DmCtrlSetDUETCStatus, "Set DUETC status."};
-    static constexpr auto refusal = "data must be number.";
+    static constexpr Check checks[] = {{isNumber, "data must be number."}};
 };
 
-template std::uint32_t serve<DUETC>(const char*, const CallTexts&) noexcept;
+template struct Entry<DUETC>;
 
 }  // namespace torvo::bridge

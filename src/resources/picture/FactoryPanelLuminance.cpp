@@ -1,20 +1,19 @@
 // The luminance of the panel as it left the factory.
-#include "bridge/Records.h"
-#include "bridge/Resource.h"
+#include <libdmc/picture.h>
+#include <records/picture.h>
+
+#include "resources/shapes/Setting.h"
 
 namespace torvo::bridge {
 
-class FactoryPanelLuminance final : public MonitorBridgeTemplate {
-    using MonitorBridgeTemplate::MonitorBridgeTemplate;
+class FactoryPanelLuminance final : public Setting<FactoryPanelLuminance, Record> {
+ public:
+    using Setting::Setting;
 
-    void Get(BridgeResult& result, const Monitor& monitor, const RequestRecord& request) override {
-        if (request.requestQuery.has("supports"))
-            result.value = monitor.supports(NAMED(DmCtrlSupportedFactoryPanelLuminance));
-        else
-            result.value = toValue(monitor.read(NAMED(DmCtrlGetFactoryPanelLuminance), "Get factory panel luminance."));
-    }
+    static constexpr std::tuple queries{Support{NAMED(DmCtrlSupportedFactoryPanelLuminance)}};
+    static constexpr Step get{NAMED(DmCtrlGetFactoryPanelLuminance), "Get factory panel luminance."};
 };
 
-template std::uint32_t serve<FactoryPanelLuminance>(const char*, const CallTexts&) noexcept;
+template struct Entry<FactoryPanelLuminance>;
 
 }  // namespace torvo::bridge

@@ -1,31 +1,24 @@
 // The fine-contrast mode, by its number.
-#include "bridge/Resource.h"
+#include <libdmc/picture.h>
+
+#include "resources/shapes/Setting.h"
 
 namespace torvo::bridge {
 
-class FineContrast final : public MonitorBridgeTemplate {
-    using MonitorBridgeTemplate::MonitorBridgeTemplate;
+class FineContrast final : public Setting<FineContrast, Number> {
+ public:
+    using Setting::Setting;
 
-    void Get(BridgeResult& result, const Monitor& monitor, const RequestRecord& request) override {
-        const Value& query = request.requestQuery;
-        if (query.has("supports"))
-            result.value = monitor.supports(DmCtrlSupportedFineContrast);
-        else if (query.has("available"))
-            result.value = Value::array(monitor.enumerate(DmCtrlEnumFineContrast, "Get fine contrast."));
-        else if (query.has("count"))
-            result.value = monitor.read(DmCtrlGetFineContrastCount, "Get fine contrast.");
-        else
-            result.value = monitor.read(DmCtrlGetFineContrast, "Get fine contrast.");
-    }
-
-    void Put(BridgeResult&, const Monitor& monitor, const RequestRecord& request) override {
-        const Value& data = request.data();
-        checkRequest(!data.isNull(), "data is empty.");
-        checkRequest(data.isNumber(), "data must be number.");
-        monitor.write(DmCtrlSetFineContrast, "Set fine contrast.", data.asUInt());
-    }
+    static constexpr std::tuple queries{
+        Support{DmCtrlSupportedFineContrast},
+        List{"available", DmCtrlEnumFineContrast, "Get fine contrast."},
+        Read{"count", DmCtrlGetFineContrastCount, "Get fine contrast."},
+    };
+    static constexpr Step get{DmCtrlGetFineContrast, "Get fine contrast."};
+    static constexpr Step set{DmCtrlSetFineContrast, "Set fine contrast."};
+    static constexpr Check checks[] = {{isPresent, "data is empty."}, {isNumber, "data must be number."}};
 };
 
-template std::uint32_t serve<FineContrast>(const char*, const CallTexts&) noexcept;
+template struct Entry<FineContrast>;
 
 }  // namespace torvo::bridge

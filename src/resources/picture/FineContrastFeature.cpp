@@ -1,5 +1,7 @@
 // The features that work in each fine-contrast mode.
-#include "resources/picture/PerMode.h"
+#include <libdmc/picture.h>
+
+#include "resources/shapes/PerMode.h"
 
 namespace torvo::bridge {
 
@@ -7,13 +9,12 @@ class FineContrastFeature final : public MonitorBridgeTemplate {
     using MonitorBridgeTemplate::MonitorBridgeTemplate;
 
     void Get(BridgeResult& result, const Monitor& monitor, const RequestRecord& request) override {
-        const Value& query = request.requestQuery;
-        if (query.has("fineContrast")) {
-            result.value = entry(monitor, query.get("fineContrast").asUInt());
+        if (const auto selected = fineContrastSelector.in(request.requestQuery)) {
+            result.value = entry(monitor, *selected);
             return;
         }
         result.value = Value::array();
-        for (const std::uint32_t mode : fineContrasts(monitor, "")) result.value.append(entry(monitor, mode));
+        for (const std::uint32_t mode : FineContrasts::numbers(monitor, "")) result.value.append(entry(monitor, mode));
     }
 
     static Value entry(const Monitor& monitor, std::uint32_t mode) {
@@ -45,6 +46,6 @@ class FineContrastFeature final : public MonitorBridgeTemplate {
     };
 };
 
-template std::uint32_t serve<FineContrastFeature>(const char*, const CallTexts&) noexcept;
+template struct Entry<FineContrastFeature>;
 
 }  // namespace torvo::bridge

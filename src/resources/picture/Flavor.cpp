@@ -1,30 +1,30 @@
 // The flavor of the picture, and the one that the current mode has preset.
-#include "bridge/Resource.h"
+#include <libdmc/picture.h>
+
+#include "resources/shapes/Setting.h"
 
 namespace torvo::bridge {
 
-class Flavor final : public MonitorBridgeTemplate {
-    using MonitorBridgeTemplate::MonitorBridgeTemplate;
+class Flavor final : public Setting<Flavor, Number> {
+ public:
+    using Setting::Setting;
 
-    void Get(BridgeResult& result, const Monitor& monitor, const RequestRecord& request) override {
-        const Value& query = request.requestQuery;
-        if (query.has("supports")) {
-            result.value = monitor.supports(DmCtrlSupportedFlavor);
-        } else if (query.has("preset")) {
+    /// What the current mode has preset.
+    struct Preset {
+        static constexpr auto member = "preset";
+
+        Value answer(const Monitor& monitor) const {
             const std::uint32_t mode = monitor.read(DmCtrlGetMode, "Get mode.");
-            result.value = monitor.read(DmCtrlGetPresetFlavor, "Get preset flavor.", mode);
-        } else {
-            result.value = monitor.read(DmCtrlGetFlavor, "Get flavor.");
+            return monitor.read(DmCtrlGetPresetFlavor, "Get preset flavor.", mode);
         }
-    }
+    };
 
-    void Put(BridgeResult&, const Monitor& monitor, const RequestRecord& request) override {
-        const Value& data = request.data();
-        checkRequest(data.isNumber(), "data must be number.");
-        monitor.write(DmCtrlSetFlavor, "Set flavor.", data.asUInt());
-    }
+    static constexpr std::tuple queries{Support{DmCtrlSupportedFlavor}, Preset{}};
+    static constexpr Step get{DmCtrlGetFlavor, "Get flavor."};
+    static constexpr Step set{DmCtrlSetFlavor, "Set flavor."};
+    static constexpr Check checks[] = {{isNumber, "data must be number."}};
 };
 
-template std::uint32_t serve<Flavor>(const char*, const CallTexts&) noexcept;
+template struct Entry<Flavor>;
 
 }  // namespace torvo::bridge

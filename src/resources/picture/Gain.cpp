@@ -1,33 +1,16 @@
 // The gain of the three channels.
-#include "bridge/Resource.h"
-#include "resources/picture/Colors.h"
+#include <libdmc/picture.h>
+
+#include "resources/shapes/Queries.h"
+#include "resources/shapes/Selectors.h"
 
 namespace torvo::bridge {
 
 class Gain final : public MonitorBridgeTemplate {
+ public:
     using MonitorBridgeTemplate::MonitorBridgeTemplate;
 
-    void Get(BridgeResult& result, const Monitor& monitor, const RequestRecord& request) override {
-        const Value& query = request.requestQuery;
-        if (query.has("supports")) {
-            result.value = monitor.supports(DmCtrlSupportedGain);
-        } else if (query.has("range")) {
-            result.value = monitor.range(DmCtrlGetRangeGain, "Get gain range.");
-        } else if (const auto color = colorOf(query, colorsRGB)) {
-            result.value = monitor.read(DmCtrlGetGain, "Get gain.", *color);
-        } else {
-            for (const auto& [name, code, get, set] : channels)
-                result.value[name] = monitor.read(DmCtrlGetGain, get, code);
-        }
-    }
-
-    void Put(BridgeResult&, const Monitor& monitor, const RequestRecord& request) override {
-        const Value& data = request.data();
-        checkRequest(data.isObject(), "data must be object.");
-        for (const auto& [name, code, get, set] : channels)
-            if (const Value& gain = data.get(name); gain.isNumber())
-                monitor.write(NAMED(DmCtrlSetGain), set, code, gain.asUInt());
-    }
+    static constexpr std::tuple queries{Support{DmCtrlSupportedGain}, Range{DmCtrlGetRangeGain, "Get gain range."}};
 
     struct Channel {
         const char* name;
@@ -40,8 +23,27 @@ class Gain final : public MonitorBridgeTemplate {
         {"green", DM_COLOR_GREEN, "Get gain green.", "Set gain green."},
         {"blue", DM_COLOR_BLUE, "Get gain blue.", "Set gain blue."},
     };
+
+    void Get(BridgeResult& result, const Monitor& monitor, const RequestRecord& request) override {
+        const Value& query = request.requestQuery;
+        if (answerQuery(result, monitor, query, queries)) return;
+        if (const auto color = colorSelectorRGB.in(query)) {
+            result.value = monitor.read(DmCtrlGetGain, "Get gain.", *color);
+            return;
+        }
+        for (const Channel& channel : channels)
+            result.value[channel.name] = monitor.read(DmCtrlGetGain, channel.getAction, channel.code);
+    }
+
+    void Put(BridgeResult&, const Monitor& monitor, const RequestRecord& request) override {
+        const Value& data = request.data();
+        checkRequest(data.isObject(), "data must be object.");
+        for (const Channel& channel : channels)
+            if (const Value& gain = data.get(channel.name); isNumber(gain))
+                monitor.write(NAMED(DmCtrlSetGain), channel.setAction, channel.code, toNumber<std::uint32_t>(gain));
+    }
 };
 
-template std::uint32_t serve<Gain>(const char*, const CallTexts&) noexcept;
+template struct Entry<Gain>;
 
 }  // namespace torvo::bridge

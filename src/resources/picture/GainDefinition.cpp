@@ -1,20 +1,19 @@
 // The gains that make a colour temperature.
-#include "bridge/Records.h"
-#include "bridge/Resource.h"
+#include <libdmc/picture.h>
+#include <records/picture.h>
+
+#include "resources/shapes/Setting.h"
 
 namespace torvo::bridge {
 
-class GainDefinition final : public MonitorBridgeTemplate {
-    using MonitorBridgeTemplate::MonitorBridgeTemplate;
+class GainDefinition final : public Setting<GainDefinition, Record> {
+ public:
+    using Setting::Setting;
 
-    void Get(BridgeResult& result, const Monitor& monitor, const RequestRecord& request) override {
-        if (request.requestQuery.has("supports"))
-            result.value = monitor.supports(NAMED(DmCtrlSupportedGainDefinition));
-        else
-            result.value = toValue(monitor.read(NAMED(DmCtrlGetGainDefinition), "Get gain definition."));
-    }
+    static constexpr std::tuple queries{Support{NAMED(DmCtrlSupportedGainDefinition)}};
+    static constexpr Step get{NAMED(DmCtrlGetGainDefinition), "Get gain definition."};
 };
 
-template std::uint32_t serve<GainDefinition>(const char*, const CallTexts&) noexcept;
+template struct Entry<GainDefinition>;
 
 }  // namespace torvo::bridge

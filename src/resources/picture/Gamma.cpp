@@ -1,18 +1,20 @@
 // The gamma, by its index among the monitor's gammas.
-#include "bridge/Setting.h"
+#include <libdmc/picture.h>
+
+#include "resources/shapes/Setting.h"
 
 namespace torvo::bridge {
 
 class Gamma final : public Setting<Gamma, Number> {
  public:
     using Setting::Setting;
-    static constexpr auto supported = DmCtrlSupportedGammaIndex;
-    static constexpr Step available{DmCtrlEnumGammaIndex, "Get gamma index."};
+    static constexpr std::tuple queries{Support{DmCtrlSupportedGammaIndex},
+                                        List{"available", DmCtrlEnumGammaIndex, "Get gamma index."}};
     static constexpr Step get{DmCtrlGetGammaIndex, "Get gamma index."};
     static constexpr Step set{DmCtrlSetGammaIndex, "Set gamma index."};
-    static constexpr auto refusal = "data must be number.";
+    static constexpr Check checks[] = {{isNumber, "data must be number."}};
 };
 
-template std::uint32_t serve<Gamma>(const char*, const CallTexts&) noexcept;
+template struct Entry<Gamma>;
 
 }  // namespace torvo::bridge

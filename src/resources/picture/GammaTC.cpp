@@ -1,17 +1,19 @@
 // The status of GammaTC; a number of the library.
-#include "bridge/Setting.h"
+#include <libdmc/picture.h>
+
+#include "resources/shapes/Setting.h"
 
 namespace torvo::bridge {
 
 class GammaTC final : public Setting<GammaTC, Number> {
  public:
     using Setting::Setting;
-    static constexpr auto supported = DmCtrlSupportedGammaTCStatus;
+    static constexpr std::tuple queries{Support{DmCtrlSupportedGammaTCStatus}};
     static constexpr Step get{DmCtrlGetGammaTCStatus, "Get GammaTC status."};
     static constexpr Step set{DmCtrlSetGammaTCStatus, "Set GammaTC status."};
-    static constexpr auto refusal = "data must be number.";
+    static constexpr Check checks[] = {{isNumber, "data must be number."}};
 };
 
-template std::uint32_t serve<GammaTC>(const char*, const CallTexts&) noexcept;
+template struct Entry<GammaTC>;
 
 }  // namespace torvo::bridge

@@ -1,17 +1,19 @@
 // Whether colours outside the gamut are clipped.
-#include "bridge/Setting.h"
+#include <libdmc/picture.h>
+
+#include "resources/shapes/Setting.h"
 
 namespace torvo::bridge {
 
 class GamutClipping final : public Setting<GamutClipping, Boolean> {
  public:
     using Setting::Setting;
-    static constexpr auto supported = DmCtrlSupportedClipping;
+    static constexpr std::tuple queries{Support{DmCtrlSupportedClipping}};
     static constexpr Step get{DmCtrlGetClipping, "Get gamut clipping."};
     static constexpr Step set{DmCtrlSetClipping, "Set gamut clipping."};
-    static constexpr auto refusal = "data must be boolean.";
+    static constexpr Check checks[] = {{isBoolean, "data must be boolean."}};
 };
 
-template std::uint32_t serve<GamutClipping>(const char*, const CallTexts&) noexcept;
+template struct Entry<GamutClipping>;
 
 }  // namespace torvo::bridge

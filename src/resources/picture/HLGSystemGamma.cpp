@@ -1,4 +1,6 @@
 // The HLG system gamma, and whether it is used.
+#include <libdmc/picture.h>
+
 #include "bridge/Resource.h"
 
 namespace torvo::bridge {
@@ -22,11 +24,11 @@ class HLGSystemGamma final : public MonitorBridgeTemplate {
         if (const Value& enable = data.get("enable"); enable.isBoolean())
             monitor.write(NAMED(DmCtrlSetHLGSystemGammaEnable), "Set HLG system gamma enable.",
                           std::uint32_t{enable.asBool()});
-        if (const Value& gamma = data.get("systemGamma"); gamma.isNumber())
-            monitor.write(NAMED(DmCtrlSetHLGSystemGamma), "Set HLG system gamma.", gamma.asDouble());
+        if (const Value& gamma = data.get("systemGamma"); isNumber(gamma))
+            monitor.write(NAMED(DmCtrlSetHLGSystemGamma), "Set HLG system gamma.", toNumber<double>(gamma));
     }
 };
 
-template std::uint32_t serve<HLGSystemGamma>(const char*, const CallTexts&) noexcept;
+template struct Entry<HLGSystemGamma>;
 
 }  // namespace torvo::bridge

@@ -1,6 +1,8 @@
 // HybridGammaPXL on or off, in the current mode or in one that the request names.
+#include <libdmc/picture.h>
+
 #include "bridge/MonitorCriticalSection.h"
-#include "bridge/Resource.h"
+#include "resources/shapes/Selectors.h"
 
 namespace torvo::bridge {
 
@@ -13,27 +15,29 @@ class HybridGammaPXL final : public MonitorBridgeTemplate {
             result.value = monitor.supports(NAMED(DmCtrlSupportedHybridGammaPXL));
             return;
         }
+        const auto mode = modeSelector.in(query);
         const MonitorCriticalSection section(monitor);
-        selectMode(monitor, query);
+        select(monitor, mode);
         result.value = monitor.read(NAMED(DmCtrlGetHybridGammaPXL), "Get HybridGammaPXL.") != 0;
     }
 
+    // An object without "enabled" only selects its mode.
     void Put(BridgeResult&, const Monitor& monitor, const RequestRecord& request) override {
         const Value& data = request.data();
-        checkRequest(!data.isNull(), "data is empty.");
+        const Value& enabled = data.isObject() ? data.get("enabled") : data;
+        checkRequest(isPresent(data) && (isPresent(enabled) || data.has("mode")), "data is empty.");
+        const auto mode = modeSelector.in(data, request.requestQuery);
         const MonitorCriticalSection section(monitor);
-        selectMode(monitor, data);
-        if (data.isObject() && !data.has("enabled")) return;
-        const bool enabled = (data.isObject() ? data.get("enabled") : data).asBool();
-        monitor.write(NAMED(DmCtrlSetHybridGammaPXL), "Set HybridGammaPXL.", std::uint32_t{enabled});
+        select(monitor, mode);
+        if (isPresent(enabled))
+            monitor.write(NAMED(DmCtrlSetHybridGammaPXL), "Set HybridGammaPXL.", std::uint32_t{lenientFlag(enabled)});
     }
 
-    static void selectMode(const Monitor& monitor, const Value& request) {
-        if (const Value& mode = request.get("mode"); mode.isNumber())
-            monitor.write(NAMED(DmCtrlSetTargetSelectionMode), "Set target selection mode.", mode.asUInt());
+    static void select(const Monitor& monitor, std::optional<std::uint32_t> mode) {
+        if (mode) monitor.write(NAMED(DmCtrlSetTargetSelectionMode), "Set target selection mode.", *mode);
     }
 };
 
-template std::uint32_t serve<HybridGammaPXL>(const char*, const CallTexts&) noexcept;
+template struct Entry<HybridGammaPXL>;
 
 }  // namespace torvo::bridge

@@ -1,5 +1,7 @@
 // The one-dimensional look-up tables of the three channels, 8 or 10 bits deep.
-#include "resources/picture/LutTables.h"
+#include <libdmc/picture.h>
+
+#include "resources/shapes/LutTables.h"
 
 namespace torvo::bridge {
 
@@ -8,36 +10,41 @@ class LUT1D final : public MonitorBridgeTemplate {
 
     void Get(BridgeResult& result, const Monitor& monitor, const RequestRecord& request) override {
         const Value& query = request.requestQuery;
-        const std::uint32_t depth = bitDepth(query);
-        if (query.has("supports"))
-            result.value = query.has("maxRawValue")
-                               ? monitor.supports(NAMED(DmCtrlSupportedFrontLUT))
-                               : monitor.supports(depth == 10 ? DmCtrlSupportedLUT10bit : DmCtrlSupportedLUT);
-        else if (query.has("maxRawValue"))
+        if (query.has("supports")) {
+            result.value = supports(monitor, query);
+        } else if (query.has("maxRawValue")) {
             result.value = monitor.read(NAMED(DmCtrlGetFrontLUTMaxRawValue), "Get front lut max raw value.");
-        else
+        } else {
+            const std::uint32_t depth = checkedDepth(depthSelector.in(query));
             result.value = lutValue(query, [&](std::uint32_t color) {
                 return monitor.enumerate(NAMED(DmCtrlGetLUT), "Get LUT.", depth, color);
             });
+        }
     }
 
     void Put(BridgeResult&, const Monitor& monitor, const RequestRecord& request) override {
         const Value& data = request.data();
-        checkRequest(data.isObject(), "data must be object.");
-        const std::uint32_t depth = bitDepth(data);
-        const auto tables = lutTables(data);
-        for (std::size_t i = 0; i < tables.size(); ++i)
-            monitor.write(NAMED(DmCtrlSetLUT), "Set LUT.", depth, colorsRGB[i].code, tables[i].data(),
-                          static_cast<std::uint32_t>(tables[i].size()));
+        const Value& query = request.requestQuery;
+        checkRequest(data.isObject() || data.isArray(), "data must be object.");
+        const std::uint32_t depth = checkedDepth(depthSelector.in(data, query));
+        for (const LutTable& table : lutTables(data, query))
+            monitor.write(NAMED(DmCtrlSetLUT), "Set LUT.", depth, table.color, table.values.data(), table.size());
     }
 
-    static std::uint32_t bitDepth(const Value& request) {
-        const std::uint32_t depth = request.has("depth") ? request.get("depth").asUInt() : 8;
+    // Answered whatever else is wrong in the query: a depth that cannot be used is one that is not there.
+    static bool supports(const Monitor& monitor, const Value& query) {
+        if (query.has("maxRawValue")) return monitor.supports(NAMED(DmCtrlSupportedFrontLUT));
+        const bool isDeep = query.get("depth").asInt() == 10;
+        return monitor.supports(isDeep ? DmCtrlSupportedLUT10bit : DmCtrlSupportedLUT);
+    }
+
+    static std::uint32_t checkedDepth(std::optional<std::uint32_t> selected) {
+        const std::uint32_t depth = selected.value_or(8);
         checkRequest(depth == 8 || depth == 10, "Invalid bit depth.");
         return depth;
     }
 };
 
-template std::uint32_t serve<LUT1D>(const char*, const CallTexts&) noexcept;
+template struct Entry<LUT1D>;
 
 }  // namespace torvo::bridge

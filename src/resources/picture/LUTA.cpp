@@ -1,5 +1,7 @@
 // The look-up tables "A" of the three channels.
-#include "resources/picture/LutTables.h"
+#include <libdmc/picture.h>
+
+#include "resources/shapes/LutTables.h"
 
 namespace torvo::bridge {
 
@@ -16,26 +18,12 @@ class LUTA final : public MonitorBridgeTemplate {
             });
     }
 
-    // One table under the query's colour, or all three.
     void Put(BridgeResult&, const Monitor& monitor, const RequestRecord& request) override {
-        const Value& data = request.data();
-        if (const auto color = colorOf(request.requestQuery, colorsRGB); color && data.isArray()) {
-            const auto table = lutTable(data);
-            checkRequest(table.has_value(), "data must be object.");
-            write(monitor, *color, *table);
-            return;
-        }
-        checkRequest(data.isObject(), "data must be object.");
-        const auto tables = lutTables(data);
-        for (std::size_t i = 0; i < tables.size(); ++i) write(monitor, colorsRGB[i].code, tables[i]);
-    }
-
-    static void write(const Monitor& monitor, std::uint32_t color, const LutTable& table) {
-        monitor.write(NAMED(DmCtrlSetLUTAData), "Set LUT(A).", color, table.data(),
-                      static_cast<std::uint32_t>(table.size()));
+        for (const LutTable& table : lutTables(request.data(), request.requestQuery))
+            monitor.write(NAMED(DmCtrlSetLUTAData), "Set LUT(A).", table.color, table.values.data(), table.size());
     }
 };
 
-template std::uint32_t serve<LUTA>(const char*, const CallTexts&) noexcept;
+template struct Entry<LUTA>;
 
 }  // namespace torvo::bridge

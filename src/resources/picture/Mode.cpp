@@ -1,29 +1,20 @@
 // The picture mode, by its number: 0 to count - 1.
-#include "bridge/Resource.h"
+#include <libdmc/picture.h>
+
+#include "resources/shapes/Setting.h"
 
 namespace torvo::bridge {
 
-class Mode final : public MonitorBridgeTemplate {
-    using MonitorBridgeTemplate::MonitorBridgeTemplate;
+class Mode final : public Setting<Mode, Number> {
+ public:
+    using Setting::Setting;
 
-    void Get(BridgeResult& result, const Monitor& monitor, const RequestRecord& request) override {
-        const Value& query = request.requestQuery;
-        if (query.has("supports"))
-            result.value = monitor.supports(DmCtrlSupportedMode);
-        else if (query.has("count"))
-            result.value = monitor.read(DmCtrlGetModeCount, "Get mode.");
-        else
-            result.value = monitor.read(DmCtrlGetMode, "Get mode.");
-    }
-
-    void Put(BridgeResult&, const Monitor& monitor, const RequestRecord& request) override {
-        const Value& data = request.data();
-        checkRequest(!data.isNull(), "data is empty.");
-        checkRequest(data.isNumber(), "data must be number.");
-        monitor.write(DmCtrlSetMode, "Set mode.", data.asUInt());
-    }
+    static constexpr std::tuple queries{Support{DmCtrlSupportedMode}, Read{"count", DmCtrlGetModeCount, "Get mode."}};
+    static constexpr Step get{DmCtrlGetMode, "Get mode."};
+    static constexpr Step set{DmCtrlSetMode, "Set mode."};
+    static constexpr Check checks[] = {{isPresent, "data is empty."}, {isNumber, "data must be number."}};
 };
 
-template std::uint32_t serve<Mode>(const char*, const CallTexts&) noexcept;
+template struct Entry<Mode>;
 
 }  // namespace torvo::bridge

@@ -1,17 +1,19 @@
 // The look-up table of a monochrome model.
-#include "bridge/Setting.h"
+#include <libdmc/picture.h>
+
+#include "resources/shapes/Setting.h"
 
 namespace torvo::bridge {
 
 class MonoModelLUTSelect final : public Setting<MonoModelLUTSelect, Number> {
  public:
     using Setting::Setting;
-    static constexpr auto supported = NAMED(DmCtrlSupportedMonoModelLUTSelect);
+    static constexpr std::tuple queries{Support{NAMED(DmCtrlSupportedMonoModelLUTSelect)}};
     static constexpr Step get{NAMED(DmCtrlGetMonoModelLUTSelect), "Get mono model LUT select."};
     static constexpr Step set{NAMED(DmCtrlSetMonoModelLUTSelect), "Set mono model LUT select."};
-    static constexpr auto refusal = "data must be number.";
+    static constexpr Check checks[] = {{isNumber, "data must be number."}};
 };
 
-template std::uint32_t serve<MonoModelLUTSelect>(const char*, const CallTexts&) noexcept;
+template struct Entry<MonoModelLUTSelect>;
 
 }  // namespace torvo::bridge

@@ -1,17 +1,19 @@
 // Whether the picture is shown in shades of grey.
-#include "bridge/Setting.h"
+#include <libdmc/picture.h>
+
+#include "resources/shapes/Setting.h"
 
 namespace torvo::bridge {
 
-class MonochromeConversion final : public Setting<MonochromeConversion, Truth> {
+class MonochromeConversion final : public Setting<MonochromeConversion, Boolean> {
  public:
     using Setting::Setting;
-    static constexpr auto supported = NAMED(DmCtrlSupportedMonochromeConversion);
+    static constexpr std::tuple queries{Support{NAMED(DmCtrlSupportedMonochromeConversion)}};
     static constexpr Step get{NAMED(DmCtrlGetMonochromeConversion), "Get MonochromeConversion."};
     static constexpr Step set{NAMED(DmCtrlSetMonochromeConversion), "Set MonochromeConversion."};
-    static constexpr auto refusal = "data is empty.";
+    static constexpr Check checks[] = {{isPresent, "data is empty."}};
 };
 
-template std::uint32_t serve<MonochromeConversion>(const char*, const CallTexts&) noexcept;
+template struct Entry<MonochromeConversion>;
 
 }  // namespace torvo::bridge

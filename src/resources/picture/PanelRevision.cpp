@@ -1,5 +1,7 @@
 // The revision of the panel. Its failures have no reason.
-#include "bridge/Setting.h"
+#include <libdmc/picture.h>
+
+#include "resources/shapes/Setting.h"
 
 namespace torvo::bridge {
 
@@ -9,6 +11,6 @@ class PanelRevision final : public Setting<PanelRevision, Number> {
     static constexpr Step get{DmCtrlGetPanelRevision, ""};
 };
 
-template std::uint32_t serve<PanelRevision>(const char*, const CallTexts&) noexcept;
+template struct Entry<PanelRevision>;
 
 }  // namespace torvo::bridge

@@ -1,5 +1,7 @@
 // The type of the panel; a number of the library.
-#include "bridge/Setting.h"
+#include <libdmc/picture.h>
+
+#include "resources/shapes/Setting.h"
 
 namespace torvo::bridge {
 
@@ -9,6 +11,6 @@ class PanelType final : public Setting<PanelType, Number> {
     static constexpr Step get{NAMED(DmCtrlGetPanelType), "Get the panel type."};
 };
 
-template std::uint32_t serve<PanelType>(const char*, const CallTexts&) noexcept;
+template struct Entry<PanelType>;
 
 }  // namespace torvo::bridge

@@ -1,17 +1,18 @@
 // What profiles are made from: chromaticities and luminance of the panel.
-#include "bridge/Records.h"
-#include "bridge/Resource.h"
+#include <libdmc/picture.h>
+#include <records/picture.h>
+
+#include "resources/shapes/Setting.h"
 
 namespace torvo::bridge {
 
-class ProfileData final : public MonitorBridgeTemplate {
-    using MonitorBridgeTemplate::MonitorBridgeTemplate;
+class ProfileData final : public Setting<ProfileData, Record> {
+ public:
+    using Setting::Setting;
 
-    void Get(BridgeResult& result, const Monitor& monitor, const RequestRecord&) override {
-        result.value = toValue(monitor.read(DmCtrlProfGetData, "Get profile data."));
-    }
+    static constexpr Step get{DmCtrlProfGetData, "Get profile data."};
 };
 
-template std::uint32_t serve<ProfileData>(const char*, const CallTexts&) noexcept;
+template struct Entry<ProfileData>;
 
 }  // namespace torvo::bridge

@@ -1,17 +1,19 @@
 // The setting of the range extension.
-#include "bridge/Setting.h"
+#include <libdmc/picture.h>
+
+#include "resources/shapes/Setting.h"
 
 namespace torvo::bridge {
 
 class RangeExtensionSetting final : public Setting<RangeExtensionSetting, Number> {
  public:
     using Setting::Setting;
-    static constexpr auto supported = DmCtrlSupportedRangeExtensionSetting;
+    static constexpr std::tuple queries{Support{DmCtrlSupportedRangeExtensionSetting}};
     static constexpr Step get{DmCtrlGetRangeExtensionSetting, "Get range extension setting."};
     static constexpr Step set{DmCtrlSetRangeExtensionSetting, "Set range extension setting."};
-    static constexpr auto refusal = "data is not number.";
+    static constexpr Check checks[] = {{isNumber, "data is not number."}};
 };
 
-template std::uint32_t serve<RangeExtensionSetting>(const char*, const CallTexts&) noexcept;
+template struct Entry<RangeExtensionSetting>;
 
 }  // namespace torvo::bridge

@@ -1,5 +1,7 @@
 // Brings settings back to what the factory made them.
-#include "resources/picture/AtIndex.h"
+#include <libdmc/picture.h>
+
+#include "resources/shapes/AtIndex.h"
 
 namespace torvo::bridge {
 
@@ -10,6 +12,6 @@ class Reset final : public AtIndex<Reset> {
     static constexpr Step atIndex{DmCtrlResetAtIndex, "Reset at index."};
 };
 
-template std::uint32_t serve<Reset>(const char*, const CallTexts&) noexcept;
+template struct Entry<Reset>;
 
 }  // namespace torvo::bridge

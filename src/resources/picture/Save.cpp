@@ -1,5 +1,7 @@
 // Saves settings in the monitor.
-#include "resources/picture/AtIndex.h"
+#include <libdmc/picture.h>
+
+#include "resources/shapes/AtIndex.h"
 
 namespace torvo::bridge {
 
@@ -10,6 +12,6 @@ class Save final : public AtIndex<Save> {
     static constexpr Step atIndex{DmCtrlSaveAtIndex, "Save at index."};
 };
 
-template std::uint32_t serve<Save>(const char*, const CallTexts&) noexcept;
+template struct Entry<Save>;
 
 }  // namespace torvo::bridge

@@ -1,13 +1,16 @@
 // The hue of six colours, in steps.
-#include "resources/picture/SixColors.h"
+#include "resources/shapes/SixColors.h"
 
 namespace torvo::bridge {
 
 class SixColorsHue final : public SixColors<SixColorsHue> {
  public:
     using SixColors::SixColors;
-    static constexpr auto supported = DmCtrlSupported6ColorsHue;
-    static constexpr Step range{DmCtrlGetRange6ColorsHue2, "Get 6 colors hue range."};
+
+    static constexpr std::tuple queries{
+        Support{DmCtrlSupported6ColorsHue},
+        Range{DmCtrlGetRange6ColorsHue2, "Get 6 colors hue range."},
+    };
     static constexpr Step get{DmCtrlGet6ColorsAllHue2, "Get 6 colors hue."};
     static constexpr Setter setters[] = {
         {"red", DmCtrlSetRedHue2, "Set 6 colors hue red."},
@@ -19,6 +22,6 @@ class SixColorsHue final : public SixColors<SixColorsHue> {
     };
 };
 
-template std::uint32_t serve<SixColorsHue>(const char*, const CallTexts&) noexcept;
+template struct Entry<SixColorsHue>;
 
 }  // namespace torvo::bridge

@@ -1,13 +1,16 @@
 // The saturation of six colours, in steps.
-#include "resources/picture/SixColors.h"
+#include "resources/shapes/SixColors.h"
 
 namespace torvo::bridge {
 
 class SixColorsSaturation final : public SixColors<SixColorsSaturation> {
  public:
     using SixColors::SixColors;
-    static constexpr auto supported = DmCtrlSupported6ColorsSaturation;
-    static constexpr Step range{DmCtrlGetRange6ColorsSaturation2, "Get 6 colors saturation range."};
+
+    static constexpr std::tuple queries{
+        Support{DmCtrlSupported6ColorsSaturation},
+        Range{DmCtrlGetRange6ColorsSaturation2, "Get 6 colors saturation range."},
+    };
     static constexpr Step get{DmCtrlGet6ColorsAllSaturation2, "Get 6 colors saturation."};
     static constexpr Setter setters[] = {
         {"red", DmCtrlSetRedSaturation2, "Set 6 colors saturation red."},
@@ -19,6 +22,6 @@ class SixColorsSaturation final : public SixColors<SixColorsSaturation> {
     };
 };
 
-template std::uint32_t serve<SixColorsSaturation>(const char*, const CallTexts&) noexcept;
+template struct Entry<SixColorsSaturation>;
 
 }  // namespace torvo::bridge

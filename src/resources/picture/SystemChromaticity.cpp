@@ -1,33 +1,22 @@
-// The chromaticities of the primaries and the white point of the whole system.
-#include "bridge/Records.h"
-#include "bridge/Resource.h"
+// The chromaticities of the primaries and the white point of the whole system. A query for "RGBW" asks for what is
+// answered anyway.
+#include <libdmc/picture.h>
+#include <records/picture.h>
+
+#include "resources/shapes/Setting.h"
 
 namespace torvo::bridge {
 
-class SystemChromaticity final : public MonitorBridgeTemplate {
-    using MonitorBridgeTemplate::MonitorBridgeTemplate;
+class SystemChromaticity final : public Setting<SystemChromaticity, Record> {
+ public:
+    using Setting::Setting;
 
-    // A query for "RGBW" asks for what is answered anyway.
-    void Get(BridgeResult& result, const Monitor& monitor, const RequestRecord& request) override {
-        if (request.requestQuery.has("supports"))
-            result.value = monitor.supports(DmCtrlSupportedSystemChromaticity);
-        else
-            result.value = toValue(monitor.read(DmCtrlGetSystemChromaticity, "Get system chromaticity."));
-    }
-
-    void Put(BridgeResult&, const Monitor& monitor, const RequestRecord& request) override {
-        const Value& data = request.data();
-        checkRequest(data.isObject(), "data must be object.");
-        checkRequest(data.get("red").isObject(), "data.red must be object.");
-        checkRequest(data.get("green").isObject(), "data.green must be object.");
-        checkRequest(data.get("blue").isObject(), "data.blue must be object.");
-        checkRequest(data.get("white").isObject(), "data.white must be object.");
-        DmPrimaries primaries = monitor.read(DmCtrlGetSystemChromaticity, "Get system chromaticity.");
-        replaceMembers(primaries, data);
-        monitor.write(DmCtrlSetSystemChromaticity, "Set system chromaticity.", &primaries);
-    }
+    static constexpr std::tuple queries{Support{DmCtrlSupportedSystemChromaticity}};
+    static constexpr Step get{DmCtrlGetSystemChromaticity, "Get system chromaticity."};
+    static constexpr Step set{DmCtrlSetSystemChromaticity, "Set system chromaticity."};
+    static constexpr Check checks[] = {{isObject, "data must be object."}};
 };
 
-template std::uint32_t serve<SystemChromaticity>(const char*, const CallTexts&) noexcept;
+template struct Entry<SystemChromaticity>;
 
 }  // namespace torvo::bridge

@@ -1,17 +1,19 @@
 // Whether the uniformity of the panel is corrected.
-#include "bridge/Setting.h"
+#include <libdmc/picture.h>
+
+#include "resources/shapes/Setting.h"
 
 namespace torvo::bridge {
 
-class UniformityState final : public Setting<UniformityState, Truth> {
+class UniformityState final : public Setting<UniformityState, Boolean> {
  public:
     using Setting::Setting;
-    static constexpr auto supported = NAMED(DmCtrlSupportedUniformityEnable);
+    static constexpr std::tuple queries{Support{NAMED(DmCtrlSupportedUniformityEnable)}};
     static constexpr Step get{NAMED(DmCtrlGetUniformityEnable), "Get uniformity enable."};
     static constexpr Step set{NAMED(DmCtrlSetUniformityEnable), "Set uniformity enable."};
-    static constexpr auto refusal = "data is empty.";
+    static constexpr Check checks[] = {{isPresent, "data is empty."}};
 };
 
-template std::uint32_t serve<UniformityState>(const char*, const CallTexts&) noexcept;
+template struct Entry<UniformityState>;
 
 }  // namespace torvo::bridge

@@ -1,24 +1,20 @@
 // What the monitor calibrates itself to. A PUT writes the whole target: members that the data leaves out are zero.
-#include "bridge/Records.h"
-#include "bridge/Resource.h"
+#include <libdmc/selfcalibration.h>
+#include <records/selfcalibration.h>
+
+#include "resources/shapes/Setting.h"
 
 namespace torvo::bridge {
 
-class SelfQCCalibrationTarget final : public MonitorBridgeTemplate {
-    using MonitorBridgeTemplate::MonitorBridgeTemplate;
+class SelfQCCalibrationTarget final : public Setting<SelfQCCalibrationTarget, WholeRecord> {
+ public:
+    using Setting::Setting;
 
-    void Get(BridgeResult& result, const Monitor& monitor, const RequestRecord&) override {
-        result.value = toValue(monitor.read(NAMED(DmCtrlGetSelfQCCalTarget), "Get SelfQC calibration target."));
-    }
-
-    void Put(BridgeResult&, const Monitor& monitor, const RequestRecord& request) override {
-        const Value& data = request.data();
-        checkRequest(data.isObject(), "data is not object.");
-        const auto target = toRecord<DmCalibrationTarget>(data);
-        monitor.write(NAMED(DmCtrlSetSelfQCCalTarget), "Set SelfQC calibration target.", &target);
-    }
+    static constexpr Step get{NAMED(DmCtrlGetSelfQCCalTarget), "Get SelfQC calibration target."};
+    static constexpr Step set{NAMED(DmCtrlSetSelfQCCalTarget), "Set SelfQC calibration target."};
+    static constexpr Check checks[] = {{isObject, "data is not object."}};
 };
 
-template std::uint32_t serve<SelfQCCalibrationTarget>(const char*, const CallTexts&) noexcept;
+template struct Entry<SelfQCCalibrationTarget>;
 
 }  // namespace torvo::bridge

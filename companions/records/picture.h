@@ -1,35 +1,10 @@
-// The members of the companions' records by name: one table for each record, used wherever a record is told or taken as
-// an object (C++ only).
+// Records of picture adjustment.
 #pragma once
 
-#include <libdmc.h>
-#include <libfwupdate.h>
-
-#include <cstdint>
-#include <tuple>
+#include <libdmc/picture.h>
+#include <records/color.h>
 
 namespace companions {
-
-template <class Record, class T>
-struct Member {
-    const char* name;
-    T Record::*pointer;
-};
-template <class Record, class T>
-Member(const char*, T Record::*) -> Member<Record, T>;
-
-/// A number that stands for a boolean: anything but zero is true.
-template <class Record>
-struct Flag {
-    const char* name;
-    std::uint32_t Record::*pointer;
-};
-template <class Record>
-Flag(const char*, std::uint32_t Record::*) -> Flag<Record>;
-
-/// A tuple of the record's members, specialised for each record.
-template <class Record>
-inline constexpr auto members = nullptr;
 
 template <>
 inline constexpr auto members<DmSixColors> = std::tuple(Member{"red", &DmSixColors::red},
@@ -40,14 +15,11 @@ inline constexpr auto members<DmSixColors> = std::tuple(Member{"red", &DmSixColo
                                                         Member{"yellow", &DmSixColors::yellow});
 
 template <>
-inline constexpr auto members<DmChromaticity> = std::tuple(Member{"x", &DmChromaticity::x},
-                                                           Member{"y", &DmChromaticity::y});
-
-template <>
-inline constexpr auto members<DmPrimaries> = std::tuple(Member{"red", &DmPrimaries::red},
-                                                        Member{"green", &DmPrimaries::green},
-                                                        Member{"blue", &DmPrimaries::blue},
-                                                        Member{"white", &DmPrimaries::white});
+inline constexpr auto members<DmPrimaries> =
+    std::tuple(Member{"red", &DmPrimaries::red}.required(Needs::Object, "data.red must be object."),
+               Member{"green", &DmPrimaries::green}.required(Needs::Object, "data.green must be object."),
+               Member{"blue", &DmPrimaries::blue}.required(Needs::Object, "data.blue must be object."),
+               Member{"white", &DmPrimaries::white}.required(Needs::Object, "data.white must be object."));
 
 template <>
 inline constexpr auto members<DmProfileData> = std::tuple(Member{"red", &DmProfileData::red},
@@ -82,26 +54,5 @@ template <>
 inline constexpr auto members<DmColorPatch> = std::tuple(Member{"color", &DmColorPatch::color},
                                                          Member{"background", &DmColorPatch::background},
                                                          Member{"bounds", &DmColorPatch::bounds});
-
-template <>
-inline constexpr auto members<DmAmbientSensor> = std::tuple(Member{"name", &DmAmbientSensor::name},
-                                                            Member{"serial", &DmAmbientSensor::serial});
-
-template <>
-inline constexpr auto members<DmCalibrationTarget> = std::tuple(
-    Member{"accuracy", &DmCalibrationTarget::accuracy}, Member{"Lmax", &DmCalibrationTarget::Lmax},
-    Flag{"LminEnable", &DmCalibrationTarget::LminEnable}, Member{"Lmin", &DmCalibrationTarget::Lmin},
-    Member{"colorTemperature", &DmCalibrationTarget::colorTemperature},
-    Member{"whitePoint", &DmCalibrationTarget::whitePoint},
-    Member{"displayFunction", &DmCalibrationTarget::displayFunction}, Member{"exp", &DmCalibrationTarget::exp},
-    Member{"userFileName", &DmCalibrationTarget::userFileName}, Flag{"LambEnable", &DmCalibrationTarget::LambEnable},
-    Member{"Lamb", &DmCalibrationTarget::Lamb}, Member{"ambient", &DmCalibrationTarget::ambient},
-    Member{"ambientSensor", &DmCalibrationTarget::ambientSensor}, Member{"lut", &DmCalibrationTarget::lut});
-
-template <>
-inline constexpr auto members<FirmwareVersionRecord> = std::tuple(
-    Member{"system", &FirmwareVersionRecord::system}, Member{"controller", &FirmwareVersionRecord::controller},
-    Member{"frontEnd", &FirmwareVersionRecord::frontEnd}, Member{"osd", &FirmwareVersionRecord::osd},
-    Member{"fpga", &FirmwareVersionRecord::fpga});
 
 }  // namespace companions
