@@ -1,0 +1,213 @@
+// The catalogue as a whole: what the sources say, checked against the table of exports, the shared types and itself.
+import fs from 'node:fs';
+import { parseExamples } from './examples.js';
+import { decide, fits } from './match.js';
+import { attemptEach, Mistake, readResources, readTable, Source } from './source.js';
+import { namesIn, parseMembers, parseType, prelude, Scope, toSchema, TypeMistake } from './types.js';
+
+export const methods = ['get', 'put', 'post', 'delete'];
+
+/**
+ * @typedef {import('./types.js').Type} Type
+ * @typedef {import('./types.js').Member} Member
+ *
+ * @typedef {object} Row a request that is served, refused or fails; the members of its source, with the types parsed
+ * @property {Member[]} query @property {Type} [body] @property {Type} [answer]
+ * @property {string[]} reasons @property {string} [needs] @property {string[]} unsupportedBy
+ * @property {string[]} events @property {number} [calls] @property {string | true} [lenient]
+ * @property {string} [refused] @property {string} [fails] @property {string} [when] @property {string} [invalid]
+ *
+ * @typedef {object} Resource
+ * @property {string} name @property {string} family @property {string} topic @property {string} about
+ * @property {string} path @property {'monitor' | 'file' | 'application'} of what it is one of
+ * @property {string[]} aliases its other names
+ * @property {Scope} scope its own types, those of types.ts and the prelude
+ * @property {Object<string, Row[]>} methods by "get", "put", "post", "delete"
+ * @property {string} notes @property {import('./examples.js').Example[]} examples
+ */
+
+/** @typedef {{families: object, scope: Scope, events: object[], results: object, resources: Resource[]}} Catalogue */
+
+/** @returns {Catalogue} */
+export function readCatalogue() {
+    const scope = inFile('catalogue/types.ts', () => new Scope(fs.readFileSync('catalogue/types.ts', 'utf8'), prelude));
+    const families = new Source('catalogue/families.yaml').value;
+    const results = new Source('catalogue/results.yaml').value;
+    const events = readEvents(scope);
+    const products = Object.keys(JSON.parse(fs.readFileSync('simulator/core/scenario.json', 'utf8')).products);
+    const table = readTable();
+
+    const sources = readResources();
+    const shared = { scope, families, events, products, table };
+    const resources = attemptEach(sources, (source) => readResource(source, shared));
+    const missing = [...table.values()].filter(({ kind, name }) => kind === 'RESOURCE' && !resources.some((one) => one.name === name));
+    if (missing.length) throw new Mistake(`catalogue: there is no file for ${missing.map(({ name }) => name).join(', ')}`);
+
+    attemptEach(sources, (source) => checkExamples(source, resources, results));
+    return { families, scope, events, results, resources };
+}
+
+function readEvents(scope) {
+    const source = new Source('catalogue/events.yaml');
+    return Object.entries(source.value).map(([name, { about, value }]) => ({
+        name,
+        about,
+        value: located(source, [name, 'value'], () => parseType(value, scope)),
+    }));
+}
+
+/** @returns {Resource} */
+function readResource(source, { scope: sharedScope, families, events, products, table }) {
+    const { name, value, file } = source;
+    const family = file.split('/')[1];
+    const row = table.get(name);
+    if (row?.kind !== 'RESOURCE') source.fail([], `ResourceTable.inc has no RESOURCE row named ${name}`);
+    if (!fs.existsSync(`src/resources/${family}/${name}.cpp`)) source.fail([], `there is no src/resources/${family}/${name}.cpp`);
+    const topics = families[family]?.topics ?? [];
+    if (!topics.includes(value.topic)) source.fail(['topic'], `families.yaml has no such topic in ${family}; it has ${topics.join(', ')}`);
+
+    const written = methods.filter((method) => method in value);
+    if (String(written) !== String(methods.filter((method) => row.methods.includes(method))))
+        source.fail([written[0]], `it serves ${written.join(', ')}; ResourceTable.inc says ${row.methods.join(', ')}`);
+    if (row.path && value.path) source.fail(['path'], 'ResourceTable.inc has its path');
+    if (!row.path && !value.path) source.fail([], 'it has no path, neither here nor in ResourceTable.inc');
+
+    const scope = located(source, ['types'], () => new Scope(value.types ?? '', sharedScope));
+    const resource = {
+        name,
+        family,
+        topic: value.topic,
+        about: value.about,
+        path: value.path ?? `Monitors/{product}/{serial}/${row.path}`,
+        of: row.path ? 'monitor' : value.path.includes('{id}') ? 'file' : 'application',
+        aliases: [...table.values()].filter((one) => one.kind === 'ALIAS' && one.entry === name).map((one) => one.name),
+        scope,
+        methods: Object.fromEntries(written.map((method) => [method, value[method].map((_, at) => readRow(source, [method, at], scope))])),
+        notes: value.notes?.trimEnd() ?? '',
+        examples: parseExamples(value.examples, (offset, message) => source.fail(['examples'], message, offset)),
+    };
+    checkUses(source, resource, { events, products });
+    return resource;
+}
+
+/** @returns {Row} */
+function readRow(source, keys, scope) {
+    const row = source.document.getIn(keys).toJS(source.document);
+    const resource = source.value;
+    const parse = (member, how) => row[member] && located(source, [...keys, member], () => how(row[member], scope));
+    if (row.refused || row.fails) return { ...row, query: [], reasons: [], events: [], unsupportedBy: [] };
+    if (keys[0] === 'get' && !row.answer) source.fail(keys, 'a GET has an answer');
+    const body = parse('body', parseType);
+    const usesLenientTypes = body && [...namesIn(body)].some((name) => name.startsWith('Lenient'));
+    return {
+        query: parse('query', parseMembers) ?? [],
+        body,
+        answer: parse('answer', parseType),
+        reasons: row.reason === undefined ? [] : [row.reason].flat(),
+        needs: row.needs ?? resource.needs,
+        unsupportedBy: row.unsupportedBy ?? resource.unsupportedBy ?? [],
+        calls: row.calls,
+        events: row.events ?? [],
+        lenient: row.lenient ?? (usesLenientTypes ? 'types' : undefined),
+    };
+}
+
+function checkUses(source, resource, { events, products }) {
+    const rows = Object.entries(resource.methods).flatMap(([method, list]) => list.map((row, at) => ({ row, list, keys: [method, at] })));
+    for (const { row, list, keys } of rows) {
+        const event = row.events.find((name) => !events.some((one) => one.name === name));
+        if (event) source.fail([...keys, 'events'], `events.yaml has no ${event}`);
+        const product = row.unsupportedBy.find((name) => !products.includes(name));
+        if (product) source.fail([...keys, 'unsupportedBy'], `the simulator has no product ${product} that lacks anything`);
+        const hasMember = ({ query, body }) =>
+            query.some(({ name }) => name === row.invalid) || (body && JSON.stringify(toSchema(body, { isGiven: true })).includes(`"${row.invalid}"`));
+        if (row.invalid && !list.some(hasMember)) source.fail([...keys, 'invalid'], `no request above has a member ${row.invalid}`);
+    }
+    const types = rows.flatMap(({ row }) => [row.body, row.answer, ...row.query.map(({ type }) => type)]).filter(Boolean);
+    const used = types.reduce((found, type) => namesIn(type, found), new Set());
+    const unused = [...resource.scope.declarations.keys()].filter((name) => !used.has(name));
+    if (unused.length) source.fail(['types'], `nothing uses ${unused.join(', ')}`);
+}
+
+/** Every example must be what the rows say. */
+function checkExamples(source, resources, results) {
+    const resource = resources.find(({ name }) => name === source.name);
+    resource.examples.forEach((example, index) => {
+        const message = contradiction(example, resource, resources, results);
+        if (message) source.fail(['examples'], `${message}: ${example.request}`, 2 * index);
+    });
+}
+
+/** How an example contradicts the rows; nothing when it does not. */
+function contradiction(example, resource, resources, results) {
+    const { method, status, error, query, body, value, isAbridged } = example;
+    const target = example.resource ? resources.find(({ name }) => name === example.resource) : resource;
+    if (!target) return `there is no resource ${example.resource}`;
+    const rows = target.methods[method.toLowerCase()]?.map(schemasOf);
+    if (!rows || status === 405) return !rows && status === 405 ? undefined : `${method} is ${rows ? '' : 'not '}served`;
+    const known = new Set(rows.flatMap((row) => Object.keys(row.query ?? {})));
+    const stranger = Object.keys(query).find((name) => !known.has(name));
+    if (stranger) return `no row of ${method} has a query member ${stranger}`;
+
+    const { row, refusals } = decide(rows, query, body);
+    if (status === 200) {
+        if (!row) return `no row of ${method} fits it`;
+        return fits(isAbridged ? withoutLengths(row.answer) : row.answer, value) ? undefined : 'the answer is not of its type';
+    }
+    if (status === 400 && error.message === results.missingAddress) return undefined;
+    if (status === 400) return refusals.includes(error.message) ? undefined : row && !refusals.length ? 'a row fits it' : `no such refusal: ${error.message}`;
+    if (error.name === 'InternalError') return rows.some(({ fails }) => fails === error.message) ? undefined : `no such failure: ${error.message}`;
+    if (error.name !== 'DmError') return undefined;
+    if (!Object.values(results.codes).some(({ message }) => message === error.message)) return `results.yaml has no message ${error.message}`;
+    return row?.reasons?.includes(error.reason ?? '') ? undefined : `its row has no such reason: ${error.reason}`;
+}
+
+/** A row with schemas in the places of types, as in catalogue.json. */
+export function schemasOf(row) {
+    if (row.refused || row.fails) return row;
+    const query = row.query.map(({ name, isOptional, type }) => [
+        name,
+        { ...(isOptional && { optional: true }), ...(type && { schema: toSchema(type, { isGiven: true }) }) },
+    ]);
+    return {
+        ...(query.length && { query: Object.fromEntries(query) }),
+        ...(row.body && { body: toSchema(row.body, { isGiven: true }) }),
+        answer: row.answer ? toSchema(row.answer, { isGiven: false }) : { type: 'null' },
+        ...(row.reasons.length && { reasons: row.reasons }),
+        ...(row.needs && { needs: row.needs }),
+        ...(row.unsupportedBy.length && { unsupportedBy: row.unsupportedBy }),
+        ...(row.calls && { calls: row.calls }),
+        ...(row.events.length && { events: row.events }),
+        ...(row.lenient && { lenient: row.lenient }),
+    };
+}
+
+/** A schema for lists of which only the beginning is told. */
+function withoutLengths(schema) {
+    const copy = structuredClone(schema);
+    const visit = (part) => {
+        if (part?.type === 'array' && !part.prefixItems) delete part.minItems;
+        if (typeof part === 'object') Object.values(part ?? {}).forEach(visit);
+    };
+    visit(copy);
+    return copy;
+}
+
+/** Tells a mistake in a type with its place in the source. */
+function located(source, keys, work) {
+    try {
+        return work();
+    } catch (error) {
+        if (error instanceof TypeMistake) source.fail(keys, error.message, error.line);
+        throw error;
+    }
+}
+
+function inFile(file, work) {
+    try {
+        return work();
+    } catch (error) {
+        if (error instanceof TypeMistake) throw new Mistake(`${file}:${error.line + 1}: ${error.message}`);
+        throw error;
+    }
+}

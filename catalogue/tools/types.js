@@ -1,0 +1,293 @@
+// The types of the catalogue are TypeScript, read with TypeScript's own parser. Here they become JSON Schemas, and
+// text again: for resources.d.ts with its comments, for the reference in one line.
+import fs from 'node:fs';
+import ts from 'typescript';
+
+/** A mistake in a type; `line` counts from 0 within its text. */
+export class TypeMistake extends Error {
+    constructor(message, line = 0) {
+        super(message);
+        this.line = line;
+    }
+}
+
+/**
+ * A type in the names that it may use.
+ * @typedef {{node: ts.TypeNode, scope: Scope, comment?: string}} Type
+ */
+
+/** The names that types may use: its own, then those of the scope around it. */
+export class Scope {
+    /** @param {string} source declarations such as "type Range = {...};" */
+    constructor(source = '', outer = undefined) {
+        this.outer = outer;
+        /** @type {Map<string, ts.TypeAliasDeclaration>} */
+        this.declarations = new Map();
+        /** @type {Map<string, Type>} what the parameters of a declaration stand for */
+        this.bound = new Map();
+        for (const statement of parse(source).statements) {
+            if (!ts.isTypeAliasDeclaration(statement)) throw mistakeAt(statement, 'only "type Name = ..." can stand here');
+            this.declarations.set(statement.name.text, statement);
+        }
+        if (!outer) return;  // the prelude may use all of TypeScript
+        for (const { type, typeParameters = [] } of this.declarations.values())
+            checkNames(type, this, typeParameters.map((parameter) => parameter.name.text));
+    }
+
+    /** The nearest scope that has a name. */
+    find(name) {
+        return this.declarations.has(name) || this.bound.has(name) ? this : this.outer?.find(name);
+    }
+
+    names() {
+        return [...this.declarations.keys(), ...(this.outer?.names() ?? [])];
+    }
+}
+
+/** The kinds of tools/prelude.ts, and what becomes of them in a JSON Schema. */
+export const prelude = new Scope(fs.readFileSync(new URL('prelude.ts', import.meta.url), 'utf8'));
+
+const integers = {
+    UInt8: { format: 'uint8', minimum: 0, maximum: 0xff },
+    UInt16: { format: 'uint16', minimum: 0, maximum: 0xffff },
+    UInt32: { format: 'uint32', minimum: 0, maximum: 0xffffffff },
+    LenientUInt32: { format: 'uint32', minimum: 0, maximum: 0xffffffff },
+    Int32: { format: 'int32', minimum: -0x80000000, maximum: 0x7fffffff },
+};
+
+const kinds = {
+    ...Object.fromEntries(
+        Object.entries(integers).map(([name, limits]) => [
+            name,
+            // Every number is taken and converted: what a body gives need not be whole.
+            (_, { isGiven }) => (isGiven ? { type: 'number', format: limits.format } : { type: 'integer', ...limits }),
+        ]),
+    ),
+    Text: ([bytes]) => ({ type: 'string', maxLength: literalOf(bytes) }),
+    List: ([element, length], use) => ({
+        type: 'array',
+        items: toSchema(element, use),
+        minItems: literalOf(length),
+        maxItems: literalOf(length),
+    }),
+    NonEmpty: ([element], use) => ({ type: 'array', items: toSchema(element, use), minItems: 1 }),
+    AtLeastOne: ([object], use) => {
+        const { required, ...schema } = toSchema(object, use);
+        return { ...schema, anyOf: required.map((name) => ({ required: [name] })) };
+    },
+    LenientFlag: () => ({ type: 'boolean' }),
+    LenientNumber: () => ({ type: 'number' }),
+    Flag: () => ({}),
+};
+
+/** TypeScript's own types that the catalogue may use. */
+const builtIn = {
+    Partial: ([object], use) => {
+        const { required, ...schema } = toSchema(object, use);
+        return schema;
+    },
+    Record: ([key, value], use) => {
+        const { enum: names } = toSchema(key, use);
+        const each = toSchema(value, use);
+        if (!names) return { type: 'object', additionalProperties: each };
+        return closed({ type: 'object', properties: Object.fromEntries(names.map((name) => [name, each])), required: names }, use);
+    },
+};
+
+/** @returns {Type} the type that a text of the catalogue tells, with the comment behind it */
+export function parseType(text, scope) {
+    const [declaration] = parse(`type T = ${text}\n`).statements;
+    checkNames(declaration.type, scope);
+    return { node: declaration.type, scope, comment: commentBehind(declaration.type) };
+}
+
+/** The members of a query, written without the braces around them. */
+export function parseMembers(text, scope) {
+    return membersOf(parseType(`{ ${text}\n}`, scope));
+}
+
+/** @typedef {{name: string, isOptional: boolean, type?: Type, comment?: string}} Member one without a type is a flag */
+
+/** @returns {Member[]} */
+export function membersOf({ node, scope }) {
+    return node.members.map((member) => ({
+        name: member.name.text,
+        isOptional: member.questionToken !== undefined,
+        type: member.type && { node: member.type, scope },
+        comment: commentBehind(member),
+    }));
+}
+
+/**
+ * @param {Type} type
+ * @param {{isGiven: boolean}} use whether it is given in a request (then objects may have further members, and numbers
+ * are converted) or answered
+ */
+export function toSchema(type, use) {
+    const { node, scope } = type;
+    const inner = (other) => toSchema({ node: other, scope }, use);
+    if (ts.isParenthesizedTypeNode(node)) return inner(node.type);
+    if (ts.isArrayTypeNode(node)) return { type: 'array', items: inner(node.elementType) };
+    if (ts.isTupleTypeNode(node)) {
+        const items = node.elements.map((element) => inner(ts.isNamedTupleMember(element) ? element.type : element));
+        return { type: 'array', prefixItems: items, minItems: items.length, items: false };
+    }
+    if (ts.isUnionTypeNode(node)) {
+        const options = node.types.map(inner);
+        return options.every((option) => 'const' in option) ? { enum: options.map((option) => option.const) } : { anyOf: options };
+    }
+    if (ts.isLiteralTypeNode(node)) {
+        const value = literalOf(type);
+        return value === null ? { type: 'null' } : { const: value };
+    }
+    if (ts.isTypeLiteralNode(node)) {
+        const members = membersOf(type);
+        const required = members.filter((member) => !member.isOptional).map((member) => member.name);
+        const properties = members.map(({ name, type, comment }) => [name, { ...toSchema(type, use), ...(comment && { description: comment }) }]);
+        return closed({ type: 'object', properties: Object.fromEntries(properties), ...(required.length && { required }) }, use);
+    }
+    if (ts.isTypeReferenceNode(node)) {
+        const name = node.typeName.text;
+        const home = scope.find(name);
+        if (home?.bound.has(name)) return toSchema(home.bound.get(name), use);
+        const args = (node.typeArguments ?? []).map((argument) => ({ node: argument, scope }));
+        const known = home === prelude ? kinds[name] : !home && builtIn[name];
+        return known ? known(args, use) : toSchema(withArguments(home, name, args), use);
+    }
+    return { ...keywords[node.kind] };
+}
+
+const keywords = {
+    [ts.SyntaxKind.NumberKeyword]: { type: 'number' },
+    [ts.SyntaxKind.StringKeyword]: { type: 'string' },
+    [ts.SyntaxKind.BooleanKeyword]: { type: 'boolean' },
+    [ts.SyntaxKind.UnknownKeyword]: {},
+};
+
+/** What is answered has no further members; what is given may have. */
+function closed(schema, { isGiven }) {
+    return isGiven ? schema : { ...schema, additionalProperties: false };
+}
+
+/**
+ * A type as TypeScript in one line.
+ * @param {(name: string) => string} rename what becomes of names
+ * @param {boolean} withComments keeps the comments of members, as documentation
+ */
+export function toText({ node }, { rename = (name) => name, withComments = false, separator = '; ' } = {}) {
+    const text = (other) => {
+        if (ts.isParenthesizedTypeNode(other)) return `(${text(other.type)})`;
+        if (ts.isArrayTypeNode(other)) return `${text(other.elementType)}[]`;
+        if (ts.isTupleTypeNode(other)) return `[${other.elements.map(text).join(', ')}]`;
+        if (ts.isNamedTupleMember(other)) return `${other.name.text}: ${text(other.type)}`;
+        if (ts.isUnionTypeNode(other)) return other.types.map(text).join(' | ');
+        if (ts.isTypeLiteralNode(other)) return other.members.length ? `{${other.members.map(member).join(separator)}}` : '{}';
+        if (ts.isTypeReferenceNode(other)) {
+            const args = other.typeArguments ? `<${other.typeArguments.map(text).join(', ')}>` : '';
+            return rename(other.typeName.text) + args;
+        }
+        return other.getText();
+    };
+    const member = (other) => {
+        const comment = withComments && commentBehind(other);
+        const type = other.type ? text(other.type) : 'Flag';
+        return `${comment ? `/** ${comment} */ ` : ''}${other.name.getText()}${other.questionToken ? '?' : ''}: ${type}`;
+    };
+    return text(node);
+}
+
+/** The declared names that a type uses, directly or through others. */
+export function namesIn({ node, scope }, found = new Set()) {
+    const visit = (other) => {
+        if (ts.isTypeReferenceNode(other)) {
+            const name = other.typeName.text;
+            const home = scope.find(name);
+            if (home && !found.has(name)) {
+                found.add(name);
+                namesIn({ node: home.declarations.get(name).type, scope: home }, found);
+            }
+        }
+        ts.forEachChild(other, visit);
+    };
+    visit(node);
+    return found;
+}
+
+/** What a type stands for that is only a name without parameters, and the scope that declares it. */
+export function definitionOf({ node, scope }) {
+    if (!ts.isTypeReferenceNode(node)) return undefined;
+    const home = scope.find(node.typeName.text);
+    const declaration = home?.declarations.get(node.typeName.text);
+    return declaration && !declaration.typeParameters ? { node: declaration.type, scope: home } : undefined;
+}
+
+/** A declaration as it stands in its source, without "export". */
+export function declarationText(declaration) {
+    return declaration.getText().replace(/^export /, '');
+}
+
+/** @returns {ts.SourceFile} */
+function parse(source) {
+    const file = ts.createSourceFile('types.ts', source, ts.ScriptTarget.Latest, true);
+    const [error] = file.parseDiagnostics;
+    if (error)
+        throw new TypeMistake(
+            `${ts.flattenDiagnosticMessageText(error.messageText, ' ')} (TypeScript)`,
+            file.getLineAndCharacterOfPosition(error.start).line,
+        );
+    return file;
+}
+
+function mistakeAt(node, message) {
+    const file = node.getSourceFile();
+    return new TypeMistake(message, file.getLineAndCharacterOfPosition(node.getStart()).line);
+}
+
+/** The text of a comment that begins on the line where the node ends. */
+function commentBehind(node) {
+    const text = node.getSourceFile().text;
+    const range = ts.getTrailingCommentRanges(text, node.end)?.[0];
+    return range && text.slice(range.pos + 2, range.end).replace(/\*\/$/, '').trim();
+}
+
+/** What a name of a scope stands for when it has these arguments. */
+function withArguments(home, name, args) {
+    const declaration = home.declarations.get(name);
+    const scope = new Scope('', home);
+    declaration.typeParameters?.forEach((parameter, index) => scope.bound.set(parameter.name.text, args[index]));
+    return { node: declaration.type, scope };
+}
+
+/** Throws a mistake unless every name is known and has its arguments, and every kind of type is one that is. */
+function checkNames(node, scope, parameters = []) {
+    const visit = (other) => {
+        if (ts.isTypeReferenceNode(other)) {
+            const name = other.typeName.getText();
+            if (parameters.includes(name)) return;
+            const declaration = scope.find(name)?.declarations.get(name);
+            if (!declaration && !builtIn[name]) throw mistakeAt(other, `there is no type ${name}; there are ${scope.names().join(', ')}`);
+            const expected = declaration ? (declaration.typeParameters?.length ?? 0) : { Partial: 1, Record: 2 }[name];
+            const given = other.typeArguments?.length ?? 0;
+            if (given !== expected) throw mistakeAt(other, `${name} has ${expected} arguments, not ${given}`);
+        } else if (ts.isTypeNode(other) && !isKnownKind(other)) {
+            throw mistakeAt(other, `the catalogue has no use for a type like ${other.getText()}`);
+        }
+        ts.forEachChild(other, visit);
+    };
+    visit(node);
+}
+
+function isKnownKind(node) {
+    return (
+        node.kind in keywords ||
+        [ts.isTypeLiteralNode, ts.isUnionTypeNode, ts.isArrayTypeNode, ts.isTupleTypeNode, ts.isNamedTupleMember, ts.isLiteralTypeNode, ts.isParenthesizedTypeNode].some((is) => is(node))
+    );
+}
+
+function literalOf({ node }) {
+    const literal = node.literal;
+    if (ts.isStringLiteral(literal)) return literal.text;
+    if (ts.isNumericLiteral(literal)) return Number(literal.text);
+    if (ts.isPrefixUnaryExpression(literal)) return -Number(literal.operand.text);
+    return { [ts.SyntaxKind.TrueKeyword]: true, [ts.SyntaxKind.FalseKeyword]: false, [ts.SyntaxKind.NullKeyword]: null }[literal.kind];
+}
