@@ -61,12 +61,17 @@ function section(resource, shared) {
         `## ${name}`,
         `\`${path}\` · ${verbs.join(', ')}`,
         about + other,
-        table(['request', 'answer', 'reason'], rows.map(({ method, row }) => tableRow(method, row, shared))),
+        requestTable(rows, shared),
         typeBlock(rows, shared),
         notes,
         remarks(rows),
         `\`\`\`pell\n${examples.map(({ request, answer }) => `${request}\n${answer}`).join('\n')}\n\`\`\``,
     ).trimEnd();
+}
+
+/** What is asked, what is answered, and the reasons of failures: a line for each row. */
+export function requestTable(rows, shared) {
+    return table(['request', 'answer', 'reason'], rows.map(({ method, row }) => tableRow(method, row, shared)));
 }
 
 function tableRow(method, row, shared) {

@@ -20,6 +20,7 @@ export class TypeMistake extends Error {
 export class Scope {
     /** @param {string} source declarations such as "type Range = {...};" */
     constructor(source = '', outer = undefined) {
+        this.source = source;
         this.outer = outer;
         /** @type {Map<string, ts.TypeAliasDeclaration>} */
         this.declarations = new Map();

@@ -1,7 +1,7 @@
 // resources.d.ts: the resources as TypeScript sees them. Each method is a tuple of its rows, in the order in which they
 // are decided; what the catalogue says about a resource or a member is its documentation.
 import fs from 'node:fs';
-import { declarationText, toText } from './types.js';
+import { toText } from './types.js';
 
 /** @param {import('./model.js').Catalogue} catalogue */
 export function typeDeclarations({ events, resources }) {
@@ -38,7 +38,8 @@ function resourcesInterface(resources) {
 function rowType({ query, body, answer }, resource) {
     const text = (type) => toText(type, { withComments: true, rename: (name) => (resource.scope.declarations.has(name) ? `${resource.name}.${name}` : name) });
     const members = query.map(({ name, isOptional, type }) => `${name}${isOptional ? '?' : ''}: ${type ? text(type) : 'Flag'}`);
-    const parts = [`query: {${members.join('; ')}}`, `answer: ${answer ? text(answer) : 'null'}`];
+    const comment = answer?.comment ? `/** ${answer.comment} */ ` : '';
+    const parts = [`query: {${members.join('; ')}}`, `${comment}answer: ${answer ? text(answer) : 'null'}`];
     if (body) parts.splice(1, 0, `body: ${text(body)}`);
     return `{${parts.join('; ')}}`;
 }
@@ -55,8 +56,8 @@ function eventsInterface(events) {
 }
 
 function namespace({ name, scope }) {
-    const declarations = [...scope.declarations.values()].map((declaration) => `export ${documented(declarationText(declaration))}`);
-    return [`export namespace ${name} {`, ...declarations.join('\n').replace(/^/gm, '    ').split('\n'), '}'].join('\n');
+    const declarations = documented(scope.source.trimEnd()).replace(/^type /gm, 'export type ');
+    return `export namespace ${name} {\n${declarations.replace(/^/gm, '    ')}\n}`;
 }
 
 /** Puts the comments behind members in front of them, where editors look for documentation. */
