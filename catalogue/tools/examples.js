@@ -41,12 +41,14 @@ function parseRequest(line, fail) {
 }
 
 function parseAnswer(line, fail) {
-    const [, status, rest] = /^(\d{3}) (.+)$/.exec(line) ?? fail('no answer: STATUS VALUE, or STATUS NAME MESSAGE (REASON)');
+    const [, status, rest] =
+        /^(\d{3}) (.+)$/.exec(line) ?? fail('no answer: STATUS VALUE, or STATUS NAME MESSAGE (REASON)');
     if (status === '200') {
         const isAbridged = rest.includes(', ...]');
         return { status: 200, value: parseJson(rest.replaceAll(', ...]', ']'), fail), isAbridged };
     }
-    const [, name, message, reason] = /^(\w+) (.*?)(?: \((.*)\))?$/.exec(rest) ?? fail('no error: NAME MESSAGE (REASON)');
+    const [, name, message, reason] =
+        /^(\w+) (.*?)(?: \((.*)\))?$/.exec(rest) ?? fail('no error: NAME MESSAGE (REASON)');
     return { status: Number(status), error: { name, message, ...(reason && { reason }) } };
 }
 

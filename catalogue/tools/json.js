@@ -1,6 +1,7 @@
 // catalogue.json: everything that the catalogue says, with JSON Schemas in the places of types; and the schemas alone,
 // for programs that check answers and bodies.
 import stringify from 'json-stringify-pretty-compact';
+import { isServed } from './match.js';
 import { schemasOf } from './model.js';
 import { toSchema } from './types.js';
 
@@ -10,7 +11,9 @@ import { toSchema } from './types.js';
 export function catalogueJson({ events, results, resources }) {
     return format({
         resources: Object.fromEntries(resources.map((resource) => [resource.name, describe(resource)])),
-        events: Object.fromEntries(events.map(({ name, about, value }) => [name, { about, value: toSchema(value, { isGiven: false }) }])),
+        events: Object.fromEntries(
+            events.map(({ name, about, value }) => [name, { about, value: toSchema(value, { isGiven: false }) }]),
+        ),
         results,
     });
 }
@@ -24,7 +27,9 @@ function describe({ family, topic, about, path, of, aliases, methods, examples }
         path,
         of,
         ...(aliases.length && { aliases }),
-        methods: Object.fromEntries(Object.entries(methods).map(([method, rows]) => [method.toUpperCase(), rows.map(schemasOf)])),
+        methods: Object.fromEntries(
+            Object.entries(methods).map(([method, rows]) => [method.toUpperCase(), rows.map(schemasOf)]),
+        ),
         examples: examples.map(({ request, answer }) => [request, answer]),
     };
 }
@@ -33,20 +38,34 @@ function describe({ family, topic, about, path, of, aliases, methods, examples }
 export function resourceSchema({ name, about, methods }) {
     const definitions = {};
     for (const [method, rows] of Object.entries(methods)) {
-        const served = rows.filter((row) => !row.refused && !row.fails);
+        const served = rows.filter(isServed);
         for (const row of served) {
             const { answer } = schemasOf(row);
-            if (method === 'get') definitions[requestName(method, row)] = { ...answer, ...(row.answer.comment && { description: row.answer.comment }) };
+            if (method === 'get')
+                definitions[requestName(method, row)] = {
+                    ...answer,
+                    ...(row.answer.comment && { description: row.answer.comment }),
+                };
         }
         const bodies = served.map(schemasOf).flatMap(({ body }) => body ?? []);
-        if (bodies.length) definitions[`${method.toUpperCase()} body`] = bodies.length > 1 ? { anyOf: bodies } : bodies[0];
+        if (bodies.length)
+            definitions[`${method.toUpperCase()} body`] = bodies.length > 1 ? { anyOf: bodies } : bodies[0];
     }
-    return format({ $schema: 'https://json-schema.org/draft/2020-12/schema', $id: name, description: about, $defs: definitions });
+    return format({
+        $schema: 'https://json-schema.org/draft/2020-12/schema',
+        $id: name,
+        description: about,
+        $defs: definitions,
+    });
 }
 
 /** Such as "GET range" or "GET supports dfwFile". */
 export function requestName(method, row) {
-    const members = row.query.filter((member) => !member.isOptional).map(({ name, type }) => (type?.node.literal ? `${name}=${type.node.literal.text ?? type.node.getText()}` : name));
+    const members = row.query
+        .filter((member) => !member.isOptional)
+        .map(({ name, type }) =>
+            type?.node.literal ? `${name}=${type.node.literal.text ?? type.node.getText()}` : name,
+        );
     return [method.toUpperCase(), ...members].join(' ');
 }
 

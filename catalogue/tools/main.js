@@ -28,7 +28,10 @@ function builtFiles(catalogue) {
     return new Map([
         ['build/catalogue/resources.d.ts', typeDeclarations(catalogue)],
         ['build/catalogue/openapi.json', openApi(catalogue)],
-        ...catalogue.resources.map((resource) => [`build/catalogue/schemas/${resource.name}.json`, resourceSchema(resource)]),
+        ...catalogue.resources.map((resource) => [
+            `build/catalogue/schemas/${resource.name}.json`,
+            resourceSchema(resource),
+        ]),
     ]);
 }
 

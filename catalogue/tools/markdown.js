@@ -2,7 +2,8 @@
 // and one on errors.
 import fs from 'node:fs';
 import { requestName } from './json.js';
-import { declarationText, definitionOf, namesIn, prelude, toText } from './types.js';
+import { isServed } from './match.js';
+import { declarationText, definitionOf, documentationOf, namesIn, parametersText, prelude, toText } from './types.js';
 
 /** @param {import('./model.js').Catalogue} catalogue @returns {[string, string][]} names of files, and their texts */
 export function referencePages(catalogue) {
@@ -16,15 +17,34 @@ export function referencePages(catalogue) {
 }
 
 const made = (what) => `<!-- Made by scripts/catalogue from ${what}. What is changed here is lost. -->`;
-const table = (head, rows) => [`| ${head.join(' | ')} |`, `|${head.map(() => '---|').join('')}`, ...rows.map((row) => `| ${row.join(' | ')} |`.replaceAll('|  |', '| |'))].join('\n');
+const table = (head, rows) =>
+    [head, head.map(() => '---'), ...rows].map((cells) => `| ${cells.join(' | ')} |`.replace(/ {2,}/g, ' ')).join('\n');
 const code = (text) => `\`${text.replaceAll('|', '\\|')}\``;
-const list = (parts, last = 'and') => (parts.length > 1 ? `${parts.slice(0, -1).join(', ')} ${last} ${parts.at(-1)}` : parts.join(''));
+const list = (parts, last = 'and') =>
+    parts.length > 1 ? `${parts.slice(0, -1).join(', ')} ${last} ${parts.at(-1)}` : parts.join('');
 const page = (...parts) => parts.filter(Boolean).join('\n\n') + '\n';
 
-function firstPage({ families, resources }) {
-    const contents = Object.entries(families).map(([family, { title, topics }]) => `**[${title}](${family}.md)**\n\n${topicList(family, topics, resources)}`);
+function firstPage({ families, resources, events }) {
+    const contents = Object.entries(families).map(
+        ([family, { title, topics }]) => `**[${title}](${family}.md)**\n\n${topicList(family, topics, resources)}`,
+    );
+    const kinds = [...prelude.declarations].map(([name, declaration]) => [
+        code(declaration.name.text + parametersText(declaration)),
+        documentationOf(declaration),
+    ]);
+    const eventTexts = events.map(
+        ({ name, about, value }) => `\`${name}\`: ${about}\n\n\`\`\`ts\n${value.node.getText()}\n\`\`\``,
+    );
+    const parts = {
+        contents: contents.join('\n\n'),
+        kinds: table(['kind', 'is'], kinds),
+        events: eventTexts.join('\n\n'),
+    };
     const text = fs.readFileSync('catalogue/reference.md', 'utf8').trimEnd();
-    return page(made('catalogue/reference.md'), text.replace('<!-- contents -->', contents.join('\n\n')));
+    return page(
+        made('catalogue/reference.md'),
+        text.replace(/<!-- (\w+) -->/g, (_, name) => parts[name]),
+    );
 }
 
 /** The resources of a family in the order of its topics. */
@@ -64,22 +84,32 @@ function section(resource, shared) {
         requestTable(rows, shared),
         typeBlock(rows, shared),
         notes,
-        remarks(rows),
+        remarks(methods),
         `\`\`\`pell\n${examples.map(({ request, answer }) => `${request}\n${answer}`).join('\n')}\n\`\`\``,
     ).trimEnd();
 }
 
 /** What is asked, what is answered, and the reasons of failures: a line for each row. */
 export function requestTable(rows, shared) {
-    return table(['request', 'answer', 'reason'], rows.map(({ method, row }) => tableRow(method, row, shared)));
+    return table(
+        ['request', 'answer', 'reason'],
+        rows.map(({ method, row }) => tableRow(method, row, shared)),
+    );
 }
 
 function tableRow(method, row, shared) {
     const verb = method.toUpperCase();
-    if (row.refused) return [`${verb}${row.invalid ? `, any other \`${row.invalid}\`` : row.when ? `, ${row.when}` : ', anything else'}`, `400 "${row.refused}"`, ''];
+    if (row.refused)
+        return [
+            `${verb}${row.invalid ? `, any other \`${row.invalid}\`` : row.when ? `, ${row.when}` : ', anything else'}`,
+            `400 "${row.refused}"`,
+            '',
+        ];
     if (row.fails) return [`${verb}, ${row.when}`, `500 InternalError "${row.fails}"`, ''];
-    const answer = row.answer ? typeText(row.answer, shared) + (row.answer.comment ? `: ${row.answer.comment}` : '') : '';
-    return [request(verb, row, shared), answer, row.reasons.map((reason) => reason || '(none)').join(' ')];
+    const answer = row.answer
+        ? typeText(row.answer, shared) + (row.answer.comment ? `: ${row.answer.comment}` : '')
+        : '';
+    return [request(verb, row, shared), answer, row.reasons.map((reason) => reason || '(no reason)').join(' ')];
 }
 
 /** Such as "GET `range`" or "PUT `List<number, 9>` with the query `index: UInt32`". */
@@ -114,49 +144,85 @@ function typeBlock(rows, shared) {
         const isWrittenOut = definition?.scope === shared && shortText(type, shared) !== toText(type);
         for (const name of namesIn(isWrittenOut ? definition : type)) names.set(name, type.scope.find(name));
     };
-    for (const { row } of rows) [row.answer, row.body, ...row.query.map(({ type }) => type)].filter(Boolean).forEach(add);
-    const declarations = [...names].filter(([, home]) => home !== prelude).map(([name, home]) => declarationText(home.declarations.get(name)));
+    for (const { row } of rows)
+        [row.answer, row.body, ...row.query.map(({ type }) => type)].filter(Boolean).forEach(add);
+    const declarations = [...names]
+        .filter(([, home]) => home !== prelude)
+        .map(([name, home]) => declarationText(home.declarations.get(name)));
     return declarations.length && `\`\`\`ts\n${declarations.join('\n')}\n\`\`\``;
 }
 
-/** What rows say about leniency, cost, and about older libraries and monitors. */
-function remarks(rows) {
-    const served = rows.filter(({ row }) => !row.refused && !row.fails);
-    const names = (some) => (some.length === served.length ? '' : `: ${[...new Set(some.map(({ method, row }) => requestName(method, row)))].map((name) => `\`${name}\``).join(', ')}`);
+/** What rows say about leniency, events and cost, and about older libraries and monitors. */
+function remarks(methods) {
+    const served = servedRows(methods);
     const having = (test) => served.filter(({ row }) => test(row));
+    const names = (some) => list([...new Set(some.map(({ method, row }) => `\`${requestName(method, row)}\``))]);
+    const whichOf = (some) => (some.length === served.length ? '' : `: ${names(some)}`);
     const lines = [];
-    for (const text of new Set(served.map(({ row }) => row.lenient)))
-        if (text && text !== 'types') lines.push(text === true ? 'Members of another kind count as left out.' : text);
-    if (served.some(({ row }) => row.lenient === 'types')) lines.push('How the `Lenient` members of a body are read is told on [the first page](README.md#kinds-of-values).');
-    for (const { method, row } of having(({ calls }) => calls)) lines.push(`\`${requestName(method, row)}\` takes ${row.calls} calls of the companion libraries, on the simulated monitor.`);
-    for (const { method, row } of having(({ events }) => events.length)) lines.push(`While a ${method.toUpperCase()} runs, the page receives ${list(row.events.map((event) => `[\`${event}\`](README.md#events)`))}.`);
-    for (const library of ['newer libdmc', 'libfwupdate']) {
-        const some = having(({ needs }) => needs === library);
-        if (some.length) lines.push(`Needs ${library === 'libfwupdate' ? library : `a ${library}`}${names(some)}.`);
+    if (methods.get && !having(({ query }) => query.some(({ name }) => name === 'supports')).length)
+        lines.push('There is no `supports`.');
+    for (const lenient of new Set(served.map(({ row }) => row.lenient).filter(Boolean)))
+        lines.push(leniencyTexts[lenient] ?? lenient);
+    for (const { method, row } of having(({ events }) => events.length)) {
+        const links = row.events.map((event) => `[\`${event}\`](README.md#events)`);
+        lines.push(`While a ${method.toUpperCase()} runs, the page receives ${list(links)}.`);
     }
-    for (const product of new Set(served.flatMap(({ row }) => row.unsupportedBy))) lines.push(`Unsupported by \`${product}\`${names(having(({ unsupportedBy }) => unsupportedBy.includes(product)))}.`);
+    for (const one of having(({ calls }) => calls))
+        lines.push(`${names([one])} takes ${one.row.calls} calls of the companion libraries.`);
+    for (const [needs, text] of Object.entries({ 'newer libdmc': 'a newer libdmc', libfwupdate: 'libfwupdate' })) {
+        const some = having((row) => row.needs === needs);
+        if (some.length) lines.push(`Needs ${text}${whichOf(some)}.`);
+    }
+    for (const product of new Set(served.flatMap(({ row }) => row.unsupportedBy)))
+        lines.push(`Unsupported by \`${product}\`${whichOf(having((row) => row.unsupportedBy.includes(product)))}.`);
     return lines.map((line) => `- ${line}`).join('\n');
 }
+
+const leniencyTexts = {
+    true: 'Members of another kind count as left out.',
+    types: 'What the `Lenient` members of a body take is told on [the first page](README.md#kinds-of-values).',
+};
 
 function pathsPage({ resources }) {
     const state = (served, lacks) => {
         const lacking = served.filter(({ row }) => lacks(row));
-        if (!lacking.length) return 'yes';
-        return lacking.length === served.length ? 'no' : `without ${[...new Set(lacking.map(({ method, row }) => `\`${requestName(method, row)}\``))].join(', ')}`;
+        if (lacking.length === served.length) return 'no';
+        const names = new Set(lacking.map(({ method, row }) => `\`${requestName(method, row)}\``));
+        return lacking.length ? `without ${[...names].join(', ')}` : 'yes';
     };
-    const rows = resources.flatMap((resource) => {
-        const served = Object.entries(resource.methods).flatMap(([method, list]) => list.filter((row) => !row.refused && !row.fails).map((row) => ({ method, row })));
-        const columns = [Object.keys(resource.methods).map((method) => method.toUpperCase()).join(', '), state(served, ({ needs }) => needs), state(served, ({ unsupportedBy }) => unsupportedBy.length)];
-        const link = `(${resource.family}.md#${resource.name.toLowerCase()})`;
-        return [resource.name, ...resource.aliases].map((name) => [`\`${resource.path}\``, `[${name}]${link}`, ...columns]);
+    const lines = resources.flatMap(({ name, aliases, of, path, family, methods }) => {
+        const served = servedRows(methods);
+        const cells = [
+            Object.keys(methods).join(', ').toUpperCase(),
+            state(served, ({ needs }) => needs),
+            state(served, ({ unsupportedBy }) => unsupportedBy.length),
+        ];
+        const shortPath = path.replace('Monitors/{product}/{serial}/', '');
+        const link = `(${family}.md#${name.toLowerCase()})`;
+        return [name, ...aliases].map((one) => ({ of, path: shortPath, cells: [`[${one}]${link}`, ...cells] }));
     });
-    const byPath = (a, b) => (a[0] < b[0] ? -1 : 1);
+    const head = ['path', 'export', 'methods', 'with older libraries', 'by an older monitor'];
+    const pathTable = (some) => {
+        const sorted = some.sort((a, b) => (a.path < b.path ? -1 : 1));
+        return table(
+            head,
+            sorted.map(({ path, cells }) => [`\`${path}\``, ...cells]),
+        );
+    };
     return page(
         made('catalogue/ and src/exports/ResourceTable.inc'),
         '# All paths',
-        'Which export serves a path, with which methods; whether it works with an older libdmc and without libfwupdate; and whether an older monitor, the `TB240` of the simulator, supports it.',
-        table(['path', 'export', 'methods', 'older libraries', 'older monitor'], rows.sort(byPath)),
+        'Which export serves a path, with which methods; whether it is served with an older libdmc and without libfwupdate; and whether an older monitor, the `TB240` of the simulator, supports it.',
+        pathTable(lines.filter(({ of }) => of !== 'monitor')),
+        '## Of a monitor',
+        'These paths stand behind `Monitors/{product}/{serial}/`.',
+        pathTable(lines.filter(({ of }) => of === 'monitor')),
     );
+}
+
+/** The rows that are served, with their methods. */
+function servedRows(methods) {
+    return Object.entries(methods).flatMap(([method, rows]) => rows.filter(isServed).map((row) => ({ method, row })));
 }
 
 function errorsPage({ results }) {
@@ -167,11 +233,25 @@ function errorsPage({ results }) {
         made('catalogue/results.yaml'),
         '# Errors',
         'The answer of a request that fails has `"error"`, an object with `"name"` and `"message"`; a DmError has `"code"` and, with few exceptions, `"reason"` beside them. The texts stay as they are: a page may compare them.',
-        table(['advice', 'what a page can do'], Object.entries(advice).map(([name, text]) => [name, oneLine(text)])),
+        table(
+            ['advice', 'what a page can do'],
+            Object.entries(advice).map(([name, text]) => [name, oneLine(text)]),
+        ),
         '## Kinds of errors',
-        table(['status', '`name`', 'when', 'advice'], errors.map((error) => [error.status, error.name, oneLine(error.when), error.advice ?? 'as the code says'])),
+        table(
+            ['status', '`name`', 'when', 'advice'],
+            errors.map((error) => [error.status, error.name, oneLine(error.when), error.advice ?? 'as the code says']),
+        ),
         '## Codes of a DmError',
         `A \`code\` is written as an unsigned number. A monitor that is not connected is a DmError with the code ${notConnected.code} and the reason "${notConnected.reason}"; its advice is ${notConnected.advice}. All codes from ${hexadecimal(0x80000000)} that are not told here are "Undefined error."; lower ones are no failures, and neither is 0x80000006.`,
-        table(['`code`', '', '`message`', 'advice'], Object.entries(codes).map(([value, { message, advice }]) => [value, hexadecimal(Number(value)), message, advice])),
+        table(
+            ['`code`', '', '`message`', 'advice'],
+            Object.entries(codes).map(([value, { message, advice }]) => [
+                value,
+                hexadecimal(Number(value)),
+                message,
+                advice,
+            ]),
+        ),
     );
 }

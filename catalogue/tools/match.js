@@ -1,8 +1,15 @@
 // Which of a method's rows decides a request: the first that fits.
 import Ajv from 'ajv/dist/2020.js';
 
-const ajv = new Ajv({ strict: true, strictRequired: false, formats: { uint8: true, uint16: true, uint32: true, int32: true } });
+const ajv = new Ajv({
+    strict: true,
+    strictRequired: false,
+    formats: { uint8: true, uint16: true, uint32: true, int32: true },
+});
 const compiled = new Map();
+
+/** A row says how requests are served, refused or fail. */
+export const isServed = (row) => row.refused === undefined && row.fails === undefined;
 
 /** Whether a value is one of a schema. */
 export function fits(schema, value) {
@@ -27,10 +34,11 @@ export function dataOf(body) {
 export function decide(rows, query, body) {
     const refusals = rows.filter((row) => row.refused);
     for (const row of rows) {
-        if (row.refused || row.fails) continue;
+        if (!isServed(row)) continue;
         const members = Object.entries(row.query ?? {});
         if (!members.every(([name, member]) => member.optional || name in query)) continue;
-        const [unfit] = members.find(([name, member]) => member.schema && name in query && !fits(member.schema, query[name])) ?? [];
+        const [unfit] =
+            members.find(([name, member]) => member.schema && name in query && !fits(member.schema, query[name])) ?? [];
         const refusal = refusals.find(({ invalid }) => invalid && invalid === unfit);
         if (refusal) return { refusals: [refusal.refused] };
         if (unfit) continue;

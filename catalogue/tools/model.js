@@ -1,9 +1,9 @@
 // The catalogue as a whole: what the sources say, checked against the table of exports, the shared types and itself.
 import fs from 'node:fs';
 import { parseExamples } from './examples.js';
-import { decide, fits } from './match.js';
+import { decide, fits, isServed } from './match.js';
 import { attemptEach, Mistake, readResources, readTable, Source } from './source.js';
-import { namesIn, parseMembers, parseType, prelude, Scope, toSchema, TypeMistake } from './types.js';
+import { hasMemberComments, namesIn, parseMembers, parseType, prelude, Scope, toSchema, TypeMistake } from './types.js';
 
 export const methods = ['get', 'put', 'post', 'delete'];
 
@@ -40,8 +40,11 @@ export function readCatalogue() {
     const sources = readResources();
     const shared = { scope, families, events, products, table };
     const resources = attemptEach(sources, (source) => readResource(source, shared));
-    const missing = [...table.values()].filter(({ kind, name }) => kind === 'RESOURCE' && !resources.some((one) => one.name === name));
-    if (missing.length) throw new Mistake(`catalogue: there is no file for ${missing.map(({ name }) => name).join(', ')}`);
+    const missing = [...table.values()].filter(
+        ({ kind, name }) => kind === 'RESOURCE' && !resources.some((one) => one.name === name),
+    );
+    if (missing.length)
+        throw new Mistake(`catalogue: there is no file for ${missing.map(({ name }) => name).join(', ')}`);
 
     attemptEach(sources, (source) => checkExamples(source, resources, results));
     return { families, scope, events, results, resources };
@@ -62,12 +65,14 @@ function readResource(source, { scope: sharedScope, families, events, products, 
     const family = file.split('/')[1];
     const row = table.get(name);
     if (row?.kind !== 'RESOURCE') source.fail([], `ResourceTable.inc has no RESOURCE row named ${name}`);
-    if (!fs.existsSync(`src/resources/${family}/${name}.cpp`)) source.fail([], `there is no src/resources/${family}/${name}.cpp`);
+    if (!fs.existsSync(`src/resources/${family}/${name}.cpp`))
+        source.fail([], `there is no src/resources/${family}/${name}.cpp`);
     const topics = families[family]?.topics ?? [];
-    if (!topics.includes(value.topic)) source.fail(['topic'], `families.yaml has no such topic in ${family}; it has ${topics.join(', ')}`);
+    if (!topics.includes(value.topic))
+        source.fail(['topic'], `families.yaml has no such topic in ${family}; it has ${topics.join(', ')}`);
 
-    const written = methods.filter((method) => method in value);
-    if (String(written) !== String(methods.filter((method) => row.methods.includes(method))))
+    const written = Object.keys(value).filter((key) => methods.includes(key));
+    if (String([...written].sort()) !== String([...row.methods].sort()))
         source.fail([written[0]], `it serves ${written.join(', ')}; ResourceTable.inc says ${row.methods.join(', ')}`);
     if (row.path && value.path) source.fail(['path'], 'ResourceTable.inc has its path');
     if (!row.path && !value.path) source.fail([], 'it has no path, neither here nor in ResourceTable.inc');
@@ -82,7 +87,9 @@ function readResource(source, { scope: sharedScope, families, events, products, 
         of: row.path ? 'monitor' : value.path.includes('{id}') ? 'file' : 'application',
         aliases: [...table.values()].filter((one) => one.kind === 'ALIAS' && one.entry === name).map((one) => one.name),
         scope,
-        methods: Object.fromEntries(written.map((method) => [method, value[method].map((_, at) => readRow(source, [method, at], scope))])),
+        methods: Object.fromEntries(
+            written.map((method) => [method, value[method].map((_, at) => readRow(source, [method, at], scope))]),
+        ),
         notes: value.notes?.trimEnd() ?? '',
         examples: parseExamples(value.examples, (offset, message) => source.fail(['examples'], message, offset)),
     };
@@ -95,14 +102,19 @@ function readRow(source, keys, scope) {
     const row = source.document.getIn(keys).toJS(source.document);
     const resource = source.value;
     const parse = (member, how) => row[member] && located(source, [...keys, member], () => how(row[member], scope));
-    if (row.refused || row.fails) return { ...row, query: [], reasons: [], events: [], unsupportedBy: [] };
+    const parseShown = (member) => {
+        const type = parse(member, parseType);
+        if (type && hasMemberComments(type)) source.fail([...keys, member], 'members with comments belong in "types"');
+        return type;
+    };
+    if (!isServed(row)) return { ...row, query: [], reasons: [], events: [], unsupportedBy: [] };
     if (keys[0] === 'get' && !row.answer) source.fail(keys, 'a GET has an answer');
-    const body = parse('body', parseType);
+    const body = parseShown('body');
     const usesLenientTypes = body && [...namesIn(body)].some((name) => name.startsWith('Lenient'));
     return {
         query: parse('query', parseMembers) ?? [],
         body,
-        answer: parse('answer', parseType),
+        answer: parseShown('answer'),
         reasons: row.reason === undefined ? [] : [row.reason].flat(),
         needs: row.needs ?? resource.needs,
         unsupportedBy: row.unsupportedBy ?? resource.unsupportedBy ?? [],
@@ -113,17 +125,24 @@ function readRow(source, keys, scope) {
 }
 
 function checkUses(source, resource, { events, products }) {
-    const rows = Object.entries(resource.methods).flatMap(([method, list]) => list.map((row, at) => ({ row, list, keys: [method, at] })));
+    const rows = Object.entries(resource.methods).flatMap(([method, list]) =>
+        list.map((row, at) => ({ row, list, keys: [method, at] })),
+    );
     for (const { row, list, keys } of rows) {
         const event = row.events.find((name) => !events.some((one) => one.name === name));
         if (event) source.fail([...keys, 'events'], `events.yaml has no ${event}`);
         const product = row.unsupportedBy.find((name) => !products.includes(name));
-        if (product) source.fail([...keys, 'unsupportedBy'], `the simulator has no product ${product} that lacks anything`);
+        if (product)
+            source.fail([...keys, 'unsupportedBy'], `the simulator has no product ${product} that lacks anything`);
         const hasMember = ({ query, body }) =>
-            query.some(({ name }) => name === row.invalid) || (body && JSON.stringify(toSchema(body, { isGiven: true })).includes(`"${row.invalid}"`));
-        if (row.invalid && !list.some(hasMember)) source.fail([...keys, 'invalid'], `no request above has a member ${row.invalid}`);
+            query.some(({ name }) => name === row.invalid) ||
+            (body && JSON.stringify(toSchema(body, { isGiven: true })).includes(`"${row.invalid}"`));
+        if (row.invalid && !list.some(hasMember))
+            source.fail([...keys, 'invalid'], `no request above has a member ${row.invalid}`);
     }
-    const types = rows.flatMap(({ row }) => [row.body, row.answer, ...row.query.map(({ type }) => type)]).filter(Boolean);
+    const types = rows
+        .flatMap(({ row }) => [row.body, row.answer, ...row.query.map(({ type }) => type)])
+        .filter(Boolean);
     const used = types.reduce((found, type) => namesIn(type, found), new Set());
     const unused = [...resource.scope.declarations.keys()].filter((name) => !used.has(name));
     if (unused.length) source.fail(['types'], `nothing uses ${unused.join(', ')}`);
@@ -144,7 +163,8 @@ function contradiction(example, resource, resources, results) {
     const target = example.resource ? resources.find(({ name }) => name === example.resource) : resource;
     if (!target) return `there is no resource ${example.resource}`;
     const rows = target.methods[method.toLowerCase()]?.map(schemasOf);
-    if (!rows || status === 405) return !rows && status === 405 ? undefined : `${method} is ${rows ? '' : 'not '}served`;
+    if (!rows || status === 405)
+        return !rows && status === 405 ? undefined : `${method} is ${rows ? '' : 'not '}served`;
     const known = new Set(rows.flatMap((row) => Object.keys(row.query ?? {})));
     const stranger = Object.keys(query).find((name) => !known.has(name));
     if (stranger) return `no row of ${method} has a query member ${stranger}`;
@@ -152,19 +172,28 @@ function contradiction(example, resource, resources, results) {
     const { row, refusals } = decide(rows, query, body);
     if (status === 200) {
         if (!row) return `no row of ${method} fits it`;
-        return fits(isAbridged ? withoutLengths(row.answer) : row.answer, value) ? undefined : 'the answer is not of its type';
+        return fits(isAbridged ? withoutLengths(row.answer) : row.answer, value)
+            ? undefined
+            : 'the answer is not of its type';
     }
     if (status === 400 && error.message === results.missingAddress) return undefined;
-    if (status === 400) return refusals.includes(error.message) ? undefined : row && !refusals.length ? 'a row fits it' : `no such refusal: ${error.message}`;
-    if (error.name === 'InternalError') return rows.some(({ fails }) => fails === error.message) ? undefined : `no such failure: ${error.message}`;
+    if (status === 400)
+        return refusals.includes(error.message)
+            ? undefined
+            : row && !refusals.length
+              ? 'a row fits it'
+              : `no such refusal: ${error.message}`;
+    if (error.name === 'InternalError')
+        return rows.some(({ fails }) => fails === error.message) ? undefined : `no such failure: ${error.message}`;
     if (error.name !== 'DmError') return undefined;
-    if (!Object.values(results.codes).some(({ message }) => message === error.message)) return `results.yaml has no message ${error.message}`;
+    if (!Object.values(results.codes).some(({ message }) => message === error.message))
+        return `results.yaml has no message ${error.message}`;
     return row?.reasons?.includes(error.reason ?? '') ? undefined : `its row has no such reason: ${error.reason}`;
 }
 
 /** A row with schemas in the places of types, as in catalogue.json. */
 export function schemasOf(row) {
-    if (row.refused || row.fails) return row;
+    if (!isServed(row)) return row;
     const query = row.query.map(({ name, isOptional, type }) => [
         name,
         { ...(isOptional && { optional: true }), ...(type && { schema: toSchema(type, { isGiven: true }) }) },

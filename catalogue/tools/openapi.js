@@ -2,6 +2,7 @@
 // `name=value` is JSON if it parses as JSON, and a text if it does not.
 import { format, requestName } from './json.js';
 import { requestTable } from './markdown.js';
+import { isServed } from './match.js';
 import { schemasOf } from './model.js';
 import { toSchema } from './types.js';
 
@@ -14,7 +15,12 @@ export function openApi(catalogue) {
     const { families, resources, events, results, scope } = catalogue;
     const document = {
         openapi: '3.1.0',
-        info: { title: 'libpell', version: '1', summary: 'The resources of the connected monitors.', description: convention },
+        info: {
+            title: 'libpell',
+            version: '1',
+            summary: 'The resources of the connected monitors.',
+            description: convention,
+        },
         servers: [{ url: '/pell' }],
         tags: Object.values(families).map(({ title }) => ({ name: title })),
         paths: {},
@@ -37,7 +43,10 @@ const addressParameters = Object.fromEntries(
         product: 'The product of the monitor, as Monitors tells it.',
         serial: 'The serial of the monitor, as Monitors tells it.',
         id: 'The identifier that POST answered.',
-    }).map(([name, description]) => [name, { name, in: 'path', required: true, description, schema: { type: 'string' } }]),
+    }).map(([name, description]) => [
+        name,
+        { name, in: 'path', required: true, description, schema: { type: 'string' } },
+    ]),
 );
 
 function parametersOf(path) {
@@ -49,13 +58,24 @@ function bodyName({ name }, method) {
 }
 
 function operation(resource, method, rows, tag, scope) {
-    const served = rows.filter((row) => !row.refused && !row.fails);
-    const examples = resource.examples.filter((example) => example.method.toLowerCase() === method && !example.resource);
+    const served = rows.filter(isServed);
+    const examples = resource.examples.filter(
+        (example) => example.method.toLowerCase() === method && !example.resource,
+    );
     return {
         operationId: method + resource.name,
         tags: [tag],
         summary: resource.name,
-        description: [resource.about, requestTable(rows.map((row) => ({ method, row })), scope), resource.notes].filter(Boolean).join('\n\n'),
+        description: [
+            resource.about,
+            requestTable(
+                rows.map((row) => ({ method, row })),
+                scope,
+            ),
+            resource.notes,
+        ]
+            .filter(Boolean)
+            .join('\n\n'),
         parameters: queryParameters(served),
         ...(rows.some(({ body }) => body) && { requestBody: requestBody(resource, method, examples) }),
         responses: responses(rows, served, examples),
@@ -65,25 +85,45 @@ function operation(resource, method, rows, tag, scope) {
 /** Each member once; one that is a flag in a row and has values in another may be anything. */
 function queryParameters(served) {
     const members = new Map();
-    for (const member of served.flatMap(({ query }) => query)) members.set(member.name, [...(members.get(member.name) ?? []), member]);
+    for (const member of served.flatMap(({ query }) => query))
+        members.set(member.name, [...(members.get(member.name) ?? []), member]);
     return [...members].map(([name, uses]) => {
         const isFlag = uses.some(({ type }) => !type);
         const values = uses.filter(({ type }) => type).map(({ type }) => toSchema(type, { isGiven: true }));
         const schema = isFlag ? (values.length ? {} : { const: true }) : anyOf(values);
-        return { name, in: 'query', schema, ...(isFlag && { allowEmptyValue: true, description: 'Counts when it is there, whatever its value.' }) };
+        return {
+            name,
+            in: 'query',
+            schema,
+            ...(isFlag && { allowEmptyValue: true, description: 'Counts when it is there, whatever its value.' }),
+        };
     });
 }
 
 function requestBody(resource, method, examples) {
     const schema = { $ref: `#/components/schemas/${bodyName(resource, method)}` };
     const wrapped = { type: 'object', properties: { data: schema }, required: ['data'], maxProperties: 1 };
-    const named = examples.filter(({ status }) => status === 200).map(({ request, body }) => [request, { value: body }]);
-    return { content: { 'application/json': { schema: { anyOf: [schema, wrapped] }, ...(named.length && { examples: Object.fromEntries(named) }) } } };
+    const named = examples
+        .filter(({ status }) => status === 200)
+        .map(({ request, body }) => [request, { value: body }]);
+    return {
+        content: {
+            'application/json': {
+                schema: { anyOf: [schema, wrapped] },
+                ...(named.length && { examples: Object.fromEntries(named) }),
+            },
+        },
+    };
 }
 
 function responses(rows, served, examples) {
-    const answers = served.map((row) => ({ title: requestName('', row).trim() || 'otherwise', ...schemasOf(row).answer }));
-    const distinct = answers.filter((one, at) => answers.findIndex((other) => isDeepEqual(untitled(one), untitled(other))) === at);
+    const answers = served.map((row) => ({
+        title: requestName('', row).trim() || 'otherwise',
+        ...schemasOf(row).answer,
+    }));
+    const distinct = answers.filter(
+        (one, at) => answers.findIndex((other) => isDeepEqual(untitled(one), untitled(other))) === at,
+    );
     const succeeded = examples.filter(({ status, isAbridged }) => status === 200 && !isAbridged);
     const messages = rows.map(({ refused }) => refused).filter(Boolean);
     const reasons = served.flatMap((row) => row.reasons).filter(Boolean);
@@ -93,20 +133,31 @@ function responses(rows, served, examples) {
             content: {
                 'application/json': {
                     schema: envelope({ error: { type: 'null' }, value: anyOf(distinct) }),
-                    ...(succeeded.length && { examples: Object.fromEntries(succeeded.map(({ request, value }) => [request, { value: { error: null, value } }])) }),
+                    ...(succeeded.length && {
+                        examples: Object.fromEntries(
+                            succeeded.map(({ request, value }) => [request, { value: { error: null, value } }]),
+                        ),
+                    }),
                 },
             },
         },
-        400: failure('BadRequestError', messages.length ? { message: { enum: [...new Set([...messages, 'URI is invalid.'])] } } : {}),
+        400: failure(
+            'BadRequestError',
+            messages.length ? { message: { enum: [...new Set([...messages, 'URI is invalid.'])] } } : {},
+        ),
         ...(served.some(({ needs }) => needs) && { 404: failure('FunctionNotFoundError') }),
         500: failure('DmError', reasons.length ? { reason: { enum: [...new Set(reasons)] } } : {}),
     };
 }
 
 function failure(kind, properties = {}) {
-    const error = { anyOf: [{ $ref: `#/components/schemas/${kind}` }], ...(Object.keys(properties).length && { properties }) };
+    const error = {
+        anyOf: [{ $ref: `#/components/schemas/${kind}` }],
+        ...(Object.keys(properties).length && { properties }),
+    };
     const other = kind === 'DmError' ? ', InternalError or UnknownError' : '';
-    if (other) error.anyOf.push({ $ref: '#/components/schemas/InternalError' }, { $ref: '#/components/schemas/UnknownError' });
+    if (other)
+        error.anyOf.push({ $ref: '#/components/schemas/InternalError' }, { $ref: '#/components/schemas/UnknownError' });
     return { description: kind + other + '.', content: { 'application/json': { schema: envelope({ error }) } } };
 }
 

@@ -22,13 +22,13 @@ export type NonEmpty<Element> = Element[];
 /** An object that has at least one of these members. */
 export type AtLeastOne<T> = { [Name in keyof T]: Pick<T, Name> & Partial<Omit<T, Name>> }[keyof T];
 
-/** In a body, a number that is not zero and the text "true" are true as well; anything else is false. */
+/** A boolean; in a body, a number that is not zero and the text "true" are true as well, anything else is false. */
 export type LenientFlag = boolean;
 
-/** In a body, a text of a decimal number and a boolean (1 or 0) count as numbers; anything else is 0. */
+/** A number; in a body, a text of a decimal number and a boolean (1 or 0) count as numbers, anything else is 0. */
 export type LenientNumber = number;
 
-/** In a body, anything that is no number is 0. */
+/** A whole number like UInt32; in a body, anything that is no number is 0. */
 export type LenientUInt32 = number;
 
 /** A member of a query that counts when it is there, whatever its value. */

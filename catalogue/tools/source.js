@@ -41,7 +41,10 @@ export class Source {
         const lines = validate.errors
             .filter(({ keyword }) => !['if', 'anyOf', 'oneOf'].includes(keyword) || validate.errors.length === 1)
             .map(({ instancePath, message, params }) => {
-                const keys = instancePath.split('/').slice(1).map((key) => (/^\d+$/.test(key) ? Number(key) : key));
+                const keys = instancePath
+                    .split('/')
+                    .slice(1)
+                    .map((key) => (/^\d+$/.test(key) ? Number(key) : key));
                 const member = params.additionalProperty ? [params.additionalProperty] : [];
                 const detail = params.additionalProperty ?? params.allowedValues?.join(', ') ?? '';
                 return `${this.file}:${this.line([...keys, ...member])}: ${[...keys].join(' ')} ${message} ${detail}`.trim();
@@ -91,7 +94,14 @@ export function readTable(file = 'src/exports/ResourceTable.inc') {
     const row = /^(RESOURCE|ALIAS|PLANNED)\s*\(\s*\d+,\s*(\w+),\s*(?:(\w+),\s*)?"([^"]*)",\s*([\w |]+)\)/gm;
     const table = new Map();
     for (const [, kind, name, entry = name, path, methods] of fs.readFileSync(file, 'utf8').matchAll(row))
-        table.set(name, { kind, name, entry, path, methods: methods.split('|').map((one) => one.trim().toLowerCase()) });
-    if (table.size < 100) throw new Mistake(`${file}: its rows are not understood; see readTable in ${import.meta.url}`);
+        table.set(name, {
+            kind,
+            name,
+            entry,
+            path,
+            methods: methods.split('|').map((one) => one.trim().toLowerCase()),
+        });
+    if (table.size < 100)
+        throw new Mistake(`${file}: its rows are not understood; see readTable in ${import.meta.url}`);
     return table;
 }

@@ -27,12 +27,17 @@ export class Scope {
         /** @type {Map<string, Type>} what the parameters of a declaration stand for */
         this.bound = new Map();
         for (const statement of parse(source).statements) {
-            if (!ts.isTypeAliasDeclaration(statement)) throw mistakeAt(statement, 'only "type Name = ..." can stand here');
+            if (!ts.isTypeAliasDeclaration(statement))
+                throw mistakeAt(statement, 'only "type Name = ..." can stand here');
             this.declarations.set(statement.name.text, statement);
         }
-        if (!outer) return;  // the prelude may use all of TypeScript
+        if (!outer) return; // the prelude may use all of TypeScript
         for (const { type, typeParameters = [] } of this.declarations.values())
-            checkNames(type, this, typeParameters.map((parameter) => parameter.name.text));
+            checkNames(
+                type,
+                this,
+                typeParameters.map((parameter) => parameter.name.text),
+            );
     }
 
     /** The nearest scope that has a name. */
@@ -91,7 +96,10 @@ const builtIn = {
         const { enum: names } = toSchema(key, use);
         const each = toSchema(value, use);
         if (!names) return { type: 'object', additionalProperties: each };
-        return closed({ type: 'object', properties: Object.fromEntries(names.map((name) => [name, each])), required: names }, use);
+        return closed(
+            { type: 'object', properties: Object.fromEntries(names.map((name) => [name, each])), required: names },
+            use,
+        );
     },
 };
 
@@ -135,7 +143,9 @@ export function toSchema(type, use) {
     }
     if (ts.isUnionTypeNode(node)) {
         const options = node.types.map(inner);
-        return options.every((option) => 'const' in option) ? { enum: options.map((option) => option.const) } : { anyOf: options };
+        return options.every((option) => 'const' in option)
+            ? { enum: options.map((option) => option.const) }
+            : { anyOf: options };
     }
     if (ts.isLiteralTypeNode(node)) {
         const value = literalOf(type);
@@ -144,8 +154,14 @@ export function toSchema(type, use) {
     if (ts.isTypeLiteralNode(node)) {
         const members = membersOf(type);
         const required = members.filter((member) => !member.isOptional).map((member) => member.name);
-        const properties = members.map(({ name, type, comment }) => [name, { ...toSchema(type, use), ...(comment && { description: comment }) }]);
-        return closed({ type: 'object', properties: Object.fromEntries(properties), ...(required.length && { required }) }, use);
+        const properties = members.map(({ name, type, comment }) => [
+            name,
+            { ...toSchema(type, use), ...(comment && { description: comment }) },
+        ]);
+        return closed(
+            { type: 'object', properties: Object.fromEntries(properties), ...(required.length && { required }) },
+            use,
+        );
     }
     if (ts.isTypeReferenceNode(node)) {
         const name = node.typeName.text;
@@ -182,7 +198,8 @@ export function toText({ node }, { rename = (name) => name, withComments = false
         if (ts.isTupleTypeNode(other)) return `[${other.elements.map(text).join(', ')}]`;
         if (ts.isNamedTupleMember(other)) return `${other.name.text}: ${text(other.type)}`;
         if (ts.isUnionTypeNode(other)) return other.types.map(text).join(' | ');
-        if (ts.isTypeLiteralNode(other)) return other.members.length ? `{${other.members.map(member).join(separator)}}` : '{}';
+        if (ts.isTypeLiteralNode(other))
+            return other.members.length ? `{${other.members.map(member).join(separator)}}` : '{}';
         if (ts.isTypeReferenceNode(other)) {
             const args = other.typeArguments ? `<${other.typeArguments.map(text).join(', ')}>` : '';
             return rename(other.typeName.text) + args;
@@ -222,9 +239,30 @@ export function definitionOf({ node, scope }) {
     return declaration && !declaration.typeParameters ? { node: declaration.type, scope: home } : undefined;
 }
 
-/** A declaration as it stands in its source, without "export". */
+/** The documentation in front of a declaration. */
+export function documentationOf(declaration) {
+    return ts
+        .getJSDocCommentsAndTags(declaration)
+        .map(({ comment }) => comment)
+        .join(' ');
+}
+
+/** Such as "<Element, Length>". */
+export function parametersText({ typeParameters = [] }) {
+    return typeParameters.length ? `<${typeParameters.map(({ name }) => name.text).join(', ')}>` : '';
+}
+
+/** A declaration as it stands in its source, without "export", and with what is said of it behind it. */
 export function declarationText(declaration) {
-    return declaration.getText().replace(/^export /, '');
+    const comment = commentBehind(declaration) ?? documentationOf(declaration);
+    return declaration.getText().replace(/^export /, '') + (comment ? ` // ${comment}` : '');
+}
+
+/** Whether members have comments: not of the types that are named, but of those written out. */
+export function hasMemberComments({ node }) {
+    const visit = (other) =>
+        (ts.isPropertySignature(other) && commentBehind(other) !== undefined) || ts.forEachChild(other, visit) || false;
+    return visit(node);
 }
 
 /** @returns {ts.SourceFile} */
@@ -248,7 +286,13 @@ function mistakeAt(node, message) {
 function commentBehind(node) {
     const text = node.getSourceFile().text;
     const range = ts.getTrailingCommentRanges(text, node.end)?.[0];
-    return range && text.slice(range.pos + 2, range.end).replace(/\*\/$/, '').trim();
+    return (
+        range &&
+        text
+            .slice(range.pos + 2, range.end)
+            .replace(/\*\/$/, '')
+            .trim()
+    );
 }
 
 /** What a name of a scope stands for when it has these arguments. */
@@ -266,7 +310,8 @@ function checkNames(node, scope, parameters = []) {
             const name = other.typeName.getText();
             if (parameters.includes(name)) return;
             const declaration = scope.find(name)?.declarations.get(name);
-            if (!declaration && !builtIn[name]) throw mistakeAt(other, `there is no type ${name}; there are ${scope.names().join(', ')}`);
+            if (!declaration && !builtIn[name])
+                throw mistakeAt(other, `there is no type ${name}; there are ${scope.names().join(', ')}`);
             const expected = declaration ? (declaration.typeParameters?.length ?? 0) : { Partial: 1, Record: 2 }[name];
             const given = other.typeArguments?.length ?? 0;
             if (given !== expected) throw mistakeAt(other, `${name} has ${expected} arguments, not ${given}`);
@@ -281,7 +326,15 @@ function checkNames(node, scope, parameters = []) {
 function isKnownKind(node) {
     return (
         node.kind in keywords ||
-        [ts.isTypeLiteralNode, ts.isUnionTypeNode, ts.isArrayTypeNode, ts.isTupleTypeNode, ts.isNamedTupleMember, ts.isLiteralTypeNode, ts.isParenthesizedTypeNode].some((is) => is(node))
+        [
+            ts.isTypeLiteralNode,
+            ts.isUnionTypeNode,
+            ts.isArrayTypeNode,
+            ts.isTupleTypeNode,
+            ts.isNamedTupleMember,
+            ts.isLiteralTypeNode,
+            ts.isParenthesizedTypeNode,
+        ].some((is) => is(node))
     );
 }
 
@@ -290,5 +343,9 @@ function literalOf({ node }) {
     if (ts.isStringLiteral(literal)) return literal.text;
     if (ts.isNumericLiteral(literal)) return Number(literal.text);
     if (ts.isPrefixUnaryExpression(literal)) return -Number(literal.operand.text);
-    return { [ts.SyntaxKind.TrueKeyword]: true, [ts.SyntaxKind.FalseKeyword]: false, [ts.SyntaxKind.NullKeyword]: null }[literal.kind];
+    return {
+        [ts.SyntaxKind.TrueKeyword]: true,
+        [ts.SyntaxKind.FalseKeyword]: false,
+        [ts.SyntaxKind.NullKeyword]: null,
+    }[literal.kind];
 }

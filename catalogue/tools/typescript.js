@@ -1,20 +1,26 @@
 // resources.d.ts: the resources as TypeScript sees them. Each method is a tuple of its rows, in the order in which they
 // are decided; what the catalogue says about a resource or a member is its documentation.
 import fs from 'node:fs';
+import { isServed } from './match.js';
 import { toText } from './types.js';
 
 /** @param {import('./model.js').Catalogue} catalogue */
 export function typeDeclarations({ events, resources }) {
     const prelude = fs.readFileSync('catalogue/tools/prelude.ts', 'utf8');
-    const shared = fs.readFileSync('catalogue/types.ts', 'utf8').replace(/^\/\/.*\n/gm, '').trim();
-    return [
-        '// Made by scripts/catalogue from catalogue/. What is changed here is lost.',
-        prelude.trim(),
-        shared,
-        resourcesInterface(resources),
-        eventsInterface(events),
-        ...resources.filter(({ scope }) => scope.declarations.size).map(namespace),
-    ].join('\n\n') + '\n';
+    const shared = fs
+        .readFileSync('catalogue/types.ts', 'utf8')
+        .replace(/^\/\/.*\n/gm, '')
+        .trim();
+    return (
+        [
+            '// Made by scripts/catalogue from catalogue/. What is changed here is lost.',
+            prelude.trim(),
+            shared,
+            resourcesInterface(resources),
+            eventsInterface(events),
+            ...resources.filter(({ scope }) => scope.declarations.size).map(namespace),
+        ].join('\n\n') + '\n'
+    );
 }
 
 /** @param {import('./model.js').Resource[]} resources */
@@ -25,19 +31,30 @@ function resourcesInterface(resources) {
         `        of: "${resource.of}";`,
         ...Object.entries(resource.methods).flatMap(([method, rows]) => [
             `        ${method}: [`,
-            ...rows.filter((row) => !row.refused && !row.fails).map((row) => `            ${rowType(row, resource)},`),
+            ...rows.filter(isServed).map((row) => `            ${rowType(row, resource)},`),
             '        ];',
         ]),
         `        reason: ${union(resource, ({ reasons }) => reasons)};`,
         `        refused: ${union(resource, ({ refused }) => refused ?? [])};`,
         '    };',
     ]);
-    return ['/** The rows of each resource; the first that fits decides. */', 'export interface Resources {', ...lines, '}'].join('\n');
+    return [
+        '/** The rows of each resource; the first that fits decides. */',
+        'export interface Resources {',
+        ...lines,
+        '}',
+    ].join('\n');
 }
 
 function rowType({ query, body, answer }, resource) {
-    const text = (type) => toText(type, { withComments: true, rename: (name) => (resource.scope.declarations.has(name) ? `${resource.name}.${name}` : name) });
-    const members = query.map(({ name, isOptional, type }) => `${name}${isOptional ? '?' : ''}: ${type ? text(type) : 'Flag'}`);
+    const text = (type) =>
+        toText(type, {
+            withComments: true,
+            rename: (name) => (resource.scope.declarations.has(name) ? `${resource.name}.${name}` : name),
+        });
+    const members = query.map(
+        ({ name, isOptional, type }) => `${name}${isOptional ? '?' : ''}: ${type ? text(type) : 'Flag'}`,
+    );
     const comment = answer?.comment ? `/** ${answer.comment} */ ` : '';
     const parts = [`query: {${members.join('; ')}}`, `${comment}answer: ${answer ? text(answer) : 'null'}`];
     if (body) parts.splice(1, 0, `body: ${text(body)}`);
@@ -51,7 +68,10 @@ function union({ methods }, textsOf) {
 }
 
 function eventsInterface(events) {
-    const lines = events.flatMap(({ name, about, value }) => [`    /** ${about} */`, `    ${name}: ${toText(value, { withComments: true })};`]);
+    const lines = events.flatMap(({ name, about, value }) => [
+        `    /** ${about} */`,
+        `    ${name}: ${toText(value, { withComments: true })};`,
+    ]);
     return ['/** The values of the events. */', 'export interface Events {', ...lines, '}'].join('\n');
 }
 
