@@ -272,7 +272,8 @@ function parse(source) {
     if (error)
         throw new TypeMistake(
             `${ts.flattenDiagnosticMessageText(error.messageText, ' ')} (TypeScript)`,
-            file.getLineAndCharacterOfPosition(error.start).line,
+            // The end of a text is told where its last line is.
+            file.getLineAndCharacterOfPosition(Math.min(error.start, source.trimEnd().length)).line,
         );
     return file;
 }
