@@ -2,10 +2,9 @@
 // for programs that check answers and bodies.
 import stringify from 'json-stringify-pretty-compact';
 import { isServed } from './match.js';
-import { schemasOf } from './model.js';
-import { toSchema } from './types.js';
+import { rowSchemas, toSchema } from './schema.js';
 
-/** @typedef {ReturnType<typeof schemasOf>} Row */
+/** @typedef {ReturnType<typeof rowSchemas>} Row */
 
 /** @param {import('./model.js').Catalogue} catalogue */
 export function catalogueJson({ events, results, resources }) {
@@ -28,7 +27,7 @@ function describe({ family, topic, about, path, of, aliases, methods, examples }
         of,
         ...(aliases.length && { aliases }),
         methods: Object.fromEntries(
-            Object.entries(methods).map(([method, rows]) => [method.toUpperCase(), rows.map(schemasOf)]),
+            Object.entries(methods).map(([method, rows]) => [method.toUpperCase(), rows.map(rowSchemas)]),
         ),
         examples: examples.map(({ request, answer }) => [request, answer]),
     };
@@ -40,14 +39,14 @@ export function resourceSchema({ name, about, methods }) {
     for (const [method, rows] of Object.entries(methods)) {
         const served = rows.filter(isServed);
         for (const row of served) {
-            const { answer } = schemasOf(row);
+            const { answer } = rowSchemas(row);
             if (method === 'get')
                 definitions[requestName(method, row)] = {
                     ...answer,
                     ...(row.answer.comment && { description: row.answer.comment }),
                 };
         }
-        const bodies = served.map(schemasOf).flatMap(({ body }) => body ?? []);
+        const bodies = served.map(rowSchemas).flatMap(({ body }) => body ?? []);
         if (bodies.length)
             definitions[`${method.toUpperCase()} body`] = bodies.length > 1 ? { anyOf: bodies } : bodies[0];
     }

@@ -26,7 +26,7 @@ export function dataOf(body) {
 
 /**
  * Decides a request as the plug-in does, as far as types can tell.
- * @param {import('./json.js').Row[]} rows those of catalogue.json of one method, in their order
+ * @param {object[]} rows those of catalogue.json of one method, in their order
  * @returns {{row?: object, refusals: string[]}} the row that serves it, the messages of which one refuses it, or both
  * where types alone cannot tell: a row that is "lenient" may serve what does not fit it, a refusal that is "beyondTypes"
  * may refuse what fits.

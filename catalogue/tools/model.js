@@ -1,9 +1,10 @@
 // The catalogue as a whole: what the sources say, checked against the table of exports, the shared types and itself.
 import fs from 'node:fs';
+import { checkExamples, checkRows } from './checks.js';
 import { parseExamples } from './examples.js';
-import { decide, fits, isServed } from './match.js';
+import { isServed } from './match.js';
 import { attemptEach, Mistake, readResources, readTable, Source } from './source.js';
-import { hasMemberComments, namesIn, parseMembers, parseType, prelude, Scope, toSchema, TypeMistake } from './types.js';
+import { hasMemberComments, namesIn, parseMembers, parseType, prelude, Scope, TypeMistake } from './types.js';
 
 export const methods = ['get', 'put', 'post', 'delete'];
 
@@ -93,7 +94,7 @@ function readResource(source, { scope: sharedScope, families, events, products, 
         notes: value.notes?.trimEnd() ?? '',
         examples: parseExamples(value.examples, (offset, message) => source.fail(['examples'], message, offset)),
     };
-    checkUses(source, resource, { events, products });
+    checkRows(source, resource, { events, products });
     return resource;
 }
 
@@ -122,104 +123,6 @@ function readRow(source, keys, scope) {
         events: row.events ?? [],
         lenient: row.lenient ?? (usesLenientTypes ? 'types' : undefined),
     };
-}
-
-function checkUses(source, resource, { events, products }) {
-    const rows = Object.entries(resource.methods).flatMap(([method, list]) =>
-        list.map((row, at) => ({ row, list, keys: [method, at] })),
-    );
-    for (const { row, list, keys } of rows) {
-        const event = row.events.find((name) => !events.some((one) => one.name === name));
-        if (event) source.fail([...keys, 'events'], `events.yaml has no ${event}`);
-        const product = row.unsupportedBy.find((name) => !products.includes(name));
-        if (product)
-            source.fail([...keys, 'unsupportedBy'], `the simulator has no product ${product} that lacks anything`);
-        const hasMember = ({ query, body }) =>
-            query.some(({ name }) => name === row.invalid) ||
-            (body && JSON.stringify(toSchema(body, { isGiven: true })).includes(`"${row.invalid}"`));
-        if (row.invalid && !list.some(hasMember))
-            source.fail([...keys, 'invalid'], `no request above has a member ${row.invalid}`);
-    }
-    const types = rows
-        .flatMap(({ row }) => [row.body, row.answer, ...row.query.map(({ type }) => type)])
-        .filter(Boolean);
-    const used = types.reduce((found, type) => namesIn(type, found), new Set());
-    const unused = [...resource.scope.declarations.keys()].filter((name) => !used.has(name));
-    if (unused.length) source.fail(['types'], `nothing uses ${unused.join(', ')}`);
-}
-
-/** Every example must be what the rows say. */
-function checkExamples(source, resources, results) {
-    const resource = resources.find(({ name }) => name === source.name);
-    resource.examples.forEach((example, index) => {
-        const message = contradiction(example, resource, resources, results);
-        if (message) source.fail(['examples'], `${message}: ${example.request}`, 2 * index);
-    });
-}
-
-/** How an example contradicts the rows; nothing when it does not. */
-function contradiction(example, resource, resources, results) {
-    const { method, status, error, query, body, value, isAbridged } = example;
-    const target = example.resource ? resources.find(({ name }) => name === example.resource) : resource;
-    if (!target) return `there is no resource ${example.resource}`;
-    const rows = target.methods[method.toLowerCase()]?.map(schemasOf);
-    if (!rows || status === 405)
-        return !rows && status === 405 ? undefined : `${method} is ${rows ? '' : 'not '}served`;
-    const known = new Set(rows.flatMap((row) => Object.keys(row.query ?? {})));
-    const stranger = Object.keys(query).find((name) => !known.has(name));
-    if (stranger) return `no row of ${method} has a query member ${stranger}`;
-
-    const { row, refusals } = decide(rows, query, body);
-    if (status === 200) {
-        if (!row) return `no row of ${method} fits it`;
-        return fits(isAbridged ? withoutLengths(row.answer) : row.answer, value)
-            ? undefined
-            : 'the answer is not of its type';
-    }
-    if (status === 400 && error.message === results.missingAddress) return undefined;
-    if (status === 400)
-        return refusals.includes(error.message)
-            ? undefined
-            : row && !refusals.length
-              ? 'a row fits it'
-              : `no such refusal: ${error.message}`;
-    if (error.name === 'InternalError')
-        return rows.some(({ fails }) => fails === error.message) ? undefined : `no such failure: ${error.message}`;
-    if (error.name !== 'DmError') return undefined;
-    if (!Object.values(results.codes).some(({ message }) => message === error.message))
-        return `results.yaml has no message ${error.message}`;
-    return row?.reasons?.includes(error.reason ?? '') ? undefined : `its row has no such reason: ${error.reason}`;
-}
-
-/** A row with schemas in the places of types, as in catalogue.json. */
-export function schemasOf(row) {
-    if (!isServed(row)) return row;
-    const query = row.query.map(({ name, isOptional, type }) => [
-        name,
-        { ...(isOptional && { optional: true }), ...(type && { schema: toSchema(type, { isGiven: true }) }) },
-    ]);
-    return {
-        ...(query.length && { query: Object.fromEntries(query) }),
-        ...(row.body && { body: toSchema(row.body, { isGiven: true }) }),
-        answer: row.answer ? toSchema(row.answer, { isGiven: false }) : { type: 'null' },
-        ...(row.reasons.length && { reasons: row.reasons }),
-        ...(row.needs && { needs: row.needs }),
-        ...(row.unsupportedBy.length && { unsupportedBy: row.unsupportedBy }),
-        ...(row.calls && { calls: row.calls }),
-        ...(row.events.length && { events: row.events }),
-        ...(row.lenient && { lenient: row.lenient }),
-    };
-}
-
-/** A schema for lists of which only the beginning is told. */
-function withoutLengths(schema) {
-    const copy = structuredClone(schema);
-    const visit = (part) => {
-        if (part?.type === 'array' && !part.prefixItems) delete part.minItems;
-        if (typeof part === 'object') Object.values(part ?? {}).forEach(visit);
-    };
-    visit(copy);
-    return copy;
 }
 
 /** Tells a mistake in a type with its place in the source. */

@@ -3,8 +3,7 @@
 import { format, requestName } from './json.js';
 import { requestTable } from './markdown.js';
 import { isServed } from './match.js';
-import { schemasOf } from './model.js';
-import { toSchema } from './types.js';
+import { rowSchemas, toSchema } from './schema.js';
 
 const convention = `A query member that stands alone (\`?range\`) is true; \`name=value\` is JSON if it parses as JSON,
 else a text; a text that looks like JSON is quoted. A query whose first character is \`{\` is the whole object. The first
@@ -119,7 +118,7 @@ function requestBody(resource, method, examples) {
 function responses(rows, served, examples) {
     const answers = served.map((row) => ({
         title: requestName('', row).trim() || 'otherwise',
-        ...schemasOf(row).answer,
+        ...rowSchemas(row).answer,
     }));
     const distinct = answers.filter(
         (one, at) => answers.findIndex((other) => isDeepEqual(untitled(one), untitled(other))) === at,

@@ -1,5 +1,5 @@
-// The types of the catalogue are TypeScript, read with TypeScript's own parser. Here they become JSON Schemas, and
-// text again: for resources.d.ts with its comments, for the reference in one line.
+// The types of the catalogue are TypeScript, read with TypeScript's own parser. Here they are read and checked, and become
+// text again: with its comments for resources.d.ts, in one line for the reference. schema.js makes JSON Schemas of them.
 import fs from 'node:fs';
 import ts from 'typescript';
 
@@ -50,58 +50,8 @@ export class Scope {
     }
 }
 
-/** The kinds of tools/prelude.ts, and what becomes of them in a JSON Schema. */
+/** The kinds of tools/prelude.ts. */
 export const prelude = new Scope(fs.readFileSync(new URL('prelude.ts', import.meta.url), 'utf8'));
-
-const integers = {
-    UInt8: { format: 'uint8', minimum: 0, maximum: 0xff },
-    UInt16: { format: 'uint16', minimum: 0, maximum: 0xffff },
-    UInt32: { format: 'uint32', minimum: 0, maximum: 0xffffffff },
-    LenientUInt32: { format: 'uint32', minimum: 0, maximum: 0xffffffff },
-    Int32: { format: 'int32', minimum: -0x80000000, maximum: 0x7fffffff },
-};
-
-const kinds = {
-    ...Object.fromEntries(
-        Object.entries(integers).map(([name, limits]) => [
-            name,
-            // Every number is taken and converted: what a body gives need not be whole.
-            (_, { isGiven }) => (isGiven ? { type: 'number', format: limits.format } : { type: 'integer', ...limits }),
-        ]),
-    ),
-    Text: ([bytes]) => ({ type: 'string', maxLength: literalOf(bytes) }),
-    List: ([element, length], use) => ({
-        type: 'array',
-        items: toSchema(element, use),
-        minItems: literalOf(length),
-        maxItems: literalOf(length),
-    }),
-    NonEmpty: ([element], use) => ({ type: 'array', items: toSchema(element, use), minItems: 1 }),
-    AtLeastOne: ([object], use) => {
-        const { required, ...schema } = toSchema(object, use);
-        return { ...schema, anyOf: required.map((name) => ({ required: [name] })) };
-    },
-    LenientFlag: () => ({ type: 'boolean' }),
-    LenientNumber: () => ({ type: 'number' }),
-    Flag: () => ({}),
-};
-
-/** TypeScript's own types that the catalogue may use. */
-const builtIn = {
-    Partial: ([object], use) => {
-        const { required, ...schema } = toSchema(object, use);
-        return schema;
-    },
-    Record: ([key, value], use) => {
-        const { enum: names } = toSchema(key, use);
-        const each = toSchema(value, use);
-        if (!names) return { type: 'object', additionalProperties: each };
-        return closed(
-            { type: 'object', properties: Object.fromEntries(names.map((name) => [name, each])), required: names },
-            use,
-        );
-    },
-};
 
 /** @returns {Type} the type that a text of the catalogue tells, with the comment behind it */
 export function parseType(text, scope) {
@@ -125,65 +75,6 @@ export function membersOf({ node, scope }) {
         type: member.type && { node: member.type, scope },
         comment: commentBehind(member),
     }));
-}
-
-/**
- * @param {Type} type
- * @param {{isGiven: boolean}} use whether it is given in a request (then objects may have further members, and numbers
- * are converted) or answered
- */
-export function toSchema(type, use) {
-    const { node, scope } = type;
-    const inner = (other) => toSchema({ node: other, scope }, use);
-    if (ts.isParenthesizedTypeNode(node)) return inner(node.type);
-    if (ts.isArrayTypeNode(node)) return { type: 'array', items: inner(node.elementType) };
-    if (ts.isTupleTypeNode(node)) {
-        const items = node.elements.map((element) => inner(ts.isNamedTupleMember(element) ? element.type : element));
-        return { type: 'array', prefixItems: items, minItems: items.length, items: false };
-    }
-    if (ts.isUnionTypeNode(node)) {
-        const options = node.types.map(inner);
-        return options.every((option) => 'const' in option)
-            ? { enum: options.map((option) => option.const) }
-            : { anyOf: options };
-    }
-    if (ts.isLiteralTypeNode(node)) {
-        const value = literalOf(type);
-        return value === null ? { type: 'null' } : { const: value };
-    }
-    if (ts.isTypeLiteralNode(node)) {
-        const members = membersOf(type);
-        const required = members.filter((member) => !member.isOptional).map((member) => member.name);
-        const properties = members.map(({ name, type, comment }) => [
-            name,
-            { ...toSchema(type, use), ...(comment && { description: comment }) },
-        ]);
-        return closed(
-            { type: 'object', properties: Object.fromEntries(properties), ...(required.length && { required }) },
-            use,
-        );
-    }
-    if (ts.isTypeReferenceNode(node)) {
-        const name = node.typeName.text;
-        const home = scope.find(name);
-        if (home?.bound.has(name)) return toSchema(home.bound.get(name), use);
-        const args = (node.typeArguments ?? []).map((argument) => ({ node: argument, scope }));
-        const known = home === prelude ? kinds[name] : !home && builtIn[name];
-        return known ? known(args, use) : toSchema(withArguments(home, name, args), use);
-    }
-    return { ...keywords[node.kind] };
-}
-
-const keywords = {
-    [ts.SyntaxKind.NumberKeyword]: { type: 'number' },
-    [ts.SyntaxKind.StringKeyword]: { type: 'string' },
-    [ts.SyntaxKind.BooleanKeyword]: { type: 'boolean' },
-    [ts.SyntaxKind.UnknownKeyword]: {},
-};
-
-/** What is answered has no further members; what is given may have. */
-function closed(schema, { isGiven }) {
-    return isGiven ? schema : { ...schema, additionalProperties: false };
 }
 
 /**
@@ -229,6 +120,14 @@ export function namesIn({ node, scope }, found = new Set()) {
     };
     visit(node);
     return found;
+}
+
+/** What a name of a scope stands for when it has these arguments. */
+export function withArguments(home, name, args) {
+    const declaration = home.declarations.get(name);
+    const scope = new Scope('', home);
+    declaration.typeParameters?.forEach((parameter, index) => scope.bound.set(parameter.name.text, args[index]));
+    return { node: declaration.type, scope };
 }
 
 /** What a type stands for that is only a name without parameters, and the scope that declares it. */
@@ -296,13 +195,8 @@ function commentBehind(node) {
     );
 }
 
-/** What a name of a scope stands for when it has these arguments. */
-function withArguments(home, name, args) {
-    const declaration = home.declarations.get(name);
-    const scope = new Scope('', home);
-    declaration.typeParameters?.forEach((parameter, index) => scope.bound.set(parameter.name.text, args[index]));
-    return { node: declaration.type, scope };
-}
+/** TypeScript's own types that the catalogue may use, with the number of their arguments. */
+const builtIn = { Partial: 1, Record: 2 };
 
 /** Throws a mistake unless every name is known and has its arguments, and every kind of type is one that is. */
 function checkNames(node, scope, parameters = []) {
@@ -311,9 +205,9 @@ function checkNames(node, scope, parameters = []) {
             const name = other.typeName.getText();
             if (parameters.includes(name)) return;
             const declaration = scope.find(name)?.declarations.get(name);
-            if (!declaration && !builtIn[name])
+            if (!declaration && !(name in builtIn))
                 throw mistakeAt(other, `there is no type ${name}; there are ${scope.names().join(', ')}`);
-            const expected = declaration ? (declaration.typeParameters?.length ?? 0) : { Partial: 1, Record: 2 }[name];
+            const expected = declaration ? (declaration.typeParameters?.length ?? 0) : builtIn[name];
             const given = other.typeArguments?.length ?? 0;
             if (given !== expected) throw mistakeAt(other, `${name} has ${expected} arguments, not ${given}`);
         } else if (ts.isTypeNode(other) && !isKnownKind(other)) {
@@ -324,9 +218,12 @@ function checkNames(node, scope, parameters = []) {
     visit(node);
 }
 
+const { NumberKeyword, StringKeyword, BooleanKeyword, UnknownKeyword } = ts.SyntaxKind;
+const keywords = [NumberKeyword, StringKeyword, BooleanKeyword, UnknownKeyword];
+
 function isKnownKind(node) {
     return (
-        node.kind in keywords ||
+        keywords.includes(node.kind) ||
         [
             ts.isTypeLiteralNode,
             ts.isUnionTypeNode,
@@ -337,16 +234,4 @@ function isKnownKind(node) {
             ts.isParenthesizedTypeNode,
         ].some((is) => is(node))
     );
-}
-
-function literalOf({ node }) {
-    const literal = node.literal;
-    if (ts.isStringLiteral(literal)) return literal.text;
-    if (ts.isNumericLiteral(literal)) return Number(literal.text);
-    if (ts.isPrefixUnaryExpression(literal)) return -Number(literal.operand.text);
-    return {
-        [ts.SyntaxKind.TrueKeyword]: true,
-        [ts.SyntaxKind.FalseKeyword]: false,
-        [ts.SyntaxKind.NullKeyword]: null,
-    }[literal.kind];
 }

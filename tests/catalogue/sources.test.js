@@ -5,7 +5,8 @@ import os from 'node:os';
 import path from 'node:path';
 import { after, before, test } from 'node:test';
 import { readCatalogue } from '../../catalogue/tools/model.js';
-import { parseMembers, parseType, prelude, Scope, toSchema } from '../../catalogue/tools/types.js';
+import { toSchema } from '../../catalogue/tools/schema.js';
+import { parseMembers, parseType, prelude, Scope } from '../../catalogue/tools/types.js';
 
 const project = process.cwd();
 let copy;
@@ -67,6 +68,12 @@ const mistakes = {
     ],
     'a path that the table has': [gain, 'topic: Colour', 'topic: Colour\npath: Gain', /Gain.yaml:4: .*has its path/],
     'a selector that no request has': [gain, 'invalid: color', 'invalid: colour', /Gain.yaml:8: .*colour/],
+    'a row that never decides': [
+        gain,
+        '- {query: range',
+        '- {query: "supports, all", answer: boolean}\n  - {query: range',
+        /Gain.yaml:6: a row above/,
+    ],
     'an event that nobody declares': [
         transfer,
         '[transferFirmwareData]',
