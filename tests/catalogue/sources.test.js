@@ -91,7 +91,7 @@ const mistakes = {
         gain,
         '(Set gain green.)',
         '(Set green.)',
-        /Gain.yaml:\d+: .*reason: Set green/,
+        /Gain.yaml:\d+: .*reason Set green/,
     ],
     'an example with an unknown message': [
         gain,
