@@ -1,0 +1,50 @@
+// Which of a method's rows decides a request: the first that fits.
+import Ajv from 'ajv/dist/2020.js';
+
+const ajv = new Ajv({
+    strict: true,
+    strictRequired: false,
+    formats: { uint8: true, uint16: true, uint32: true, int32: true },
+});
+const compiled = new Map();
+
+/** A row says how requests are served, refused or fail. */
+export const isServed = (row) => row.refused === undefined && row.fails === undefined;
+
+/** Whether a value is one of a schema. */
+export function fits(schema, value) {
+    const key = JSON.stringify(schema);
+    if (!compiled.has(key)) compiled.set(key, ajv.compile(schema));
+    return compiled.get(key)(value);
+}
+
+/** An object whose only member is "data" stands for that member. */
+export function dataOf(body) {
+    const isWrapper = body !== null && typeof body === 'object' && !Array.isArray(body) && 'data' in body;
+    return isWrapper && Object.keys(body).length === 1 ? body.data : body;
+}
+
+/**
+ * Decides a request as the plug-in does, as far as types can tell.
+ * @param {object[]} rows those of catalogue.json of one method, in their order
+ * @returns {{row?: object, refusals: string[]}} the row that serves it, the messages of which one refuses it, or both
+ * where types alone cannot tell: a row that is "lenient" may serve what does not fit it, a refusal that is "beyondTypes"
+ * may refuse what fits.
+ */
+export function decide(rows, query, body) {
+    const refusals = rows.filter((row) => row.refused);
+    for (const row of rows) {
+        if (!isServed(row)) continue;
+        const members = Object.entries(row.query ?? {});
+        if (!members.every(([name, member]) => member.optional || name in query)) continue;
+        const [unfit] =
+            members.find(([name, member]) => member.schema && name in query && !fits(member.schema, query[name])) ?? [];
+        const refusal = refusals.find(({ invalid }) => invalid && invalid === unfit);
+        if (refusal) return { refusals: [refusal.refused] };
+        if (unfit) continue;
+        if (!row.body || fits(row.body, dataOf(body)))
+            return { row, refusals: refusals.filter(({ beyondTypes }) => beyondTypes).map(({ refused }) => refused) };
+        if (row.lenient) return { row, refusals: refusals.map(({ refused }) => refused) };
+    }
+    return { refusals: refusals.map(({ refused }) => refused) };
+}
