@@ -15,7 +15,7 @@ typedef struct DmChromaticity {
 } DmChromaticity;
 
 /* One colour in two forms at once: tristimulus values X, Y, Z, and chromaticity x, y with the luminance Y of the Yxy
- * form. Which of them a function reads or writes is told where the record is used. */
+ * form. Which of them a function reads or writes is said where the record is used. */
 typedef struct DmColorValue {
     double X;
     double Y;

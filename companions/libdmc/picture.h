@@ -364,7 +364,7 @@ int32_t DmCtrlSupportedCenterCrossMarker(const char* serial, const char* product
 DmResult DmCtrlShowCenterCrossMarker(const char* serial, const char* product);
 DmResult DmCtrlHideCenterCrossMarker(const char* serial, const char* product);
 
-/* ---- What the monitor tells of its panel ------------------------------------------------------------------------- */
+/* ---- What is known of the panel ---------------------------------------------------------------------------- */
 
 DmResult DmCtrlProfGetData(const char* serial, const char* product, DmProfileData* data);
 

@@ -67,7 +67,7 @@ struct Flag : MemberOptions<Flag<Record, T>> {
     T Record::*pointer;
 };
 
-/// A record of which only a part is told, by a table of its own.
+/// A record of which only the members of another table count.
 template <class Record, class T, class Table>
 struct Part : MemberOptions<Part<Record, T, Table>> {
     constexpr Part(const char* memberName, T Record::*memberPointer, const Table& partTable)

@@ -125,7 +125,7 @@ class Monitor {
         return true;
     }
 
-    /// Whether a function with one out-parameter can be read: support, where no function tells of it.
+    /// Whether a function with one out-parameter can be read: support, where no function reports it.
     template <class Callable>
     bool canRead(Callable function) const {
         using Parameters = typename detail::MonitorFunction<Callable>::Parameters;
@@ -148,7 +148,7 @@ class Monitor {
             return outputs;
     }
 
-    /// {"min", "max"}, and "step" when the function tells one.
+    /// {"min", "max"}, and "step" when the function has one.
     template <class Callable>
     pocketjson::Value range(Callable function, const char* action) const {
         const auto limits = read(function, action);
@@ -159,7 +159,7 @@ class Monitor {
     }
 
     /// The items of a function that ends in (items, count*): asked for their count first, then for the items. Never
-    /// more than `maximumItems`, nor than the library returned, whatever count it told before.
+    /// more than `maximumItems`, nor than the library returned, whatever count it gave before.
     template <class Callable, class... Inputs>
     auto enumerate(Callable function, const char* action, Inputs... inputs) const {
         using Parameters = typename detail::MonitorFunction<Callable>::Parameters;

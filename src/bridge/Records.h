@@ -46,7 +46,7 @@ constexpr bool isAllOnes(Number number) {
 template <class T>
 pocketjson::Value toValue(const T& value);
 
-/// The part of a record that a table tells.
+/// The members of a record that a table lists.
 template <class Record, class Table>
 pocketjson::Value toValue(const Record& record, const Table& table);
 

@@ -20,7 +20,7 @@ enum class Method { Get, Post, Put, Delete };
 struct RequestRecord {
     pocketjson::Value requestOptions;  ///< {"method": ...}
     pocketjson::Value requestParams;   ///< {"product", "serial"} of a monitor resource
-    pocketjson::Value requestQuery;    ///< what a GET asks for, told by the presence of members
+    pocketjson::Value requestQuery;    ///< what a GET asks for, decided by the presence of members
     pocketjson::Value requestBody;     ///< what a PUT or POST brings; a text that is not JSON is here as a JSON string
     std::string requestBodyText;       ///< the body as it came
     Method method = Method::Get;       ///< "method" of the options in any case of letters; a GET for whatever else

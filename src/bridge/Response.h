@@ -7,7 +7,7 @@
 
 namespace torvo {
 
-/// Writes the result's `text`: {"error", "value"}. A result that cannot be told (a number that JSON cannot hold, no
+/// Writes the result's `text`: {"error", "value"}. A result that cannot be written (a number that JSON cannot hold, no
 /// memory) becomes the unknown error first, so that what is logged afterwards is what the page receives.
 void writeResponse(BridgeResult& result) noexcept;
 

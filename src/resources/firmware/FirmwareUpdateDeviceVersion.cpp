@@ -26,7 +26,7 @@ class DeviceProfile {
     FWDeviceProfile* profile_ = nullptr;
 };
 
-/// A text in two steps: `read(buffer, &size)` tells the size without a buffer, and fills one of that size.
+/// A text in two steps: `read(buffer, &size)` gives the size without a buffer, and fills one of that size.
 template <class Read>
 std::string readText(Read read, const char* lengthAction, const char* action) {
     std::uint32_t size = 0;

@@ -1,4 +1,4 @@
-// Patterns that a PUT shows on the screen and a DELETE hides. A GET tells only whether they are supported.
+// Patterns that a PUT shows on the screen and a DELETE hides. A GET answers only whether they are supported.
 #pragma once
 
 #include "resources/shapes/Setting.h"

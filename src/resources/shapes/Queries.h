@@ -2,7 +2,7 @@
 //
 //     static constexpr std::tuple queries{Support{DmCtrlSupportedHue}, Range{DmCtrlGetRangeHue, "Get hue range."}};
 //
-// A query is found by the presence of its member, whatever the member's value.
+// A query is there when its member is, whatever the member's value.
 #pragma once
 
 #include <tuple>
@@ -29,7 +29,7 @@ struct Support {
     const char* action = nullptr;
 };
 
-/// "supports" where no function but a getter tells: whether it succeeds.
+/// "supports" where only a getter can show it: whether it succeeds.
 template <class Callable>
 struct SupportByReading {
     constexpr explicit SupportByReading(Callable getFunction) : function(getFunction) {}
@@ -78,7 +78,7 @@ struct List {
 template <class Callable>
 List(const char*, Callable, const char*) -> List<Callable>;
 
-/// A text whose size one function tells, and which another one reads.
+/// A text, by the function of its size and the function that reads it.
 template <class SizeCallable, class Callable>
 struct Text {
     Value answer(const Monitor& monitor) const {

@@ -1,4 +1,4 @@
-// Resources that are one value of the monitor, told by the functions and texts that they use:
+// Resources that are one value of the monitor, given by the functions and texts that they use:
 //
 //   class FineContrast final : public Setting<FineContrast, Number> {
 //      public:
