@@ -55,6 +55,7 @@ const keywords = {
     [ts.SyntaxKind.StringKeyword]: { type: 'string' },
     [ts.SyntaxKind.BooleanKeyword]: { type: 'boolean' },
     [ts.SyntaxKind.UnknownKeyword]: {},
+    [ts.SyntaxKind.NeverKeyword]: { not: {} },
 };
 
 /** What is answered has no further members; what is given may have. */

@@ -218,8 +218,8 @@ function checkNames(node, scope, parameters = []) {
     visit(node);
 }
 
-const { NumberKeyword, StringKeyword, BooleanKeyword, UnknownKeyword } = ts.SyntaxKind;
-const keywords = [NumberKeyword, StringKeyword, BooleanKeyword, UnknownKeyword];
+const { NumberKeyword, StringKeyword, BooleanKeyword, UnknownKeyword, NeverKeyword } = ts.SyntaxKind;
+const keywords = [NumberKeyword, StringKeyword, BooleanKeyword, UnknownKeyword, NeverKeyword];
 
 function isKnownKind(node) {
     return (

@@ -165,6 +165,10 @@ test('types become schemas, exact in answers and open in what is given', () => {
             undefined,
             { type: 'object', properties: { a: { type: 'boolean' }, b: { type: 'boolean' } }, required: ['a', 'b'] },
         ],
+        '{type: string, index?: never}': [
+            undefined,
+            { type: 'object', properties: { type: { type: 'string' }, index: { not: {} } }, required: ['type'] },
+        ],
         'Text<16> // a name': [{ type: 'string', maxLength: 16 }],
     };
     for (const [text, [answered, given]] of Object.entries(cases)) {
