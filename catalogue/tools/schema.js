@@ -4,7 +4,7 @@ import { isServed } from './match.js';
 import { membersOf, prelude, withArguments } from './types.js';
 
 /**
- * @param {Type} type
+ * @param {import('./types.js').Type} type
  * @param {{isGiven: boolean}} use whether it is given in a request (then objects may have further members, and numbers
  * are converted) or answered
  */
