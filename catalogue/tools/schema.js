@@ -81,6 +81,16 @@ const kinds = {
             (_, { isGiven }) => (isGiven ? { type: 'number', format: limits.format } : { type: 'integer', ...limits }),
         ]),
     ),
+    // Unlike other numbers, one that rounds to none of these is refused.
+    Selector: (_, { isGiven }) =>
+        isGiven
+            ? {
+                  anyOf: [
+                      { type: 'number', format: 'uint32', exclusiveMinimum: -0.5, exclusiveMaximum: 0xffffffff + 0.5 },
+                      { type: 'string', pattern: '^[0-9]{1,9}$' },
+                  ],
+              }
+            : { type: 'integer', ...integers.UInt32 },
     // The schema counts characters, the monitor bytes: there are no fewer of these.
     Text: ([bytes]) => ({ type: 'string', maxLength: literalOf(bytes) }),
     List: ([element, length], use) => ({
