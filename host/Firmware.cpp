@@ -7,6 +7,7 @@
 
 #include "host/Platform.h"
 #include "simulator/core/FirmwarePackage.h"
+#include "simulator/core/Parameters.h"
 
 namespace host {
 
@@ -19,7 +20,7 @@ void say(const std::string& line) {
 
 std::string versionText(const Json& version) {
     FirmwareVersionRecord record{};
-    if (!simulator::fromJson(version, record)) throw std::runtime_error(writeJson(version) + " is no version");
+    if (!simulator::Output(&record).write(version)) throw std::runtime_error(writeJson(version) + " is no version");
     return simulator::versionText(record);
 }
 
