@@ -193,7 +193,7 @@ class ValueBuilder {
 
     Value& target_;
     const Value previous_;  // keeps the text alive, should the target hold it
-    Store::Filler store_;
+    Store::BatchAllocator store_;
     Open open_{};
     Stack<Open, 8> outer_;
     Stack<Value::Packed, 64> values_;

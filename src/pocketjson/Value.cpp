@@ -43,14 +43,14 @@ Value Value::fromElements(Elements&& elements) {
 
 void Value::destroyContainer() noexcept {
     constexpr unsigned kLevelsOnCallStack = 32;
-    Store::Releaser store;
+    Store::BatchReleaser store;
     destroy(store, kLevelsOnCallStack);
 }
 
 // Destroys a container that has lost its last reference, and the containers in it that lose theirs with it. Their
 // references are given up here: the destructors of the entries would do it as well, but each on top of the one before,
 // with as much call stack as the value is deep.
-void Value::destroy(Store::Releaser& store, unsigned levels) noexcept {
+void Value::destroy(Store::BatchReleaser& store, unsigned levels) noexcept {
     const auto releaseEntry = [&store, levels](Value& entry) {
         if (!entry.giveUpReference()) return;
         if (levels > 0)

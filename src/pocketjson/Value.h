@@ -196,7 +196,7 @@ class Value {
     /// without payload.
     bool giveUpReference() noexcept;
     void destroyContainer() noexcept;
-    void destroy(Store::Releaser& store, unsigned levels) noexcept;
+    void destroy(Store::BatchReleaser& store, unsigned levels) noexcept;
     void destroyStepByStep() noexcept;
     Value* entryToDescendInto() noexcept;
     Value& entryDescendedInto() noexcept;
@@ -219,9 +219,9 @@ class Value::AbstractContainer {
     virtual ~AbstractContainer() = default;
 
     static void* operator new(std::size_t size) { return Store::allocate(size); }
-    static void* operator new(std::size_t size, Store::Filler& filler) { return filler.allocate(size); }
+    static void* operator new(std::size_t size, Store::BatchAllocator& batch) { return batch.allocate(size); }
     static void operator delete(void* memory, std::size_t size) noexcept { Store::release(memory, size); }
-    static void operator delete(void* memory, Store::Filler& filler) noexcept { filler.takeBack(memory); }
+    static void operator delete(void* memory, Store::BatchAllocator& batch) noexcept { batch.releaseLast(memory); }
 
     std::int32_t references = 1;
 };
