@@ -18,6 +18,12 @@ extern "C" void __asan_poison_memory_region(const volatile void* memory, std::si
 extern "C" void __asan_unpoison_memory_region(const volatile void* memory, std::size_t size);
 #endif
 
+#ifdef _MSC_VER
+#define POCKETJSON_ALWAYS_INLINE __forceinline
+#else
+#define POCKETJSON_ALWAYS_INLINE [[gnu::always_inline]] inline
+#endif
+
 namespace pocketjson {
 
 /// Lets AddressSanitizer report every use of memory that is not in use.
