@@ -7,29 +7,11 @@
 #include <cstddef>
 #include <limits>
 
+#include "Compiler.h"
+
 namespace pocketjson {
 
 namespace {
-
-// A product of two 64-bit numbers, and the upper two thirds of longer ones.
-struct Wide {
-    std::uint64_t high;
-    std::uint64_t low;
-};
-
-constexpr Wide multiply(std::uint64_t a, std::uint64_t b) noexcept {
-#ifdef __SIZEOF_INT128__
-    __extension__ using Wide128 = unsigned __int128;
-    const Wide128 product = static_cast<Wide128>(a) * b;
-    return {static_cast<std::uint64_t>(product >> 64), static_cast<std::uint64_t>(product)};
-#else
-    const std::uint64_t aLow = a & 0xFFFFFFFF, aHigh = a >> 32, bLow = b & 0xFFFFFFFF, bHigh = b >> 32;
-    const std::uint64_t low = aLow * bLow;
-    const std::uint64_t middle = aHigh * bLow + (low >> 32);
-    const std::uint64_t otherMiddle = aLow * bHigh + (middle & 0xFFFFFFFF);
-    return {aHigh * bHigh + (middle >> 32) + (otherMiddle >> 32), otherMiddle << 32 | (low & 0xFFFFFFFF)};
-#endif
-}
 
 // A natural number of up to 4096 bits, the least significant limb first.
 class BigNumber {

@@ -40,43 +40,43 @@ constexpr int kSignificantDigits = 17;
 
 }  // namespace
 
-char* writeAnyNumber(std::int64_t number, char* room) noexcept {
+char* writeAnyNumber(std::int64_t number, char* buffer) noexcept {
     auto absolute = static_cast<std::uint64_t>(number);
     if (number < 0) {
-        *room++ = '-';
+        *buffer++ = '-';
         absolute = 0 - absolute;
     }
-    const auto writeLeading = [&room](std::uint64_t upToEightDigits) {
+    const auto writeLeading = [&buffer](std::uint64_t upToEightDigits) {
         const std::uint64_t digits = eightDigits(upToEightDigits);
         const int zeros = std::countr_zero(digits | std::uint64_t{1} << 56) / 8;
-        writeEightDigits(digits >> (8 * zeros), room);
-        room += 8 - zeros;
+        writeEightDigits(digits >> (8 * zeros), buffer);
+        buffer += 8 - zeros;
     };
-    const auto writeNextEight = [&room](std::uint64_t eight) {
-        writeEightDigits(eightDigits(eight), room);
-        room += 8;
+    const auto writeNextEight = [&buffer](std::uint64_t eight) {
+        writeEightDigits(eightDigits(eight), buffer);
+        buffer += 8;
     };
-    constexpr std::uint64_t kEight = 100000000, kSixteen = kEight * kEight;
-    if (absolute < kEight) {
+    constexpr std::uint64_t kTenTo8 = 100000000, kTenTo16 = kTenTo8 * kTenTo8;
+    if (absolute < kTenTo8) {
         writeLeading(absolute);
-    } else if (absolute < kSixteen) {
-        writeLeading(absolute / kEight);
-        writeNextEight(absolute % kEight);
+    } else if (absolute < kTenTo16) {
+        writeLeading(absolute / kTenTo8);
+        writeNextEight(absolute % kTenTo8);
     } else {
-        writeLeading(absolute / kSixteen);
-        writeNextEight(absolute / kEight % kEight);
-        writeNextEight(absolute % kEight);
+        writeLeading(absolute / kTenTo16);
+        writeNextEight(absolute / kTenTo8 % kTenTo8);
+        writeNextEight(absolute % kTenTo8);
     }
-    return room;
+    return buffer;
 }
 
-char* writeNumber(double number, char* room) noexcept {
+char* writeNumber(double number, char* buffer) noexcept {
     if (number == 0) {
-        std::memcpy(room, "0.0", 3);
-        return room + 3;
+        std::memcpy(buffer, "0.0", 3);
+        return buffer + 3;
     }
     if (number < 0) {
-        *room++ = '-';
+        *buffer++ = '-';
         number = -number;
     }
     const Decimal decimal = seventeenDigits(number);
@@ -94,21 +94,21 @@ char* writeNumber(double number, char* room) noexcept {
 
     const std::int64_t power = decimal.exponent + kSignificantDigits - 1;  // of ten, in the first digit
     if (power < -4 || power >= kSignificantDigits) {
-        writeDigits(room + 1);
-        room[0] = first;
-        room[1] = '.';
-        return writeExponent(power, room + (length > 1 ? length + 1 : 1));
+        writeDigits(buffer + 1);
+        buffer[0] = first;
+        buffer[1] = '.';
+        return writeExponent(power, buffer + (length > 1 ? length + 1 : 1));
     }
     if (power < 0) {
-        std::memcpy(room, "0.000", 5);
-        writeDigits(room + 1 - power);
-        return room + 1 - power + length;
+        std::memcpy(buffer, "0.000", 5);
+        writeDigits(buffer + 1 - power);
+        return buffer + 1 - power + length;
     }
-    writeDigits(room);
-    if (length <= power + 1) return room + power + 1;
-    std::memmove(room + power + 2, room + power + 1, kSignificantDigits - 1);
-    room[power + 1] = '.';
-    return room + length + 1;
+    writeDigits(buffer);
+    if (length <= power + 1) return buffer + power + 1;
+    std::memmove(buffer + power + 2, buffer + power + 1, kSignificantDigits - 1);
+    buffer[power + 1] = '.';
+    return buffer + length + 1;
 }
 
 const char* scanExponent(const char* cursor, const char* end, std::int64_t& exponent) noexcept {
@@ -120,44 +120,19 @@ const char* scanExponent(const char* cursor, const char* end, std::int64_t& expo
 }
 
 double longToDouble(std::string_view mantissa, std::uint64_t digits, std::int64_t exponent) noexcept {
-    const auto isLeading = [](char byte) { return byte == '0' || byte == '.'; };
-    const auto* const first = std::find_if_not(mantissa.begin(), mantissa.end(), isLeading);
-    mantissa.remove_prefix(static_cast<std::size_t>(first - mantissa.begin()));
+    mantissa.remove_prefix(std::min(mantissa.find_first_not_of("0."), mantissa.size()));
     if (mantissa.size() <= static_cast<std::size_t>(kDigitsOfDecimal)) return nearestDouble({digits, exponent});
     return nearestDouble(mantissa, exponent);
 }
 
 bool readNumber(std::string_view text, double& number) noexcept {
-    const char* cursor = text.data();
-    const char* const end = cursor + text.size();
-    const bool negative = text.starts_with('-');
-    if (negative || text.starts_with('+')) ++cursor;
-
-    const char* const mantissa = cursor;
-    std::uint64_t digits = 0;
-    cursor = scanDigits(cursor, end, digits);
-    std::int64_t count = cursor - mantissa, exponent = 0;
-    if (cursor != end && *cursor == '.') {
-        const char* const fraction = ++cursor;
-        cursor = scanDigits(cursor, end, digits);
-        count += cursor - fraction;
-        exponent = fraction - cursor;
-    }
-    if (count == 0) return false;
-    const std::string_view mantissaText(mantissa, cursor);
-    if (cursor != end) {
-        if (*cursor != 'e' && *cursor != 'E') return false;
-        ++cursor;
-        const bool negativeExponent = cursor != end && *cursor == '-';
-        if (negativeExponent || (cursor != end && *cursor == '+')) ++cursor;
-        const char* const exponentDigits = cursor;
-        std::int64_t stated = 0;
-        cursor = scanExponent(cursor, end, stated);
-        if (cursor == exponentDigits || cursor != end) return false;
-        exponent += negativeExponent ? -stated : stated;
-    }
-    const double absolute = toDouble(mantissaText, count, digits, exponent);
-    number = negative ? -absolute : absolute;
+    const bool isNegative = text.starts_with('-');
+    if (isNegative || text.starts_with('+')) text.remove_prefix(1);
+    const char* const end = text.data() + text.size();
+    const DecimalText decimal = scanDecimal(text.data(), end);
+    if (decimal.digitCount() == 0 || decimal.lacksExponentDigits || decimal.end != end) return false;
+    const double absolute = toDouble(decimal);
+    number = isNegative ? -absolute : absolute;
     return true;
 }
 

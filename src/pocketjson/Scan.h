@@ -9,14 +9,14 @@
 
 namespace pocketjson {
 
-/// Sixteen bytes, and a set of them as a mask with the first byte in the lowest bit.
-class Sixteen {
+/// Sixteen bytes. A set of them is a mask with the first byte in the lowest bit.
+class ByteBlock {
  public:
     static constexpr std::ptrdiff_t size = 16;
 
-    explicit Sixteen(const char* bytes) noexcept : bytes_(_mm_loadu_si128(reinterpret_cast<const __m128i*>(bytes))) {}
+    explicit ByteBlock(const char* bytes) noexcept : bytes_(_mm_loadu_si128(reinterpret_cast<const __m128i*>(bytes))) {}
     /// Eight bytes twice.
-    Sixteen(std::uint64_t first, std::uint64_t second) noexcept
+    ByteBlock(std::uint64_t first, std::uint64_t second) noexcept
         : bytes_(_mm_set_epi64x(static_cast<long long>(second), static_cast<long long>(first))) {}
     void store(char* to) const noexcept { _mm_storeu_si128(reinterpret_cast<__m128i*>(to), bytes_); }
 
@@ -32,7 +32,7 @@ class Sixteen {
         return static_cast<unsigned>(
             _mm_movemask_epi8(_mm_cmpeq_epi8(_mm_min_epu8(bytes_, _mm_set1_epi8(limit)), bytes_)));
     }
-    unsigned noDigits() const noexcept {
+    unsigned nonDigits() const noexcept {
         const __m128i digits = _mm_sub_epi8(bytes_, _mm_set1_epi8('0'));
         const __m128i isDigit = _mm_cmpeq_epi8(_mm_min_epu8(digits, _mm_set1_epi8(9)), digits);
         return static_cast<unsigned>(_mm_movemask_epi8(isDigit)) ^ 0xFFFF;
@@ -54,16 +54,16 @@ class Sixteen {
     __m128i bytes_;
 };
 
-/// The first of the bytes from `cursor` on that `search` finds, or `end`. `search` takes a Sixteen and returns a mask,
-/// or a byte and returns whether it is one. Up to sixteen bytes before the cursor, from `begin` on, may be read as
-/// well.
+/// The first of the bytes from `cursor` on that `search` finds, or `end`. `search` takes a ByteBlock and returns a
+/// mask, or a byte and returns whether it is one. Up to sixteen bytes before the cursor, from `begin` on, may be read
+/// as well.
 template <class Search>
 const char* findFirst(const char* begin, const char* cursor, const char* end, Search search) noexcept {
-    for (; end - cursor >= Sixteen::size; cursor += Sixteen::size)
-        if (const unsigned found = search(Sixteen(cursor))) return cursor + std::countr_zero(found);
-    if (end - begin >= Sixteen::size) {  // the last sixteen, without those before the cursor
-        const char* const last = end - Sixteen::size;
-        const unsigned found = search(Sixteen(last)) >> (cursor - last);
+    for (; end - cursor >= ByteBlock::size; cursor += ByteBlock::size)
+        if (const unsigned found = search(ByteBlock(cursor))) return cursor + std::countr_zero(found);
+    if (end - begin >= ByteBlock::size) {  // the last sixteen, without those before the cursor
+        const char* const last = end - ByteBlock::size;
+        const unsigned found = search(ByteBlock(last)) >> (cursor - last);
         return found ? cursor + std::countr_zero(found) : end;
     }
     while (cursor != end && !search(*cursor)) ++cursor;

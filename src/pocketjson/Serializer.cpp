@@ -31,7 +31,7 @@ constexpr auto kEscapes = [] {
 }();
 
 struct Escaped {
-    unsigned operator()(Sixteen bytes) const noexcept { return bytes.among('"', '\\', '\x7F') | bytes.upTo('\x1F'); }
+    unsigned operator()(ByteBlock bytes) const noexcept { return bytes.among('"', '\\', '\x7F') | bytes.upTo('\x1F'); }
     bool operator()(char byte) const noexcept { return kEscapes[static_cast<unsigned char>(byte)] != 0; }
 };
 
@@ -80,29 +80,29 @@ Bytes load(const char* from) {
 bool copyIfPlain(std::string_view text, char* to) {
     const char* const from = text.data();
     const std::size_t size = text.size();
-    if (size >= Sixteen::size) {
+    if (size >= ByteBlock::size) {
         unsigned escaped = 0;
         const auto copy = [&](std::size_t offset) {
-            const Sixteen bytes(from + offset);
+            const ByteBlock bytes(from + offset);
             bytes.store(to + offset);
             escaped |= Escaped()(bytes);
         };
-        for (std::size_t offset = 0; offset + Sixteen::size < size; offset += Sixteen::size) copy(offset);
-        copy(size - Sixteen::size);
+        for (std::size_t offset = 0; offset + ByteBlock::size < size; offset += ByteBlock::size) copy(offset);
+        copy(size - ByteBlock::size);
         return escaped == 0;
     }
     if (size >= 8) {
         const auto first = load<std::uint64_t>(from), last = load<std::uint64_t>(from + size - 8);
         std::memcpy(to, &first, sizeof first);
         std::memcpy(to + size - 8, &last, sizeof last);
-        return Escaped()(Sixteen(first, last)) == 0;
+        return Escaped()(ByteBlock(first, last)) == 0;
     }
     if (size >= 4) {
         const auto first = load<std::uint32_t>(from), last = load<std::uint32_t>(from + size - 4);
         std::memcpy(to, &first, sizeof first);
         std::memcpy(to + size - 4, &last, sizeof last);
         const std::uint64_t both = first | static_cast<std::uint64_t>(last) << 32;
-        return Escaped()(Sixteen(both, both)) == 0;
+        return Escaped()(ByteBlock(both, both)) == 0;
     }
     bool plain = true;
     for (std::size_t i = 0; i < size; ++i) {
@@ -248,7 +248,7 @@ class Writer {
     }
 
     // Of a text that is copied at once; what may stand beside it (quotes, separators, an escape) has room as well.
-    static constexpr std::size_t kPlainLength = Output::kRoom - 2 * kNumberRoom;
+    static constexpr std::size_t kPlainLength = Output::kRoom - 2 * kNumberBufferSize;
 
     Output output_;
     const bool pretty_;

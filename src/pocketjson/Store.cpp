@@ -9,54 +9,45 @@ namespace {
 
 constexpr std::size_t kMaximumSpares = 64;
 
-// Regions with nothing in them.
 constinit std::array<std::atomic<void*>, kMaximumSpares> spares{};
 
 }  // namespace
 
-constinit std::atomic<Store::Filling> Store::open_{0};
+constinit std::atomic<Store::Cursor> Store::shared_{Cursor{}};
 
-void Store::Filler::fill(Filling filling) noexcept {
-    next_ = nextIn(filling);
-    end_ = reinterpret_cast<char*>(regionOf(filling)) + kRegionSize;
+void Store::BatchAllocator::moveTo(Cursor cursor) noexcept {
+    next_ = cursor.next;
+    end_ = Region::of(next_)->end();
 }
 
-Store::Filling Store::Filler::filling() const noexcept {
-    const char* const begin = end_ - kRegionSize;
-    return reinterpret_cast<Filling>(begin) + static_cast<std::size_t>(next_ - begin) / kUnit;
-}
-
-void Store::Filler::open(std::size_t size) {
+void Store::BatchAllocator::openRegion(std::size_t size) {
     if (!end_) {
-        if (const Filling filling = open_.exchange(0, std::memory_order_acquire)) {
-            Region* const region = regionOf(filling);
-            const bool isEmpty = region->left.load(std::memory_order_acquire) == kOpen - (filling - beginOf(region));
-            if (isEmpty) region->left.store(kOpen, std::memory_order_relaxed);
-            fill(isEmpty ? beginOf(region) : filling);
+        // What others have begun, if there is still space; from its beginning, if all of that has been released.
+        if (const Cursor cursor = shared_.exchange({}, std::memory_order_acquire); cursor.next) {
+            Region* const region = Region::of(cursor.next);
+            const bool isEmpty = region->units.load(std::memory_order_acquire) ==
+                                 Region::kOpen - unitsFor(static_cast<std::size_t>(cursor.next - region->begin()));
+            if (isEmpty) region->units.store(Region::kOpen, std::memory_order_relaxed);
+            moveTo(isEmpty ? Cursor{region->begin()} : cursor);
             if (size <= static_cast<std::size_t>(end_ - next_)) return;
         }
     }
-    if (end_) close(filling());
+    if (end_) close({next_});
     end_ = next_ = nullptr;
-    fill(openEmpty());
+    moveTo(openSpare());
 }
 
-Store::Filler::~Filler() {
+Store::BatchAllocator::~BatchAllocator() {
     if (!end_) return;
-    // Released here if another thread has left an open region meanwhile.
-    if (const Filling other = open_.exchange(filling(), std::memory_order_acq_rel)) close(other);
+    // Another thread may have left a region of its own meanwhile, which nobody needs.
+    if (const Cursor other = shared_.exchange({next_}, std::memory_order_acq_rel); other.next) close(other);
 }
 
-// Behind what tells of the region.
-Store::Filling Store::beginOf(Region* region) noexcept {
-    return reinterpret_cast<std::uintptr_t>(region) + 1;
-}
-
-Store::Filling Store::openEmpty() {
+Store::Cursor Store::openSpare() {
     const auto open = [](void* memory) {
         auto* const region = new (memory) Region;
-        region->left.store(kOpen, std::memory_order_relaxed);
-        return beginOf(region);
+        poison(region->begin(), region->objects.size());
+        return Cursor{region->begin()};
     };
     for (auto& spare : spares)
         if (spare.load(std::memory_order_relaxed))
@@ -68,13 +59,12 @@ Store::Filling Store::openEmpty() {
     return open(::operator new (kRegionSize, std::align_val_t{kRegionSize}));
 }
 
-void Store::close(Filling filling) noexcept {
-    Region* const region = regionOf(filling);
-    const std::size_t made = filling - beginOf(region);
-    release(region, kOpen - static_cast<std::uint32_t>(made));
+void Store::close(Cursor cursor) noexcept {
+    Region* const region = Region::of(cursor.next);
+    release(region, Region::kOpen - unitsFor(static_cast<std::size_t>(cursor.next - region->begin())));
 }
 
-void Store::recycle(Region* region) noexcept {
+void Store::keepSpare(Region* region) noexcept {
     for (auto& spare : spares) {
         void* none = nullptr;
         if (!spare.load(std::memory_order_relaxed) &&
@@ -92,7 +82,7 @@ void Store::freeSpares() noexcept {
     };
     free();
     // Goes the way of the others unless a value is left that outlives the library.
-    if (const Filling open = open_.exchange(0, std::memory_order_acquire)) close(open);
+    if (const Cursor cursor = shared_.exchange({}, std::memory_order_acquire); cursor.next) close(cursor);
     free();
 }
 

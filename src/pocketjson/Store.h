@@ -1,101 +1,117 @@
 // The memory of containers.
 #pragma once
 
+#include <array>
 #include <atomic>
 #include <cstddef>
 #include <cstdint>
 #include <utility>
 
-// The address sanitizer is told what is in use, so that it finds uses of what was released.
-#ifdef __SANITIZE_ADDRESS__
-#include <sanitizer/asan_interface.h>
-#else
-#define ASAN_POISON_MEMORY_REGION(memory, size) (static_cast<void>(memory), static_cast<void>(size))
-#define ASAN_UNPOISON_MEMORY_REGION(memory, size) (static_cast<void>(memory), static_cast<void>(size))
-#endif
+#include "Compiler.h"
 
 namespace pocketjson {
 
-/// Hands out memory for small objects, well below the 16 KiB of a region, from regions each of which is filled from its
-/// beginning to its end and used again when nothing in it is left. So objects that are made one after the other lie one
-/// after the other, and a program that makes and drops them over and over does so in the same few pages.
+/// Allocates small objects, well below 16 KiB, out of regions:
 ///
-/// Memory may be released on any thread. One region is open at a time, for whoever comes next; a thread that finds
-/// none, because another one is filling it, opens one of its own. There is no lock and nothing per thread: an object
-/// by itself takes one atomic exchange, as many as a Filler makes take two, and releasing one is an atomic decrement.
+///     |<------------------------- 16 KiB, aligned to as much ------------------------->|
+///     +--------+----------+---------------+--------+--------------------------+--------+
+///     | object | released | object        | object | not allocated yet        | header |
+///     +--------+----------+---------------+--------+--------------------------+--------+
+///     ^ begin                                      ^ cursor                   ^ end
+///
+/// Objects are allocated one after the other, from the beginning of a region to its end. What is released among them is
+/// not used again until the whole region is empty; the header counts, and an object's address leads to it. A region is
+///
+///     open    while a cursor is in it, which is that of a batch or, for at most one region, that of everybody else;
+///     closed  when its cursor has gone to another region, until the last object in it is released;
+///     spare   when it is empty, until it is opened again. Only so many are kept.
+///
+/// A text becomes many small containers, made one after the other and mostly released in the same way. So they lie one
+/// after the other in a few pages, which the next request finds in the cache; allocating one is an addition, and
+/// releasing many of one region is a single subtraction. No lock is needed and nothing per thread: the cursor that
+/// threads share is exchanged atomically, whoever finds none opens a region of his own, and memory may be released on
+/// any thread.
 class Store {
     static constexpr std::size_t kRegionSize = 16384;
-    static constexpr std::size_t kUnit = 16;  // sizes and alignments are multiples of it
+    static constexpr std::size_t kUnit = 16;  // sizes and alignments of objects are multiples of it
 
-    // At the beginning of a region, which is aligned to its size.
-    struct Region {
-        std::atomic<std::uint32_t> left;  // units not released; kOpen less those released while more may be made
+    struct alignas(kUnit) Region {
+        static Region* of(void* inside) noexcept {
+            const std::size_t offset = reinterpret_cast<std::uintptr_t>(inside) % kRegionSize;
+            return reinterpret_cast<Region*>(static_cast<std::byte*>(inside) - offset);
+        }
+        std::byte* begin() noexcept { return objects.data(); }
+        std::byte* end() noexcept { return objects.data() + objects.size(); }
+
+        // More units than any region has.
+        static constexpr std::uint32_t kOpen = 1U << 31;
+
+        std::array<std::byte, kRegionSize - kUnit> objects;
+        // Units allocated less those released, so that whoever comes to 0 has released the last ones. While the region
+        // is open, kOpen stands for all that may be allocated.
+        std::atomic<std::uint32_t> units{kOpen};
     };
-    static constexpr std::uint32_t kOpen = 1U << 31;
+    static_assert(sizeof(Region) == kRegionSize);
 
-    // How far a region is filled: its address, and in the bits that are zero in it the number of units. 0 is none.
-    using Filling = std::uintptr_t;
-    static_assert(sizeof(Region) <= kUnit);
+    // Where the next object goes, in an open region, or null.
+    struct Cursor {
+        std::byte* next = nullptr;
 
-    static constexpr std::size_t unitsFor(std::size_t size) noexcept { return (size + kUnit - 1) / kUnit; }
-    static std::size_t unitsOf(Filling filling) noexcept { return filling % kRegionSize; }
-    static Region* regionOf(std::uintptr_t inside) noexcept {
-        return reinterpret_cast<Region*>(inside / kRegionSize * kRegionSize);  // NOLINT(performance-no-int-to-ptr)
-    }
-    static char* nextIn(Filling filling) noexcept {
-        return reinterpret_cast<char*>(regionOf(filling)) + unitsOf(filling) * kUnit;
-    }
-    static bool hasRoom(Filling filling, std::size_t units) noexcept {
-        return filling != 0 && unitsOf(filling) + units <= kRegionSize / kUnit;
+        bool hasSpaceFor(std::size_t size) const noexcept {
+            return next && size <= static_cast<std::size_t>(Region::of(next)->end() - next);
+        }
+    };
+
+    static constexpr std::uint32_t unitsFor(std::size_t size) noexcept {
+        return static_cast<std::uint32_t>((size + kUnit - 1) / kUnit);
     }
 
  public:
-    /// Has a region to itself while it lives. Belongs to one thread.
-    class Filler {
+    /// Has a region to itself while it lives, so that it allocates many objects without atomic operations. Belongs to
+    /// one thread.
+    class BatchAllocator {
      public:
-        Filler() noexcept = default;
-        ~Filler();
-        Filler(const Filler&) = delete;
-        Filler& operator=(const Filler&) = delete;
+        BatchAllocator() noexcept = default;
+        ~BatchAllocator();
+        BatchAllocator(const BatchAllocator&) = delete;
+        BatchAllocator& operator=(const BatchAllocator&) = delete;
 
         /// Throws std::bad_alloc.
         void* allocate(std::size_t size) {
             size = unitsFor(size) * kUnit;
-            if (size > static_cast<std::size_t>(end_ - next_)) open(size);
-            ASAN_UNPOISON_MEMORY_REGION(next_, size);
+            if (size > static_cast<std::size_t>(end_ - next_)) openRegion(size);
+            unpoison(next_, size);
             return std::exchange(next_, next_ + size);
         }
-        /// Takes back what was allocated last.
-        void takeBack(void* memory) noexcept {
-            next_ = static_cast<char*>(memory);
-            ASAN_POISON_MEMORY_REGION(next_, end_ - next_);
+        void releaseLast(void* memory) noexcept {
+            next_ = static_cast<std::byte*>(memory);
+            poison(next_, static_cast<std::size_t>(end_ - next_));
         }
 
      private:
-        void open(std::size_t size);
-        void fill(Filling filling) noexcept;
-        Filling filling() const noexcept;
+        void openRegion(std::size_t size);
+        void moveTo(Cursor cursor) noexcept;
 
-        char* next_ = nullptr;  // in the region that ends at end_
-        char* end_ = nullptr;
+        std::byte* next_ = nullptr;  // in the region that ends at end_
+        std::byte* end_ = nullptr;
     };
 
-    /// Takes objects back, those of one region in a row at once.
-    class Releaser {
+    /// Releases objects, those of one region in a row at once.
+    class BatchReleaser {
      public:
-        Releaser() noexcept = default;
-        ~Releaser() { flush(); }
-        Releaser(const Releaser&) = delete;
-        Releaser& operator=(const Releaser&) = delete;
+        BatchReleaser() noexcept = default;
+        ~BatchReleaser() { flush(); }
+        BatchReleaser(const BatchReleaser&) = delete;
+        BatchReleaser& operator=(const BatchReleaser&) = delete;
 
         void release(void* memory, std::size_t size) noexcept {
-            ASAN_POISON_MEMORY_REGION(memory, size);
-            Region* const region = regionOf(reinterpret_cast<std::uintptr_t>(memory));
+            poison(memory, size);
+            Region* const region = Region::of(memory);
             if (region != region_) {
                 flush();
                 region_ = region;
             }
-            units_ += static_cast<std::uint32_t>(unitsFor(size));
+            units_ += unitsFor(size);
         }
 
      private:
@@ -110,30 +126,31 @@ class Store {
 
     /// One object by itself. Throws std::bad_alloc.
     static void* allocate(std::size_t size) {
-        const std::size_t units = unitsFor(size);
-        Filling filling = open_.load(std::memory_order_relaxed);
-        while (hasRoom(filling, units)) {
-            if (!open_.compare_exchange_weak(filling, filling + units, std::memory_order_acquire,
-                                             std::memory_order_relaxed))
+        const std::size_t wholeUnits = unitsFor(size) * kUnit;
+        Cursor cursor = shared_.load(std::memory_order_relaxed);
+        while (cursor.hasSpaceFor(wholeUnits)) {
+            const Cursor after{cursor.next + wholeUnits};
+            if (!shared_.compare_exchange_weak(cursor, after, std::memory_order_acquire, std::memory_order_relaxed))
                 continue;
-            ASAN_UNPOISON_MEMORY_REGION(nextIn(filling), size);
-            return nextIn(filling);
+            unpoison(cursor.next, size);
+            return cursor.next;
         }
-        return Filler().allocate(size);
+        return BatchAllocator().allocate(size);
     }
-    static void release(void* memory, std::size_t size) noexcept { Releaser().release(memory, size); }
+    static void release(void* memory, std::size_t size) noexcept { BatchReleaser().release(memory, size); }
 
  private:
+    // Whoever releases the last units of a region makes it a spare one.
     static void release(Region* region, std::uint32_t units) noexcept {
-        if (region->left.fetch_sub(units, std::memory_order_acq_rel) == units) recycle(region);
+        if (region->units.fetch_sub(units, std::memory_order_acq_rel) == units) keepSpare(region);
     }
-    static Filling beginOf(Region* region) noexcept;
-    static Filling openEmpty();
-    static void close(Filling filling) noexcept;
-    static void recycle(Region* region) noexcept;
+    static Cursor openSpare();
+    static void close(Cursor cursor) noexcept;
+    static void keepSpare(Region* region) noexcept;
     static void freeSpares() noexcept;
 
-    static std::atomic<Filling> open_;  // of the region that no filler has
+    static std::atomic<Cursor> shared_;  // where everybody but batches allocates
+    static_assert(std::atomic<Cursor>::is_always_lock_free);
 };
 
 }  // namespace pocketjson

@@ -2,6 +2,7 @@
 
 #include <cmath>
 #include <limits>
+#include <new>
 
 #include "Entries.h"
 #include "Number.h"
@@ -17,23 +18,6 @@ union Immortal {
     ~Immortal() {}
     T value;
 };
-
-// The first member whose name is not less than the given one. A map of std::string searches by std::string only; to
-// need no memory, the search is for as much of the name as fits into a string object, and goes on step by step.
-template <class Members>
-auto lowerBound(Members& members, std::string_view name) noexcept {
-    const auto inlineCapacity = std::string().capacity();
-    auto member = members.lower_bound(std::string(name.substr(0, inlineCapacity)));
-    if (name.size() > inlineCapacity)
-        while (member != members.end() && member->first < name) ++member;
-    return member;
-}
-
-template <class Members>
-auto find(Members& members, std::string_view name) noexcept {
-    const auto member = lowerBound(members, name);
-    return member != members.end() && member->first == name ? member : members.end();
-}
 
 }  // namespace
 
@@ -59,16 +43,16 @@ Value Value::fromElements(Elements&& elements) {
 
 void Value::destroyContainer() noexcept {
     constexpr unsigned kLevelsOnCallStack = 32;
-    Store::Releaser store;
+    Store::BatchReleaser store;
     destroy(store, kLevelsOnCallStack);
 }
 
-// Destroys a container that has lost its last reference, and first the containers in it of which that is true as well.
-// Their destructors would do the same, but use as much stack as the value is deep.
-void Value::destroy(Store::Releaser& store, unsigned levels) noexcept {
-    const auto destroyEntry = [&store, levels](Value& entry) {
-        if (!entry.holds(kContainerMask) || entry.payload_.container->references != 1) return;
-        entry.payload_.container->references = 0;
+// Destroys a container that has lost its last reference, and the containers in it that lose theirs with it. Their
+// references are given up here: the destructors of the entries would do it as well, but each on top of the one before,
+// with as much call stack as the value is deep.
+void Value::destroy(Store::BatchReleaser& store, unsigned levels) noexcept {
+    const auto releaseEntry = [&store, levels](Value& entry) {
+        if (!entry.giveUpReference()) return;
         if (levels > 0)
             entry.destroy(store, levels - 1);
         else
@@ -77,18 +61,18 @@ void Value::destroy(Store::Releaser& store, unsigned levels) noexcept {
     std::size_t size = sizeof(Container<std::string>);
     if (type_ == Array) {
         size = sizeof(Container<Elements>);
-        for (Value& element : payload<Elements>()) destroyEntry(element);
+        for (Value& element : payload<Elements>()) releaseEntry(element);
     } else if (type_ == Object) {
         size = sizeof(Container<Members>);
-        for (auto& [name, member] : payload<Members>()) destroyEntry(member);
+        for (auto& [name, member] : payload<Members>()) releaseEntry(member);
     }
     payload_.container->~AbstractContainer();
     store.release(payload_.container, size);
     payload_.container = nullptr;
 }
 
-// Without stack and without memory: *this walks through the containers that have lost their last reference, and the
-// slot through which it descends into one holds the way back.
+// Without call stack and without memory: *this walks through the containers that have lost their last reference, and
+// the entry by which it has descended into one holds the way back.
 void Value::destroyStepByStep() noexcept {
     Value parent;
     for (;;) {
@@ -106,21 +90,16 @@ void Value::destroyStepByStep() noexcept {
     }
 }
 
-// Drops entries of an object or array until the next one to be dropped is an object or array with no other reference;
-// takes that last reference and returns the entry. Returns null if there is none.
+// Removes entries of an object or array up to the first one that has the last reference to a container. Gives that
+// reference up and returns the entry, or null if there is none.
 Value* Value::entryToDescendInto() noexcept {
-    const auto takeLastReference = [](Value& entry) {
-        if (!entry.holds(kNestedMask) || entry.payload_.container->references != 1) return false;
-        entry.payload_.container->references = 0;
-        return true;
-    };
     if (type_ == Array) {
         for (auto& elements = payload<Elements>(); !elements.empty(); elements.pop_back())
-            if (takeLastReference(elements.back())) return &elements.back();
+            if (elements.back().giveUpReference()) return &elements.back();
     } else if (type_ == Object) {
         auto& members = payload<Members>();
         for (auto member = members.begin(); member != members.end(); ++member) {
-            if (takeLastReference(member->second)) {
+            if (member->second.giveUpReference()) {
                 members.erase(members.begin(), member);
                 return &member->second;
             }
@@ -173,37 +152,41 @@ Value& Value::assignText(std::string&& text) {
 }
 
 Value& Value::operator[](std::string_view name) {
-    if (type_ != Object) {
+    if (!isObject()) {
         Value object = Value::object();
-        object.payload<Members>().emplace(name, Value());
-        swap(object);  // releases the old content only now: the name may be part of it
-        return payload<Members>().begin()->second;
+        Value& member = object[name];
+        swap(object);  // only now: the name may be part of the old content, and memory may have been missing
+        return member;
     }
     auto& members = ownPayload<Members>();
-    auto member = lowerBound(members, name);
+    auto member = members.lower_bound(name);
     if (member == members.end() || member->first != name) member = members.emplace_hint(member, name, Value());
     return member->second;
 }
 
 const Value& Value::get(std::string_view name) const noexcept {
-    if (type_ != Object) return empty<Value>();
-    const auto member = find(members(), name);
+    const auto member = members().find(name);
     return member != members().end() ? member->second : empty<Value>();
 }
 
 bool Value::has(std::string_view name) const noexcept {
-    return type_ == Object && find(members(), name) != members().end();
+    return members().contains(name);
 }
 
 bool Value::remove(std::string_view name) {
     if (!has(name)) return false;
     auto& members = ownPayload<Members>();
-    members.erase(find(members, name));
+    members.erase(members.find(name));
     return true;
 }
 
 Value& Value::append(Value element) {
-    setType(Array);
+    if (!isArray()) {
+        Value array = Value::array();
+        Value& appended = array.append(std::move(element));
+        swap(array);
+        return appended;
+    }
     return ownPayload<Elements>().emplace_back(std::move(element));
 }
 
@@ -212,7 +195,13 @@ const Value& Value::at(std::size_t index) const noexcept {
 }
 
 Value& Value::element(std::size_t index) {
-    setType(Array);
+    if (!isArray()) {
+        Value array = Value::array();
+        Value& element = array.element(index);
+        swap(array);
+        return element;
+    }
+    if (index >= elements().max_size()) throw std::bad_alloc();
     auto& elements = ownPayload<Elements>();
     if (index >= elements.size()) elements.resize(index + 1);
     return elements[index];

@@ -4,6 +4,7 @@
 #include <concepts>
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <initializer_list>
 #include <iterator>
 #include <map>
@@ -37,8 +38,8 @@ class Value {
     template <class T>
     class Container;
 
-    /// Ordered by the bytes of the names.
-    using Members = std::map<std::string, Value>;
+    /// Ordered by the bytes of the names; they are looked up by any kind of text.
+    using Members = std::map<std::string, Value, std::less<>>;
     using Elements = std::vector<Value>;
 
     Value() noexcept = default;
@@ -188,9 +189,14 @@ class Value {
     template <class T>
     T& ownPayload();
 
-    void release() noexcept;
+    void release() noexcept {
+        if (giveUpReference()) destroyContainer();
+    }
+    /// Returns whether it was the last one to a container, which is then to be destroyed. Otherwise the value is left
+    /// without payload.
+    bool giveUpReference() noexcept;
     void destroyContainer() noexcept;
-    void destroy(Store::Releaser& store, unsigned levels) noexcept;
+    void destroy(Store::BatchReleaser& store, unsigned levels) noexcept;
     void destroyStepByStep() noexcept;
     Value* entryToDescendInto() noexcept;
     Value& entryDescendedInto() noexcept;
@@ -213,9 +219,9 @@ class Value::AbstractContainer {
     virtual ~AbstractContainer() = default;
 
     static void* operator new(std::size_t size) { return Store::allocate(size); }
-    static void* operator new(std::size_t size, Store::Filler& filler) { return filler.allocate(size); }
+    static void* operator new(std::size_t size, Store::BatchAllocator& batch) { return batch.allocate(size); }
     static void operator delete(void* memory, std::size_t size) noexcept { Store::release(memory, size); }
-    static void operator delete(void* memory, Store::Filler& filler) noexcept { filler.takeBack(memory); }
+    static void operator delete(void* memory, Store::BatchAllocator& batch) noexcept { batch.releaseLast(memory); }
 
     std::int32_t references = 1;
 };
@@ -257,11 +263,11 @@ inline void Value::swap(Value& other) noexcept {
     std::swap(payload_, other.payload_);
 }
 
-inline void Value::release() noexcept {
-    if (holds(kContainerMask)) {
-        if (--payload_.container->references == 0) destroyContainer();
-        payload_.container = nullptr;
-    }
+inline bool Value::giveUpReference() noexcept {
+    if (!holds(kContainerMask)) return false;
+    if (--payload_.container->references == 0) return true;
+    payload_.container = nullptr;
+    return false;
 }
 
 template <class T>

@@ -88,6 +88,45 @@ TEST(Depth, DoesNotMatterToAFailure) {
     });
 }
 
+// Each level refers to the one below it more than once: the last reference goes while the level above is released.
+TEST(Depth, DoesNotMatterToWhatIsSharedWithinAValue) {
+    runOnSmallStack([] {
+        using Level = Value (*)(const Value& below);
+        constexpr Level kLevels[] = {
+            [](const Value& below) {
+                return Value::array({below, below});
+            },
+            [](const Value& below) {
+                return Value{{"a", below}, {"b", 1}, {"c", below}};
+            },
+            [](const Value& below) {
+                return Value{{"a", below}, {"b", Value::array({"s", Value::array({below}), below})}};
+            },
+        };
+        using Change = void (*)(Value & value);
+        constexpr Change kChanges[] = {
+            [](Value& value) { value = nullptr; },
+            [](Value& value) { value = "text"; },
+            [](Value& value) { value.setType(Value::Integer); },
+            [](Value& value) { value[value.isArray() ? "a" : "b"] = value.isArray() ? value : 1; },
+            [](Value& value) { value.append(1); },
+            [](Value& value) { value.element(0) = nullptr; },
+            [](Value& value) { value.remove("a"); },
+            [](Value& value) { value = value.isArray() ? value.at(1) : value.get("b"); },
+        };
+        for (const Level level : kLevels) {
+            for (const Change change : kChanges) {
+                Value value;
+                for (int i = 0; i < kDepth / 10; ++i) value = level(value);
+                // What only the copy holds after its change goes with the copy, all else with the value.
+                Value copy = value;
+                change(copy);
+                change(value);
+            }
+        }
+    });
+}
+
 // Wide as well as deep, and partly shared: what others refer to must survive.
 TEST(Depth, ReleaseSparesWhatIsShared) {
     const Value shared = parsed(R"({"x":[[1],{"y":["z"]}],"w":"text that is not short"})");

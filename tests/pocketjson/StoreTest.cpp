@@ -21,7 +21,7 @@ struct Block {
     std::size_t size;
     char content;
 
-    Block(void* allocated, std::size_t bytes, char filling) : memory(allocated), size(bytes), content(filling) {
+    Block(void* allocated, std::size_t bytes, char byte) : memory(allocated), size(bytes), content(byte) {
         std::memset(memory, content, size);
     }
     bool isIntact() const {
@@ -30,13 +30,13 @@ struct Block {
     }
 };
 
-// As a parser makes them, all with one filler, and one by one.
+// As a parser makes them, in one batch, and one by one.
 std::vector<Block> makeBlocks(std::size_t count, char content) {
     std::vector<Block> blocks;
-    Store::Filler filler;
+    Store::BatchAllocator batch;
     for (std::size_t i = 0; i < count; ++i) {
         const std::size_t size = sizes[i % sizes.size()];
-        blocks.emplace_back(i % 3 == 0 ? Store::allocate(size) : filler.allocate(size), size, content);
+        blocks.emplace_back(i % 3 == 0 ? Store::allocate(size) : batch.allocate(size), size, content);
     }
     return blocks;
 }
@@ -44,7 +44,7 @@ std::vector<Block> makeBlocks(std::size_t count, char content) {
 // Returns whether all were as they had been made.
 bool release(const std::vector<Block>& blocks) {
     bool intact = true;
-    Store::Releaser releaser;
+    Store::BatchReleaser releaser;
     for (const Block& block : blocks) {
         intact = intact && block.isIntact();
         if (block.content % 2 == 0)
@@ -71,12 +71,12 @@ TEST(Store, UsesItsMemoryAgain) {
     EXPECT_LT(pages.size(), afterFirstRound * 3 / 2);
 }
 
-TEST(Store, TakesBackTheLastObjectOfAFiller) {
-    Store::Filler filler;
-    void* const kept = filler.allocate(48);
-    void* const last = filler.allocate(64);
-    filler.takeBack(last);
-    void* const next = filler.allocate(32);
+TEST(Store, AllocatesAgainWhatABatchHasReleasedLast) {
+    Store::BatchAllocator batch;
+    void* const kept = batch.allocate(48);
+    void* const last = batch.allocate(64);
+    batch.releaseLast(last);
+    void* const next = batch.allocate(32);
     EXPECT_EQ(last, next);
     Store::release(kept, 48);
     Store::release(next, 32);
