@@ -2,7 +2,8 @@
  *
  * Every function is looked up by name. Handles are made by `...Create...` and given back with `...Release`; a null
  * handle means failure. Texts are NUL-terminated UTF-8 unless said otherwise. A `DmResult` reads as in libdmc/result.h.
- * Functions may be called from any thread; one handle is used by one thread at a time.
+ * Functions may be called from any thread. A package and a HID handle may be used by several threads at once; any other
+ * handle is used by the thread that made it.
  */
 #ifndef PELL_COMPANIONS_LIBFWUPDATE_H
 #define PELL_COMPANIONS_LIBFWUPDATE_H

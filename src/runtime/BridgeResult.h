@@ -9,7 +9,8 @@
 
 namespace torvo {
 
-/// Names and messages are fixed texts of the program (static storage), so that a failure can be told without memory.
+/// Names and messages are fixed texts of the program (static storage), so that a failure can be reported without
+/// memory.
 struct BridgeResult {
     std::int32_t statusCode = 200;  ///< a web status code; 200 to 299 is success
     const char* name = "";          ///< the kind of error; empty on success

@@ -13,12 +13,18 @@ void DynamicLibrary::unload() noexcept {
 
 void DynamicLibrary::load(const fs::Path& file) {
     const std::lock_guard lock(loading_);
-    if (isLoaded()) return;
-    fs::Path path = file;
-    if (const platform::Module module = platform::loadModule(path.text())) {
-        path_ = std::move(path);
-        handle_.store(module, std::memory_order_release);
-    }
+    if (!isLoaded() && !file.empty()) keep({platform::loadModule(file.text()), platform::freeModule});
+}
+
+void DynamicLibrary::loadImported(const std::string& fileName) {
+    const std::lock_guard lock(loading_);
+    if (!isLoaded()) keep({platform::importedModule(fileName), platform::freeModule});
+}
+
+void DynamicLibrary::keep(OwnedModule module) {
+    if (!module) return;
+    path_ = fs::Path(platform::fileOf(module.get()));
+    handle_.store(module.release(), std::memory_order_release);
 }
 
 void* DynamicLibrary::findAddress(const char* name) const noexcept {

@@ -2,7 +2,9 @@
 #pragma once
 
 #include <atomic>
+#include <memory>
 #include <mutex>
+#include <string>
 
 #include "runtime/Path.h"
 #include "runtime/platform/Platform.h"
@@ -32,9 +34,16 @@ class DynamicLibrary {
     /// Called when a caller needs a function that is not there. Does nothing here; the companion loaders throw.
     virtual void reportMissingFunction() const {}
 
-    /// Loads the library unless it is loaded already. A failure is silent, and the next call tries again: a file that
-    /// was put in place meanwhile is found.
+    /// Loads the library file at this full path, unless a library is loaded already. A failure is silent, and the next
+    /// call tries again: a file that has been installed meanwhile is found.
     void load(const fs::Path& file);
+
+    /// Takes the very module that libpell's imports from the library of this file name are bound to, unless a library
+    /// is loaded already.
+    void loadImported(const std::string& fileName);
+
+    /// The directory of the loaded file; empty when none is loaded, or when it is unknown.
+    fs::Path directory() const { return isLoaded() ? path_.parent() : fs::Path(); }
 
     bool isLoaded() const noexcept { return handle_.load(std::memory_order_acquire) != nullptr; }
 
@@ -45,6 +54,9 @@ class DynamicLibrary {
     }
 
  private:
+    using OwnedModule = std::unique_ptr<void, decltype(&torvo::platform::freeModule)>;
+
+    void keep(OwnedModule module);
     void* findAddress(const char* name) const noexcept;
 
     fs::Path path_;

@@ -9,13 +9,16 @@ void CompanionLoader::reportMissingFunction() const {
 }
 
 void CompanionLoader::load() {
-    if (!isLoaded())
-        DynamicLibrary::load(fs::Path(platform::ownDirectory()).joined(platform::libraryFileName(libraryName_)));
+    if (isLoaded()) return;
+    const std::string file = platform::libraryFileName(libraryName_);
+    DynamicLibrary::load(fs::Path(platform::ownDirectory()).joined(file));
+    DynamicLibrary::load(libdmcLoader::instance().directory().joined(file));
+    DynamicLibrary::load(fs::Path(platform::folderPath(platform::Folder::Executable)).joined(file));
 }
 
 const libdmcLoader& libdmcLoader::instance() {
     static libdmcLoader loader;
-    loader.load();
+    if (!loader.isLoaded()) loader.loadImported(platform::libraryFileName(loader.libraryName_));
     return loader;
 }
 

@@ -1,5 +1,5 @@
-// The companion libraries that libpell opens itself and whose functions it looks up by name. Each is one object for the
-// life of the process, made and loaded from the plug-in's own folder when it is first needed.
+// The companion libraries whose functions libpell looks up by name. Each loader is one object for the life of the
+// process. It is made, and its library loaded, when it is first needed.
 #pragma once
 
 #include "runtime/DynamicLibrary.h"
@@ -22,14 +22,17 @@ class CompanionLoader : public DynamicLibrary {
     CompanionLoader(const char* libraryName, const char* missingFunctionMessage) noexcept
         : libraryName_(libraryName), missingFunctionMessage_(missingFunctionMessage) {}
 
-    /// Tries to load the library if it is not there yet.
+    /// Unless it is loaded, loads the library from the first of these directories that has a file of it that can be
+    /// loaded: libpell's own, that of libdmc, that of the host's program.
     void load();
 
+    const char* const libraryName_;
+
  private:
-    const char* libraryName_;
     const char* missingFunctionMessage_;
 };
 
+/// The libdmc that libpell's imports are bound to, so that there is only one, wherever the system found it.
 class libdmcLoader final : public CompanionLoader {
  public:
     static const libdmcLoader& instance();

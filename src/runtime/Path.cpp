@@ -15,4 +15,10 @@ Path Path::joined(std::string_view rest) const {
     return Path(std::move(text));
 }
 
+Path Path::parent() const {
+    std::size_t end = text_.size();
+    while (end > 0 && !platform::isPathSeparator(text_[end - 1])) --end;
+    return Path(text_.substr(0, end > 0 ? end - 1 : 0));
+}
+
 }  // namespace fs

@@ -21,6 +21,9 @@ class Path {
     /// file system is never reached by leaving a directory out.
     Path joined(std::string_view rest) const;
 
+    /// Everything before the last separator; empty when there is none.
+    Path parent() const;
+
     const std::string& text() const noexcept { return text_; }
     bool empty() const noexcept { return text_.empty(); }
     void clear() noexcept { text_.clear(); }

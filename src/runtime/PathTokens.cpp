@@ -14,7 +14,7 @@ namespace {
 using torvo::platform::Folder;
 using HostFolder = decltype(Plg_GetRegistryPath);
 
-/// A token stands for a folder of the system, or for one that the host tells.
+/// A token stands for a folder of the system, or for one that libPlugin returns.
 struct Token {
     std::string_view name;
     Folder folder{};

@@ -1,6 +1,7 @@
 // What the page and the log receive when a resource behaves in every possible way.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <libdmc/monitors.h>
 
 #include <limits>
 #include <new>
@@ -163,6 +164,10 @@ std::vector<std::string> functionsCalled(const simulator::Recording& recording) 
 
 class CriticalSection : public testing::Test {
  protected:
+    CriticalSection() {
+        std::uint32_t count = 0;
+        EXPECT_GE(DmCtrlGetNumMonitors(&count), 0);  // an import: functions looked up by name come from its library
+    }
     ~CriticalSection() override { simulator::simulate({{"simulate", "reset"}}); }
 
     const Monitor modern{"10000001", "TQ271-P"};

@@ -73,7 +73,13 @@ TEST(MinimalWorld, HasNoFirmwareLibraryAndNoDirectoriesOfTheHost) {
         const auto open = [&](const std::string& path) {
             return summary(page.call(resource, {R"({"method":"POST"})", "", "", Json{{"path", path}}.dump()}));
         };
+        const auto named = [&](const char* method) {
+            return summary(page.call(resource, host::Request{.method = method, .id = "no-such-identifier"}.texts()));
+        };
         EXPECT_EQ(open(":executable/" + program), missing);
+        EXPECT_EQ(open(":executable/no such file"), "400 BadRequestError Input path is not a file or not existed.");
+        EXPECT_EQ(named("GET"), "500 InternalError Dfw file is not found.");
+        EXPECT_EQ(named("DELETE"), "200 null");
         EXPECT_EQ(open(":exports/x"), "404 FunctionNotFoundError libPlugin does not have a requested function.");
     }
 }

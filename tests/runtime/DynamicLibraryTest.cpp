@@ -29,7 +29,7 @@ class DynamicLibraryTest : public testing::Test {
     const fs::Path late = folder.joined(platform::libraryFileName("late"));
 };
 
-TEST_F(DynamicLibraryTest, FindsALibraryThatIsPutInPlaceLater) {
+TEST_F(DynamicLibraryTest, FindsALibraryThatIsInstalledLater) {
     DynamicLibrary library;
     library.load(late);
     EXPECT_FALSE(library.isLoaded());

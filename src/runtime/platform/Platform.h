@@ -20,13 +20,19 @@ bool isPathSeparator(char character) noexcept;
 /// Loads the library file at this full path; null when that fails. Each success is matched by one `freeModule`.
 Module loadModule(const std::string& path);
 
+/// The module that libpell's own imports from the library of this file name are bound to, wherever it was found; null
+/// when it imports nothing from it. Each success is matched by one `freeModule`.
+Module importedModule(const std::string& fileName);
+
+/// The full path of a module's file; empty when it is unknown.
+std::string fileOf(Module module);
+
 /// The address of an exported function; null when the module has none of that name.
 void* findSymbol(Module module, const char* name) noexcept;
 
 void freeModule(Module module) noexcept;
 
-/// The directory of the library that this code is linked into, which is where its companions lie. Empty when the
-/// system does not tell.
+/// The directory of the library that this code is linked into; empty when it is unknown.
 std::string ownDirectory();
 
 /// Directories that mean the same on both systems.
@@ -41,7 +47,7 @@ enum class Folder {
     System,  ///< the operating system's
 };
 
-/// Empty when the system does not tell.
+/// Empty when it is unknown.
 std::string folderPath(Folder folder);
 
 /// Whether the path, links followed, names an existing regular file: no directory, device or pipe.

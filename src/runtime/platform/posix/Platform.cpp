@@ -1,6 +1,7 @@
 #include "runtime/platform/Platform.h"
 
 #include <dlfcn.h>
+#include <link.h>
 #include <pwd.h>
 #include <sys/random.h>
 #include <sys/stat.h>
@@ -74,6 +75,17 @@ std::string libraryFileName(const char* libraryName) {
 
 Module loadModule(const std::string& path) {
     return dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL);
+}
+
+// By name, as the dynamic linker resolved the import. The address of an imported function need not lie in the library:
+// in a program at a fixed address it is that of a jump in the program.
+Module importedModule(const std::string& fileName) {
+    return dlopen(fileName.c_str(), RTLD_LAZY | RTLD_NOLOAD);
+}
+
+std::string fileOf(Module module) {
+    const link_map* map = nullptr;
+    return dlinfo(module, RTLD_DI_LINKMAP, &map) == 0 ? map->l_name : "";
 }
 
 void* findSymbol(Module module, const char* name) noexcept {

@@ -29,22 +29,34 @@ std::string toUtf8(const std::wstring& wide) {
     return text;
 }
 
-// The full path of a module's file. Windows cuts a path that does not fit the buffer, so the buffer grows until it
-// does.
-std::wstring fileOfModule(HMODULE module) {
-    std::wstring file(MAX_PATH, L'\0');
-    for (;;) {
-        const DWORD length = GetModuleFileNameW(module, file.data(), static_cast<DWORD>(file.size()));
-        if (length < file.size()) {
-            file.resize(length);
-            return file;
-        }
-        file.resize(file.size() * 2);
-    }
+std::string directoryOf(const std::string& file) {
+    return file.substr(0, file.find_last_of("\\/"));
 }
 
-std::string directoryOf(const std::wstring& file) {
-    return toUtf8(file.substr(0, file.find_last_of(L"\\/")));
+/// The module that an address of code or data lies in; null when there is none.
+HMODULE moduleOf(const void* address, DWORD flags) {
+    HMODULE module = nullptr;
+    GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | flags, static_cast<LPCWSTR>(address), &module);
+    return module;
+}
+
+const int ownData = 0;
+
+HMODULE ownModule() {
+    return moduleOf(&ownData, GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT);
+}
+
+/// The address of one of the functions that this module imports from a library, as the system wrote it into the import
+/// table. (In C++, such a function's address may be that of a jump in this module.) Null when there is none.
+const void* importFrom(const std::string& libraryFile) {
+    const auto base = reinterpret_cast<const char*>(ownModule());
+    const auto dos = reinterpret_cast<const IMAGE_DOS_HEADER*>(base);
+    const auto headers = reinterpret_cast<const IMAGE_NT_HEADERS*>(base + dos->e_lfanew);
+    const DWORD imports = headers->OptionalHeader.DataDirectory[IMAGE_DIRECTORY_ENTRY_IMPORT].VirtualAddress;
+    for (auto library = reinterpret_cast<const IMAGE_IMPORT_DESCRIPTOR*>(base + imports); library->Name; ++library)
+        if (lstrcmpiA(base + library->Name, libraryFile.c_str()) == 0)
+            return *reinterpret_cast<const void* const*>(base + library->FirstThunk);
+    return nullptr;
 }
 
 /// A system library that is loaded for a scope only. Those of the shell and of colours bring a dozen others with them,
@@ -73,9 +85,9 @@ std::string shellFolder(int identifier) {
     const SystemLibrary shell(L"shell32.dll");
     const auto getFolderPath = shell.find<decltype(SHGetFolderPathW)>("SHGetFolderPathW");
     std::array<wchar_t, MAX_PATH> path{};
-    const bool told =
+    const bool isKnown =
         getFolderPath && getFolderPath(nullptr, identifier, nullptr, SHGFP_TYPE_CURRENT, path.data()) == S_OK;
-    return told ? toUtf8(path.data()) : "";
+    return isKnown ? toUtf8(path.data()) : "";
 }
 
 std::string temporaryFolder() {
@@ -109,6 +121,25 @@ Module loadModule(const std::string& path) {
     return LoadLibraryExW(toWide(path).c_str(), nullptr, LOAD_WITH_ALTERED_SEARCH_PATH);
 }
 
+Module importedModule(const std::string& fileName) {
+    const void* const function = importFrom(fileName);
+    return function ? moduleOf(function, 0) : nullptr;
+}
+
+// Windows cuts a path that does not fit the buffer, so the buffer grows until it does.
+std::string fileOf(Module module) {
+    std::wstring file(MAX_PATH, L'\0');
+    for (;;) {
+        const DWORD length =
+            GetModuleFileNameW(static_cast<HMODULE>(module), file.data(), static_cast<DWORD>(file.size()));
+        if (length < file.size()) {
+            file.resize(length);
+            return toUtf8(file);
+        }
+        file.resize(file.size() * 2);
+    }
+}
+
 void* findSymbol(Module module, const char* name) noexcept {
     return reinterpret_cast<void*>(GetProcAddress(static_cast<HMODULE>(module), name));
 }
@@ -118,17 +149,13 @@ void freeModule(Module module) noexcept {
 }
 
 std::string ownDirectory() {
-    HMODULE module = nullptr;
-    if (!GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
-                            reinterpret_cast<LPCWSTR>(&ownDirectory), &module))
-        return {};
-    return directoryOf(fileOfModule(module));
+    return directoryOf(fileOf(ownModule()));
 }
 
 std::string folderPath(Folder folder) {
     switch (folder) {
         case Folder::Executable:
-            return directoryOf(fileOfModule(nullptr));
+            return directoryOf(fileOf(nullptr));
         case Folder::Temporary:
             return temporaryFolder();
         case Folder::CommonApplicationData:
@@ -147,7 +174,7 @@ std::string folderPath(Folder folder) {
     return {};
 }
 
-// Asked of an opened file, since the attributes of a path are those of a link and do not tell devices and pipes.
+// Asked of an opened file, since the attributes of a path are those of a link and do not show devices and pipes.
 bool isRegularFile(const std::string& path) {
     const HANDLE file = CreateFileW(toWide(path).c_str(), 0, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
                                     nullptr, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr);
