@@ -1,72 +1,75 @@
 #include "host/Firmware.h"
 
+#include <algorithm>
 #include <chrono>
 #include <fstream>
+#include <iostream>
 #include <stdexcept>
 #include <thread>
 
 #include "host/Platform.h"
+#include "host/Report.h"
 #include "simulator/core/FirmwarePackage.h"
+#include "simulator/core/Parameters.h"
 
 namespace host {
 
 namespace {
 
-void say(const std::string& line) {
-    std::fputs((line + "\n").c_str(), stdout);
-    std::fflush(stdout);
-}
-
 std::string versionText(const Json& version) {
     FirmwareVersionRecord record{};
-    if (!simulator::fromJson(version, record)) throw std::runtime_error(writeJson(version) + " is no version");
+    if (!simulator::Output(&record).write(version)) throw std::runtime_error(writeJson(version) + " is no version");
     return simulator::versionText(record);
 }
 
 /// A bar on a terminal; elsewhere a line for every tenth.
 class Progress {
  public:
-    explicit Progress(bool silent) : silent_(silent) {}
+    explicit Progress(const Console& console) : console_(console) {}
     ~Progress() {
-        if (begun_ && isBar_) say("");
+        if (begun_ && console_.draws) console_.out << std::endl;
     }
     Progress(const Progress&) = delete;
     Progress& operator=(const Progress&) = delete;
 
     void show(std::uint64_t done, std::uint64_t total) {
-        if (silent_ || total == 0) return;
-        const auto percent = static_cast<unsigned>(100 * done / total);
-        const auto amount = std::to_string(percent) + " %  " + std::to_string(done) + " of " + std::to_string(total);
-        constexpr std::size_t width = 40;
-        const auto filled = std::min<std::size_t>(width * percent / 100, width);
-        if (isBar_) {
-            const auto bar = std::string(filled, '#') + std::string(width - filled, ' ');
-            std::fputs(("\r[" + bar + "] " + amount + " blocks").c_str(), stdout);
-            std::fflush(stdout);
-        } else if (!begun_ || percent / 10 > told_ / 10) {
-            say("  " + amount + " blocks");
-            told_ = percent;
-        }
+        if (total == 0) return;
+        const auto percent = 100 * done / total;
+        const auto amount =
+            std::to_string(percent) + " %  " + std::to_string(done) + " of " + std::to_string(total) + " blocks";
+        if (console_.draws)
+            drawBar(percent, amount);
+        else if (!begun_ || percent / 10 > shownPercent_ / 10)
+            writeLine(percent, amount);
         begun_ = true;
     }
 
  private:
-    const bool silent_;
-    const bool isBar_ = isTerminal(stdout);
-    bool begun_ = false;
-    unsigned told_ = 0;
-};
+    void drawBar(std::uint64_t percent, const std::string& amount) {
+        constexpr std::size_t width = 40;
+        const auto filled = std::min<std::size_t>(width * percent / 100, width);
+        const auto bar = std::string(filled, '#') + std::string(width - filled, ' ');
+        console_.out << "\r[" << bar << "] " << amount << std::flush;
+    }
 
-/// 0 for what is no such event: a plug-in under development may send anything.
-std::uint64_t number(const Json& object, const char* member) {
-    const auto found = object.find(member);
-    return found != object.end() && found->is_number_unsigned() ? found->get<std::uint64_t>() : 0;
-}
+    void writeLine(std::uint64_t percent, const std::string& amount) {
+        console_.out << "  " << amount << std::endl;
+        shownPercent_ = percent;
+    }
+
+    const Console& console_;
+    bool begun_ = false;
+    std::uint64_t shownPercent_ = 0;
+};
 
 class Update {
  public:
-    Update(const Session& session, std::string product, std::string serial, const UpdateDisplay& display)
-        : session_(session), product_(std::move(product)), serial_(std::move(serial)), display_(display) {}
+    Update(const Session& session, std::string serial, std::string product, const Console& console, Style style)
+        : session_(session),
+          serial_(std::move(serial)),
+          product_(std::move(product)),
+          console_(console),
+          style_(style) {}
 
     Json run(const std::string& file) {
         const auto path = toUtf8(std::filesystem::absolute(fromUtf8(file)));
@@ -78,11 +81,7 @@ class Update {
             close();
             return result;
         } catch (...) {
-            try {
-                close();
-            } catch (const std::exception& error) {
-                std::fputs((std::string(error.what()) + "\n").c_str(), stderr);
-            }
+            closeAfterFailure();
             throw;
         }
     }
@@ -91,22 +90,22 @@ class Update {
     Json apply(const std::string& file) {
         const auto package = ask("describe the package", {.resource = "FileSystemDfwFile", .id = id_});
         const auto before = readVersion();
-        tell("package  " + file + ": " + versionText(package.at("version")) + " for " +
+        show("package  " + file + ": " + versionText(package.at("version")) + " for " +
              package.at("monitorProduct").get<std::string>());
-        tell("monitor  " + product_ + "/" + serial_ + ": " + before);
+        show("monitor  " + product_ + "/" + serial_ + ": " + before);
         const auto check = ask("check the package", ofMonitor("GET", "FirmwareUpdate", {{"checkDfwFile", id_}}));
         const auto fits =
             ask("check the package", ofMonitor("GET", "FirmwareUpdate", {{"supports", true}, {"dfwFile", id_}}));
         if (fits != true) throw std::runtime_error("the package does not fit the monitor: " + reason(check));
 
         transfer();
-        tell("trigger the update");
+        show("trigger the update");
         ask("trigger the update", ofMonitor("POST", "FirmwareUpdateTrigger"));
         waitForUpdate();
         const auto after = readVersion();
         if (after != versionText(package.at("version")))
             throw std::runtime_error("the monitor has the version " + after + " after the update");
-        tell("monitor  " + product_ + "/" + serial_ + ": " + after);
+        show("monitor  " + product_ + "/" + serial_ + ": " + after);
         return {{"monitor", {{"product", product_}, {"serial", serial_}}},
                 {"package", package},
                 {"check", check},
@@ -115,18 +114,27 @@ class Update {
     }
 
     void transfer() {
-        tell("transfer");
-        Progress progress(display_.silent);
+        show("transfer");
+        Progress progress(console_);
         auto request = ofMonitor("POST", "FirmwareUpdateTransfer");
         request.body = writeJson({{"dfwFile", id_}});
         ask("transfer the firmware", request, [&](const Json& event) {
-            if (event.at("name") != "transferFirmwareData" || !event.at("text").is_string()) return;
-            const auto told = Json::parse(event.at("text").get<std::string>(), nullptr, false);
-            if (told.is_object()) progress.show(number(told, "transferredBlock"), number(told, "blockCount"));
+            if (event.at("name") == "transferFirmwareData") showProgress(progress, event.at("text"));
         });
     }
 
-    /// The monitor tells that it is busy until it runs the new firmware.
+    /// A plug-in under development may send anything as an event.
+    static void showProgress(Progress& progress, const Json& text) {
+        try {
+            const auto transfer = parseJson(text.get<std::string>());
+            progress.show(transfer.at("transferredBlock").get<std::uint64_t>(),
+                          transfer.at("blockCount").get<std::uint64_t>());
+        } catch (const std::exception&) {
+            return;
+        }
+    }
+
+    /// The monitor reports that it is busy until it runs the new firmware.
     void waitForUpdate() {
         constexpr auto updating = 3;
         constexpr auto attempts = 200;
@@ -140,6 +148,14 @@ class Update {
 
     std::string readVersion() {
         return versionText(ask("read the firmware version", ofMonitor("GET", "FirmwareUpdateVersion")));
+    }
+
+    void closeAfterFailure() {
+        try {
+            close();
+        } catch (const std::exception& error) {
+            console_.error << error.what() << std::endl;
+        }
     }
 
     void close() { ask("close the package", {.method = "DELETE", .resource = "FileSystemDfwFile", .id = id_}); }
@@ -164,20 +180,19 @@ class Update {
     Json ask(const std::string& step, const Request& request, EventObserver onEvent = {}) const {
         const auto exchange = session_.call(request, std::move(onEvent));
         auto outcome = readOutcome(exchange);
-        if (!display_.silent && display_.detail != Detail::compact)
-            print(stdout, display_.detail, request, outcome, exchange);
+        if (style_.detail != Detail::compact)
+            console_.out << formatExchange(style_, request, outcome, exchange) << std::flush;
         if (!outcome.succeeded()) throw std::runtime_error("cannot " + step + ": " + describeError(outcome.error));
         return std::move(outcome.value);
     }
 
-    void tell(const std::string& line) const {
-        if (!display_.silent) say(line);
-    }
+    void show(const std::string& line) const { console_.out << line << std::endl; }
 
     const Session& session_;
-    const std::string product_;
     const std::string serial_;
-    const UpdateDisplay display_;
+    const std::string product_;
+    const Console& console_;
+    const Style style_;
     std::string id_;
 };
 
@@ -199,9 +214,9 @@ void createPackage(const PackageOptions& options) {
     if (!stream) throw std::runtime_error("cannot write " + options.file);
 }
 
-Json updateFirmware(const Session& session, const std::string& package, const std::string& product,
-                    const std::string& serial, const UpdateDisplay& display) {
-    return Update(session, product, serial, display).run(package);
+Json updateFirmware(const Session& session, const std::string& package, const std::string& serial,
+                    const std::string& product, const Console& console, Style style) {
+    return Update(session, serial, product, console, style).run(package);
 }
 
 }  // namespace host

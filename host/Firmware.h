@@ -1,9 +1,16 @@
 // Firmware packages, made and applied: `pellhost firmware`.
 #pragma once
 
-#include "host/Report.h"
+#include <cstdint>
+#include <string>
+
+#include "host/Console.h"
+#include "simulator/core/Json.h"
 
 namespace host {
+
+class Session;
+using simulator::Json;
 
 struct PackageOptions {
     std::string file;
@@ -16,16 +23,10 @@ struct PackageOptions {
 /// Throws std::invalid_argument for options that make no package, std::runtime_error when the file cannot be written.
 void createPackage(const PackageOptions& options);
 
-/// How an update is told on the standard output.
-struct UpdateDisplay {
-    Detail detail = Detail::compact;
-    bool silent = false;
-};
-
 /// Opens and checks the package, transfers it, triggers the update, and closes the package, whatever happens. Returns
 /// {"monitor", "package", "check", "before", "after"}; throws std::runtime_error with a text for people when a step
-/// fails or the package does not fit the monitor.
-Json updateFirmware(const Session& session, const std::string& package, const std::string& product,
-                    const std::string& serial, const UpdateDisplay& display);
+/// fails or the package does not fit the monitor. The console shows the steps.
+Json updateFirmware(const Session& session, const std::string& package, const std::string& serial,
+                    const std::string& product, const Console& console, Style style);
 
 }  // namespace host

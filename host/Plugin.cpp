@@ -35,7 +35,7 @@ void* load(const std::filesystem::path& file) {
 void unload(void* module) {
     FreeLibrary(static_cast<HMODULE>(module));
 }
-void* look(void* module, const char* name) {
+void* findSymbol(void* module, const char* name) {
     return reinterpret_cast<void*>(GetProcAddress(static_cast<HMODULE>(module), name));
 }
 
@@ -51,7 +51,7 @@ void* load(const std::filesystem::path& file) {
 void unload(void* module) {
     dlclose(module);
 }
-void* look(void* module, const char* name) {
+void* findSymbol(void* module, const char* name) {
     return dlsym(module, name);
 }
 
@@ -77,7 +77,7 @@ std::filesystem::path Plugin::defaultFile() {
 }
 
 Export Plugin::find(const char* name) const {
-    return reinterpret_cast<Export>(look(module_, name));
+    return reinterpret_cast<Export>(findSymbol(module_, name));
 }
 
 }  // namespace host

@@ -3,12 +3,17 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <span>
+#include <string_view>
 
 namespace host {
 
 /// An entry point of the plug-in: request options, request parameters, query options and body as JSON texts; the
 /// promise that it answers is its result.
 using Export = std::uint32_t (*)(const char* options, const char* parameters, const char* query, const char* body);
+
+/// The resources of the libpell that this program was built with.
+extern const std::span<const std::string_view> exportNames;
 
 class Plugin {
  public:

@@ -1,34 +1,25 @@
 #include "host/Report.h"
 
-#include "host/Platform.h"
-
 namespace host {
 
 namespace {
 
-Outcome hostError(const std::string& message) {
-    return {nullptr, {{"name", "HostError"}, {"message", message}}, nullptr};
-}
-
-/// A text in a colour of the terminal, or as it is.
-std::string paint(std::FILE* stream, const char* colour, const std::string& text) {
-    return showsColours(stream) ? "\x1b[" + std::string(colour) + "m" + text + "\x1b[0m" : text;
-}
 constexpr auto bold = "1", red = "31", green = "32", dim = "2";
 
-void write(std::FILE* stream, const std::string& text) {
-    std::fwrite(text.data(), 1, text.size(), stream);
+/// A text in a colour of the terminal, or as it is.
+std::string paint(const Style& style, const char* colour, const std::string& text) {
+    return style.colours ? "\x1b[" + std::string(colour) + "m" + text + "\x1b[0m" : text;
 }
 
 std::string text(const Json& json) {
     return json.is_string() ? json.get<std::string>() : writeJson(json);
 }
 
-std::string statusText(std::FILE* stream, const Outcome& outcome) {
-    return paint(stream, outcome.succeeded() ? green : red, outcome.status.is_null() ? "---" : text(outcome.status));
+std::string formatStatus(const Style& style, const Outcome& outcome) {
+    return paint(style, outcome.succeeded() ? green : red, outcome.status.is_null() ? "---" : text(outcome.status));
 }
 
-std::string requestText(const Request& request) {
+std::string formatRequest(const Request& request) {
     auto line = request.method + " " + request.resource;
     if (!request.serial.empty()) line += "  of " + request.product + "/" + request.serial;
     if (!request.id.empty()) line += "  id " + request.id;
@@ -37,43 +28,49 @@ std::string requestText(const Request& request) {
     return line;
 }
 
-std::string resultText(const Json& result) {
+std::string formatResult(const Json& result) {
     if (!result.is_number_unsigned()) return "threw";
     char digits[16];
     std::snprintf(digits, sizeof digits, result < 0x80000000u ? "%u" : "0x%08x", result.get<unsigned>());
     return digits;
 }
 
-/// The value on the status's line when it is short, below it otherwise.
-std::string valueText(const Json& value) {
+/// On the status's line when it is short, below it otherwise.
+std::string formatValue(const Json& value) {
     constexpr std::size_t lineLength = 100;
     const auto compact = writeJson(value);
-    if (value.is_null()) return "OK";
-    return compact.size() <= lineLength ? compact : "\n" + writeJson(value, 2);
+    if (value.is_null()) return "  OK";
+    return compact.size() <= lineLength ? "  " + compact : "\n" + formatJson(value);
 }
 
-void printDetails(std::FILE* stream, Detail detail, const Outcome& outcome, const Json& exchange) {
-    const auto row = [&](const char* name, const std::string& value) {
-        write(stream, "  " + paint(stream, dim, name) + value + "\n");
+std::string formatDetails(const Style& style, const Outcome& outcome, const Json& exchange) {
+    std::string lines;
+    const auto addLine = [&](const char* name, const std::string& value) {
+        lines += "  " + paint(style, dim, name) + value + "\n";
     };
     for (const auto& response : exchange.at("responses")) {
-        row("status  ", paint(stream, outcome.succeeded() ? green : red, text(response.at("status"))));
-        row("answer  ", text(response.at("text")));
+        addLine("status  ", paint(style, outcome.succeeded() ? green : red, text(response.at("status"))));
+        addLine("answer  ", text(response.at("text")));
     }
     for (const auto& event : exchange.at("events"))
-        row("event   ", text(event.at("name")) + " " + text(event.at("text")));
+        addLine("event   ", text(event.at("name")) + " " + text(event.at("text")));
     for (const auto& line : exchange.at("log"))
-        row("log     ", text(line.at("name")) + " " + text(line.at("level")) + "  " + text(line.at("line")));
-    if (detail != Detail::trace) return;
+        addLine("log     ", text(line.at("name")) + " " + text(line.at("level")) + "  " + text(line.at("line")));
+    if (style.detail != Detail::trace) return lines;
     for (const auto& call : exchange.at("calls")) {
         const auto arguments = writeJson(call.at("arguments"));
-        row("call    ", text(call.at("function")) + "(" + arguments.substr(1, arguments.size() - 2) +
-                            ") = " + resultText(call.at("result")) +
-                            (call.contains("error") ? "  simulation failed: " + text(call.at("error")) : ""));
+        addLine("call    ", text(call.at("function")) + "(" + arguments.substr(1, arguments.size() - 2) +
+                                ") = " + formatResult(call.at("result")) +
+                                (call.contains("error") ? "  simulation failed: " + text(call.at("error")) : ""));
     }
+    return lines;
 }
 
 }  // namespace
+
+Outcome hostError(const std::string& message) {
+    return {nullptr, {{"name", "HostError"}, {"message", message}}, nullptr};
+}
 
 Outcome readOutcome(const Json& exchange) {
     const auto& responses = exchange.at("responses");
@@ -109,25 +106,24 @@ std::string describeError(const Json& error) {
     auto line = text(error.value("name", Json(""))) + ": " + text(error.value("message", Json("")));
     for (const auto& [name, value] : error.items())
         if (name != "name" && name != "message")
-            line += "  " + name + " " +
-                    (name == "code" && value.is_number() ? resultText(value.get<std::uint32_t>()) : writeJson(value));
+            line += "  " + name + " " + (name == "code" && value.is_number() ? formatResult(value) : writeJson(value));
     return line;
 }
 
-void print(std::FILE* stream, Detail detail, const Request& request, const Outcome& outcome, const Json& exchange) {
-    if (detail != Detail::compact) {
-        write(stream, paint(stream, bold, requestText(request)) + "\n");
-        printDetails(stream, detail, outcome, exchange);
-        if (!outcome.status.is_null()) return;
+std::string formatExchange(const Style& style, const Request& request, const Outcome& outcome, const Json& exchange) {
+    std::string lines;
+    if (style.detail != Detail::compact) {
+        lines = paint(style, bold, formatRequest(request)) + "\n" + formatDetails(style, outcome, exchange);
+        if (!outcome.status.is_null()) return lines;
     }
-    const auto succeeded = outcome.error.is_null();
-    const auto result = succeeded ? valueText(outcome.value) : describeError(outcome.error);
-    write(stream, statusText(stream, outcome) + (result.starts_with('\n') ? "" : "  ") + result + "\n");
+    const auto result = outcome.error.is_null() ? formatValue(outcome.value) : "  " + describeError(outcome.error);
+    return lines + formatStatus(style, outcome) + result + "\n";
 }
 
-void printMonitors(std::FILE* stream, const Json& monitors) {
-    for (const auto& monitor : monitors)
-        write(stream, text(monitor.at("product")) + "/" + text(monitor.at("serial")) + "\n");
+std::string formatMonitors(const Json& monitors) {
+    std::string lines;
+    for (const auto& monitor : monitors) lines += text(monitor.at("product")) + "/" + text(monitor.at("serial")) + "\n";
+    return lines;
 }
 
 }  // namespace host

@@ -1,13 +1,14 @@
 #include "host/Session.h"
 
+#include <algorithm>
 #include <stdexcept>
+#include <vector>
+
+#include "simulator/core/Suggestion.h"
 
 namespace host {
 
 namespace {
-
-/// The whole of JSON's recursive users (copies, output) stays far within any stack at this depth.
-constexpr int maximumDepth = 200;
 
 Json executeCall(const Session& session, const Json& line) {
     const auto& name = line.at("call");
@@ -18,6 +19,14 @@ Json executeCall(const Session& session, const Json& line) {
         throw std::invalid_argument(
             "a call must have the members \"call\", a text, and \"texts\", a list of four texts");
     return session.call(name, texts->get<Texts>());
+}
+
+/// Only exports that the plug-in has: it may be older than this program.
+std::string suggestExport(const Plugin& plugin, const std::string& name) {
+    std::vector<std::string_view> names;
+    for (const auto known : exportNames)
+        if (plugin.find(std::string(known).c_str())) names.push_back(known);
+    return simulator::suggestion(name, names);
 }
 
 }  // namespace
@@ -31,7 +40,8 @@ Texts Request::texts() const {
 
 Json Session::call(const std::string& name, const Texts& texts, EventObserver onEvent) const {
     const auto function = plugin_.find(name.c_str());
-    if (!function) throw std::invalid_argument("the plug-in has no export \"" + name + "\"");
+    if (!function)
+        throw std::invalid_argument("the plug-in has no export \"" + name + "\"" + suggestExport(plugin_, name));
     simulator::Recording recording;
     recording.onEvent = std::move(onEvent);
     const auto returned = function(texts[0].c_str(), texts[1].c_str(), texts[2].c_str(), texts[3].c_str());
@@ -54,24 +64,6 @@ Json Session::execute(std::string_view line) const {
     } catch (const std::exception& error) {
         return {{"ok", false}, {"error", error.what()}};
     }
-}
-
-Json parseJson(std::string_view text) {
-    const auto limitDepth = [](int depth, Json::parse_event_t, Json&) {
-        if (depth > maximumDepth) throw std::invalid_argument("JSON is nested too deeply");
-        return true;
-    };
-    try {
-        return Json::parse(text, limitDepth);
-    } catch (const Json::parse_error& error) {
-        // The message repeats what was read last, which may be long.
-        constexpr std::size_t maximumLength = 200;
-        throw std::invalid_argument("not JSON: " + std::string(error.what()).substr(0, maximumLength));
-    }
-}
-
-std::string writeJson(const Json& json, int indent) {
-    return json.dump(indent, ' ', false, Json::error_handler_t::replace);
 }
 
 }  // namespace host

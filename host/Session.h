@@ -14,7 +14,10 @@
 
 namespace host {
 
-using Json = nlohmann::json;
+using simulator::formatJson;
+using simulator::Json;
+using simulator::parseJson;
+using simulator::writeJson;
 
 /// Request options, request parameters, query options, body.
 using Texts = std::array<std::string, 4>;
@@ -43,7 +46,7 @@ class Session {
 
     /// Calls an export with exactly these texts, each up to its first NUL. Everything that arrived meanwhile:
     /// {"returned", "responses", "events", "log", "calls"}, the lists as in simulator::Recording.
-    /// Throws std::invalid_argument when the plug-in has no such export. Events are told to the observer as they
+    /// Throws std::invalid_argument when the plug-in has no such export. Events go to the observer as they
     /// arrive, too, on the plug-in's thread.
     Json call(const std::string& name, const Texts& texts, EventObserver onEvent = {}) const;
     Json call(const Request& request, EventObserver onEvent = {}) const {
@@ -57,11 +60,5 @@ class Session {
  private:
     Plugin plugin_;
 };
-
-/// Parses a text; throws std::invalid_argument when it is not JSON or nested so deeply that it is no sensible one.
-Json parseJson(std::string_view text);
-
-/// Compact JSON. Texts that are not UTF-8 get replacement characters.
-std::string writeJson(const Json& json, int indent = -1);
 
 }  // namespace host

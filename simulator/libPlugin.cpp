@@ -1,9 +1,11 @@
 #include <libPlugin.h>
 
+#include <filesystem>
+
 #include "simulator/core/Gate.h"
 #include "simulator/core/Module.h"
 
-using simulator::libraryCall;
+using simulator::LibraryCall;
 
 namespace {
 
@@ -19,11 +21,11 @@ std::string directory(const char* name) {
 }  // namespace
 
 const char* Plg_GetRegistryPath() {
-    return libraryCall(__func__).text(directory(""));
+    return LibraryCall(__func__).text(directory(""));
 }
 const char* Plg_GetRegistryHtmlPath() {
-    return libraryCall(__func__).text(directory("html"));
+    return LibraryCall(__func__).text(directory("html"));
 }
 const char* Plg_GetRegistryExportsPath() {
-    return libraryCall(__func__).text(directory("exports"));
+    return LibraryCall(__func__).text(directory("exports"));
 }

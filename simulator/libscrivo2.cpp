@@ -1,22 +1,22 @@
 #include <libscrivo2.h>
 
 #include "simulator/core/Gate.h"
-#include "simulator/core/Simulator.h"
+#include "simulator/core/Recorder.h"
 
 struct ScrivoLogger {};
 
-using simulator::hostCall;
-using simulator::Recording;
-using simulator::toJson;
+using simulator::Answer;
+using simulator::HostCall;
+using simulator::World;
 
 ScrivoLogger* scrivo_get_logger() {
     static ScrivoLogger logger;
-    return hostCall(__func__).handle(&logger);
+    return HostCall(__func__).handle(&logger);
 }
 
 void scrivo_log(ScrivoLogger*, const char* name, uint32_t level, const char* line) {
-    hostCall(__func__).tell([&] {
-        if (const auto recording = Recording::current())
-            recording->log.push_back({{"name", toJson(name)}, {"level", level}, {"line", toJson(line)}});
+    HostCall(__func__).run([&](World&) {
+        simulator::recordLogLine(name, level, line);
+        return Answer();
     });
 }

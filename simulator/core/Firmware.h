@@ -6,7 +6,6 @@
 #include <string>
 
 #include "simulator/core/FirmwarePackage.h"
-#include "simulator/core/Values.h"
 
 namespace simulator {
 
@@ -17,7 +16,7 @@ struct Firmware {
     std::string device;               ///< the identifier of the device
     State state = State::idle;
     FirmwareVersionRecord transferred{};  ///< what an update will bring, in the last two states
-    std::uint32_t pollsLeft = 0;          ///< how often the state is still told while updating
+    std::uint32_t pollsLeft = 0;          ///< how often the state is still reported as updating
 
     // As the scenario says.
     std::chrono::duration<double, std::milli> blockTime{};
@@ -26,13 +25,10 @@ struct Firmware {
     std::uint32_t unplugAtBlock = 0;
     std::uint32_t updatePolls = 0;
 
-    /// The members of "firmware" in a scenario. Throws when they are not what they should be.
-    static Firmware fromScenario(const Json& json);
-
     bool isBusy() const { return state == State::transferring || state == State::updating; }
     void update();
 
-    /// The state as the monitor tells it; an update ends by being asked for.
+    /// The state as the monitor reports it; an update ends when its state was asked for often enough.
     State poll();
 
     /// The monitor has lost its connection: what it runs is all that is left.

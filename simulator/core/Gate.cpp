@@ -1,10 +1,10 @@
 #include "simulator/core/Gate.h"
 
-#include <algorithm>
-#include <cmath>
 #include <mutex>
+#include <nlohmann/json.hpp>
 #include <stdexcept>
 
+#include "simulator/core/Recorder.h"
 #include "simulator/core/Simulator.h"
 #include "simulator/core/State.h"
 
@@ -14,30 +14,38 @@ namespace {
 
 GateObserver observer;
 
-void fillOutputs(std::initializer_list<Output> outputs, const Json& values) {
+void writeOutputs(std::initializer_list<Output> outputs, const Json& values) {
     if (values.size() > outputs.size()) throw std::invalid_argument("more outputs than the function has");
     for (std::size_t i = 0; i < values.size(); ++i)
-        if (!outputs.begin()[i].fill(values[i]))
+        if (!outputs.begin()[i].write(values[i]))
             throw std::invalid_argument("output " + std::to_string(i + 1) + " does not suit the function");
 }
 
-bool contains(const Json& list, const Json& item) {
-    return std::find(list.begin(), list.end(), item) != list.end();
-}
+/// The journal's line about a call, written when the call ends, however it does.
+class JournalEntry {
+ public:
+    JournalEntry(bool kept, const char* function, const Json& arguments)
+        : recording_(kept ? currentRecording() : nullptr),
+          entry_({{"function", function}, {"arguments", arguments}, {"result", nullptr}}) {}
+    ~JournalEntry() {
+        if (recording_) recording_->calls.push_back(std::move(entry_));
+    }
+    JournalEntry(const JournalEntry&) = delete;
+    JournalEntry& operator=(const JournalEntry&) = delete;
 
-/// Of a list or a record: each of its numbers. Compares as doubles, which hold every 32-bit number.
-bool within(const Json& minimum, const Json& maximum, const Json& value) {
-    if (!value.is_structured())
-        return value.is_number() && value.get<double>() >= minimum.get<double>() &&
-               value.get<double>() <= maximum.get<double>();
-    const auto limit = [](const Json& limits, const std::string& name) {
-        return limits.is_object() ? limits.at(name) : limits;
-    };
-    const auto items = value.items();
-    return std::all_of(items.begin(), items.end(), [&](const auto& item) {
-        return within(limit(minimum, item.key()), limit(maximum, item.key()), item.value());
-    });
-}
+    Result end(Result result) {
+        entry_["result"] = result.code;
+        return result;
+    }
+    Result end(Result result, const char* error) {
+        entry_["error"] = error;
+        return end(result);
+    }
+
+ private:
+    Recording* const recording_;
+    Json entry_;
+};
 
 }  // namespace
 
@@ -45,181 +53,114 @@ void setGateObserver(GateObserver newObserver) {
     observer = newObserver;
 }
 
-Json* part(Json& setting, const Json& key) {
-    auto& value = setting["value"];
-    if (key.is_null()) return &value;
-    if (value.is_array()) return key.is_number() && key < value.size() ? &value[key.get<std::size_t>()] : nullptr;
-    const auto found = value.find(key.is_number() ? key.dump() : key.get<std::string>());
-    return found == value.end() ? nullptr : &*found;
-}
-
-Answer readSetting(Json& setting, const Json& key) {
-    const auto kept = part(setting, key);
-    return kept ? answer(*kept) : Answer{result::invalidArgument};
-}
-
-Answer writeSetting(Json& setting, const Json& key, const Json& value) {
-    const auto kept = part(setting, key);
-    if (!kept || value.is_null()) return {result::invalidArgument};
-    if (setting.contains("of") && !contains(setting.at("of"), value)) return {result::invalidArgument};
-    if (setting.contains("size") && value.get_ref<const std::string&>().size() >= setting.at("size"))
-        return {result::invalidBufferSize};
-    if (value.is_array() && value.size() != kept->size()) return {result::invalidDataSize};
-    if (setting.contains("min") && !within(setting.at("min"), setting.at("max"), value)) return {result::outOfRange};
-    *kept = value;
-    return {};
-}
-
-Presence::Presence() {
+ObservedScope::ObservedScope() {
     if (observer.enter) observer.enter();
 }
 
-Presence::~Presence() {
+ObservedScope::~ObservedScope() {
     if (observer.leave) observer.leave();
 }
 
-Intermission::Intermission() {
+ScopedUnlock::ScopedUnlock() {
     State::instance().mutex.unlock();
     if (observer.leave) observer.leave();
 }
 
-Intermission::~Intermission() {
+ScopedUnlock::~ScopedUnlock() {
     if (observer.enter) observer.enter();
     State::instance().mutex.lock();
 }
 
-Call::Call(const char* function, bool journalled) : function_(function), journalled_(journalled) {}
+// ---- Calls ----------------------------------------------------------------------------------------------------------
 
-Answer Call::perform(const Work& work, std::initializer_list<Output> outputs, Json& entry) {
+Call::Call(const char* function, std::initializer_list<Input> arguments, Journal journal) noexcept
+    : function_(function), journal_(journal), arguments_(std::make_unique<Json>(Json::array())) {
+    for (const auto& argument : arguments) addArgument(argument);
+}
+
+Call::~Call() = default;
+
+void Call::addArgument(const Input& argument) noexcept {
+    arguments_->push_back(argument.json());
+}
+
+Result Call::pass(const Needs& needs, const Work& work, std::initializer_list<Output> outputs) {
+    JournalEntry entry(journal_ == Journal::keep, function_, *arguments_);
     auto& state = State::instance();
     const std::lock_guard lock(state.mutex);
-    const auto script = state.scripts.take(function_, product_, serial_);
+
+    const auto script = state.scripts.take(function_, serial_, product_);
     if (script && script->throws) throw std::runtime_error(std::string(function_) + " throws by script");
 
-    Answer answer;
     try {
-        if (!script || (!script->outputs && !script->failing())) answer = work(state.world);
-        if (script) {
-            answer.result = script->result;
-            if (script->outputs) answer.outputs = *script->outputs;
-        }
-        fillOutputs(outputs, answer.outputs);
+        Answer answer;
+        if (!script || !script->replacesWork()) answer = perform(needs, work, state.world);
+        if (script) answer.result = script->result;
+        if (script && script->outputs) answer.outputs = script->outputs;
+        if (answer.outputs) writeOutputs(outputs, *answer.outputs);
+        return entry.end(answer.result);
     } catch (const std::exception& error) {
-        answer.result = result::failed;
-        entry["error"] = error.what();
-    }
-    return answer;
-}
-
-std::uint32_t Call::pass(const Work& work, std::initializer_list<Output> outputs) {
-    Json entry = {{"function", function_}, {"arguments", arguments_}, {"result", nullptr}};
-    const auto journal = [&] {
-        if (const auto recording = Recording::current(); recording && journalled_)
-            recording->calls.push_back(std::move(entry));
-    };
-    try {
-        const auto answer = perform(work, outputs, entry);
-        entry["result"] = answer.result;
-        journal();
-        return answer.result;
-    } catch (...) {
-        journal();
-        throw;
+        return entry.end({result::failed}, error.what());
     }
 }
 
-void LibraryCall::tell(const std::function<void()>& work) {
-    pass(
-        [&](World&) {
-            work();
-            return Answer();
-        },
-        {});
+Answer Call::perform(const Needs& needs, const Work& work, World& world) const {
+    if (!work.isAboutMonitor()) return work(world);
+    const auto monitor = world.findMonitor(serial_, product_);
+    if (!monitor) return needs.withoutMonitor;
+    if (needs.feature && !monitor->supports(needs.feature)) return needs.withoutFeature;
+    return work(*monitor);
+}
+
+bool LibraryCall::succeeds(std::initializer_list<Output> outputs) {
+    return run([](World&) -> Answer { return 1; }, outputs).code != 0;
 }
 
 const char* LibraryCall::text(std::string normal) {
-    const auto work = [&](World&) { return Answer{1}; };
-    if (pass(work, {&normal}) == 0) return nullptr;
+    if (!succeeds({Output(&normal)})) return nullptr;
     auto& state = State::instance();
     const std::lock_guard lock(state.mutex);
     return state.texts.insert(std::move(normal)).first->c_str();
 }
 
-void MonitorCall::address(const char* serial, const char* product) {
-    arguments_ = Json::array({toJson(serial), toJson(product)});
+// ---- Calls about a monitor ------------------------------------------------------------------------------------------
+
+MonitorCall::MonitorCall(const char* function, const char* serial, const char* product,
+                         std::initializer_list<Input> inputs) noexcept
+    : Call(function, {serial, product}) {
     serial_ = serial ? serial : "";
     product_ = product ? product : "";
+    for (const auto& input : inputs) addArgument(input);
 }
 
-DmResult MonitorCall::run(const MonitorWork& work, std::initializer_list<Output> outputs) {
-    return static_cast<DmResult>(pass(
-        [&](World& world) {
-            const auto monitor = world.findMonitor(product_, serial_);
-            return monitor ? work(*monitor) : Answer{result::connectionError};
-        },
-        outputs));
+Result MonitorCall::get(const char* setting, const Output& value, Key key) {
+    return run(setting, [&](Monitor& monitor) { return monitor.settings.read(setting, key); }, {value});
 }
 
-DmResult MonitorCall::run(const char* feature, const MonitorWork& work, std::initializer_list<Output> outputs) {
+Result MonitorCall::set(const char* setting, const Input& value, Key key) {
+    return run(setting, [&](Monitor& monitor) { return monitor.settings.write(setting, value, key); });
+}
+
+Result MonitorCall::members(const char* setting, std::initializer_list<const char*> names,
+                            std::initializer_list<Output> outputs) {
     return run(
-        [&](Monitor& monitor) { return monitor.supports(feature) ? work(monitor) : Answer{result::unsupported}; },
-        outputs);
+        setting, [&](Monitor& monitor) { return monitor.settings.members(setting, names); }, outputs);
 }
 
-std::int32_t MonitorCall::supports(const char* feature, const std::function<bool(Monitor&)>& condition) {
-    return static_cast<std::int32_t>(pass(
-        [&](World& world) {
-            const auto monitor = world.findMonitor(product_, serial_);
-            return Answer{monitor && monitor->supports(feature) && (!condition || condition(*monitor)) ? 1u : 0u};
-        },
-        {}));
+Result MonitorCall::count(const char* setting, const char* member, const Output& count) {
+    return run(setting, [&](Monitor& monitor) { return monitor.settings.count(setting, member); }, {count});
 }
 
-DmResult MonitorCall::get(const char* setting, Output value, const Json& key) {
-    return run(setting, [&](Monitor& monitor) { return readSetting(monitor.setting(setting), key); }, {value});
+Result MonitorCall::getPercentage(const char* setting, double* percentage) {
+    return run(setting, [&](Monitor& monitor) { return monitor.settings.readPercentage(setting); }, {percentage});
 }
 
-DmResult MonitorCall::set(const char* setting, const Json& key) {
-    return run(setting,
-               [&](Monitor& monitor) { return writeSetting(monitor.setting(setting), key, arguments_.back()); });
+Result MonitorCall::setPercentage(const char* setting, double percentage) {
+    return run(setting, [&](Monitor& monitor) { return monitor.settings.writePercentage(setting, percentage); });
 }
 
-DmResult MonitorCall::members(const char* setting, std::initializer_list<const char*> names,
-                              std::initializer_list<Output> outputs) {
-    return run(
-        setting,
-        [&](Monitor& monitor) {
-            Answer answer;
-            for (const auto name : names) answer.outputs.push_back(monitor.setting(setting).at(name));
-            return answer;
-        },
-        outputs);
-}
-
-DmResult MonitorCall::count(const char* setting, const char* member, Output count) {
-    return run(setting, [&](Monitor& monitor) { return answer(monitor.setting(setting).at(member).size()); }, {count});
-}
-
-DmResult MonitorCall::getPercentage(const char* setting, Output percentage) {
-    return run(setting,
-               [&](Monitor& monitor) {
-                   const auto& kept = monitor.setting(setting);
-                   const auto minimum = kept.at("min").get<double>();
-                   const auto span = kept.at("max").get<double>() - minimum;
-                   return answer(100.0 * (kept.at("value").get<double>() - minimum) / span);
-               },
-               {percentage});
-}
-
-DmResult MonitorCall::setPercentage(const char* setting) {
-    return run(setting, [&](Monitor& monitor) {
-        if (!within(0, 100, arguments_.back())) return Answer{result::outOfRange};
-        auto& kept = monitor.setting(setting);
-        const auto minimum = kept.at("min").get<double>();
-        const auto span = kept.at("max").get<double>() - minimum;
-        kept["value"] = std::llround(minimum + arguments_.back().get<double>() / 100.0 * span);
-        return Answer();
-    });
+Result MonitorCall::succeed(const char* feature) {
+    return run(feature, [](Monitor&) -> Answer { return result::success; });
 }
 
 }  // namespace simulator

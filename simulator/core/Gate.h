@@ -2,188 +2,166 @@
 //
 // A function is one expression:
 //   DmResult DmCtrlGetX(const char* serial, const char* product, uint32_t* x) {
-//       return monitorCall(__func__, serial, product).get("x", x);
+//       return MonitorCall(__func__, serial, product).get("x", x);
 //   }
-// libdmc/Functions.h makes one line of the common ones. `run` beneath takes work of any kind: it is handed the monitor
-// and answers a result and the out-parameters as JSON, which the same outputs write that write scripted ones.
+// libdmc/Functions.h makes one line of the common ones. `run` beneath takes work of any kind.
 #pragma once
 
-#include <libdmc.h>
-
-#include <functional>
 #include <initializer_list>
+#include <memory>
 #include <string>
+#include <type_traits>
 
 #include "simulator/core/World.h"
 
 namespace simulator {
 
-/// Results of the monitor-control library.
-namespace result {
-inline constexpr std::uint32_t success = 0;
-inline constexpr std::uint32_t failed = 0x80000000;
-inline constexpr std::uint32_t invalidArgument = 0x80000001;
-inline constexpr std::uint32_t invalidBufferSize = 0x80000003;
-inline constexpr std::uint32_t unsupported = 0x80000007;
-inline constexpr std::uint32_t stall = 0x80000008;
-inline constexpr std::uint32_t outOfRange = 0x8000000A;
-inline constexpr std::uint32_t noMoreData = 0x8000000B;
-inline constexpr std::uint32_t canceled = 0x8000000C;
-inline constexpr std::uint32_t locked = 0x8000000F;
-inline constexpr std::uint32_t alreadyUsed = 0x80000012;
-inline constexpr std::uint32_t invalidPrecondition = 0x80000015;
-inline constexpr std::uint32_t invalidData = 0x8000001A;
-inline constexpr std::uint32_t invalidDataSize = 0x8000001B;
-inline constexpr std::uint32_t connectionError = 0x80010001;
-inline constexpr std::uint32_t criticalSectionOwned = 0x8001000A;
-}  // namespace result
-
-/// What a function's normal work comes to; outputs are in the order of the out-parameters.
-struct Answer {
-    std::uint32_t result = result::success;
-    Json outputs = Json::array();
-};
-
-/// Success with these out-parameters.
-template <class... Values>
-Answer answer(const Values&... values) {
-    Answer answer;
-    (answer.outputs.push_back(values), ...);
-    return answer;
-}
-
-/// A setting's value, or of a value that is a list or an object the part at an index or a name. Null: there is none.
-Json* part(Json& setting, const Json& key);
-
-/// Answers that part, or replaces it by a value that suits the setting and is as long as the list that it replaces.
-Answer readSetting(Json& setting, const Json& key);
-Answer writeSetting(Json& setting, const Json& key, const Json& value);
-
-/// Tells the observer of a call from its first allocation to its last.
-class Presence {
+/// Reports its scope to the observer of the gate.
+class ObservedScope {
  public:
-    Presence();
-    ~Presence();
-    Presence(const Presence&) = delete;
-    Presence& operator=(const Presence&) = delete;
+    ObservedScope();
+    ~ObservedScope();
+    ObservedScope(const ObservedScope&) = delete;
+    ObservedScope& operator=(const ObservedScope&) = delete;
 };
 
-/// Lets other threads at the world for a while, in the midst of a function's work. The calling thread is then the
+/// Releases the simulator's mutex for its scope, in the midst of a function's work. The calling thread is then the
 /// plug-in's, not the simulator's, and what it knew of the world may be wrong afterwards.
-class Intermission {
+class ScopedUnlock {
  public:
-    Intermission();
-    ~Intermission();
-    Intermission(const Intermission&) = delete;
-    Intermission& operator=(const Intermission&) = delete;
+    ScopedUnlock();
+    ~ScopedUnlock();
+    ScopedUnlock(const ScopedUnlock&) = delete;
+    ScopedUnlock& operator=(const ScopedUnlock&) = delete;
+};
+
+/// A function's normal work: refers to a function object that takes the world, or the monitor that the call is about.
+/// It is called with the simulator's mutex held.
+class Work {
+ public:
+    template <class Function>
+    requires(std::is_invocable_r_v<Answer, const Function&, World&>) Work(const Function& function)
+        : function_(&function), onWorld_([](const void* object, World& world) -> Answer {
+              return (*static_cast<const Function*>(object))(world);
+          }) {}
+
+    template <class Function>
+    requires(std::is_invocable_r_v<Answer, const Function&, Monitor&>) Work(const Function& function)
+        : function_(&function), onMonitor_([](const void* object, Monitor& monitor) -> Answer {
+              return (*static_cast<const Function*>(object))(monitor);
+          }) {}
+
+    bool isAboutMonitor() const { return onMonitor_; }
+    Answer operator()(World& world) const { return onWorld_(function_, world); }
+    Answer operator()(Monitor& monitor) const { return onMonitor_(function_, monitor); }
+
+ private:
+    const void* function_;
+    Answer (*onWorld_)(const void* function, World&) = nullptr;
+    Answer (*onMonitor_)(const void* function, Monitor&) = nullptr;
 };
 
 /// One call of a simulated function. It lives as long as the call and never throws, unless a script says so.
 class Call {
-    const Presence presence_;
+    const ObservedScope scope_;
 
  public:
     Call(const Call&) = delete;
     Call& operator=(const Call&) = delete;
+    ~Call();
+
+    /// Does what a script says, else the work; writes the outputs and journals the call. Work on a monitor fails
+    /// without being done when the monitor is not connected or lacks the feature.
+    Result run(const Work& work, std::initializer_list<Output> outputs = {}) { return pass({}, work, outputs); }
+    Result run(const char* feature, const Work& work, std::initializer_list<Output> outputs = {}) {
+        return pass({.feature = feature}, work, outputs);
+    }
+
+    /// 1 when a condition holds of the monitor; 0 when not, or when it is not connected or lacks the feature.
+    template <class Condition>
+    requires(std::is_invocable_r_v<bool, const Condition&, Monitor&>) Result
+        test(const char* feature, const Condition& condition) {
+        return pass({.feature = feature, .withoutMonitor = 0, .withoutFeature = 0},
+                    [&](Monitor& monitor) -> Answer { return condition(monitor) ? 1 : 0; }, {});
+    }
+    Result test(const char* feature) {
+        return test(feature, [](Monitor&) { return true; });
+    }
 
  protected:
-    Call(const char* function, bool journalled);
+    enum class Journal { keep, skip };
 
-    using Work = std::function<Answer(World&)>;
-    std::uint32_t pass(const Work& work, std::initializer_list<Output> outputs);
+    Call(const char* function, std::initializer_list<Input> arguments, Journal journal = Journal::keep) noexcept;
 
-    Json arguments_ = Json::array();
-    std::string product_;
+    void addArgument(const Input& argument) noexcept;
+
+    const char* const function_;
     std::string serial_;
+    std::string product_;
 
  private:
-    Answer perform(const Work& work, std::initializer_list<Output> outputs, Json& entry);
+    /// What a call about a monitor needs, and its results without.
+    struct Needs {
+        const char* feature = nullptr;
+        std::uint32_t withoutMonitor = result::connectionError;
+        std::uint32_t withoutFeature = result::unsupported;
+    };
 
-    const char* function_;
-    bool journalled_;
+    Result pass(const Needs& needs, const Work& work, std::initializer_list<Output> outputs);
+    Answer answer(const Needs& needs, const Work& work);
+    Answer perform(const Needs& needs, const Work& work, World& world) const;
+
+    const Journal journal_;
+    const std::unique_ptr<Json> arguments_;
 };
 
 /// A function of a library as a whole.
 class LibraryCall : public Call {
  public:
-    template <class... Inputs>
-    LibraryCall(const char* function, bool journalled, Inputs... inputs) noexcept : Call(function, journalled) {
-        (arguments_.push_back(toJson(inputs)), ...);
-    }
-
-    std::uint32_t result(const Work& work, std::initializer_list<Output> outputs = {}) { return pass(work, outputs); }
-    DmResult run(const Work& work, std::initializer_list<Output> outputs = {}) {
-        return static_cast<DmResult>(pass(work, outputs));
-    }
-
-    /// A function without a result.
-    void tell(const std::function<void()>& work);
+    explicit LibraryCall(const char* function, std::initializer_list<Input> arguments = {},
+                         Journal journal = Journal::keep) noexcept
+        : Call(function, arguments, journal) {}
 
     /// A handle, or null when the scripted result is 0.
     template <class Handle>
     Handle* handle(Handle* normal) {
-        return pass([](World&) { return Answer{1}; }, {}) != 0 ? normal : nullptr;
+        return succeeds() ? normal : nullptr;
     }
 
     /// A text that lives as long as the process, or null when the scripted result is 0. It is the only output.
     const char* text(std::string normal);
+
+ private:
+    bool succeeds(std::initializer_list<Output> outputs = {});
+};
+
+/// A function of the host's own libraries, whose calls stand in lists of their own in a recording, not in its journal.
+class HostCall : public LibraryCall {
+ public:
+    explicit HostCall(const char* function) noexcept : LibraryCall(function, {}, Journal::skip) {}
 };
 
 /// A function of one monitor.
 class MonitorCall : public Call {
  public:
-    template <class... Inputs>
-    MonitorCall(const char* function, const char* serial, const char* product, Inputs... inputs) noexcept
-        : Call(function, true) {
-        address(serial, product);
-        (arguments_.push_back(toJson(inputs)), ...);
-    }
+    MonitorCall(const char* function, const char* serial, const char* product,
+                std::initializer_list<Input> inputs = {}) noexcept;
 
-    using MonitorWork = std::function<Answer(Monitor&)>;
-    DmResult run(const MonitorWork& work, std::initializer_list<Output> outputs = {});
-
-    /// As `run`; result::unsupported when the monitor lacks the feature.
-    DmResult run(const char* feature, const MonitorWork& work, std::initializer_list<Output> outputs = {});
-
-    /// 1 or 0; 0 for a monitor that is not connected or lacks the feature.
-    std::int32_t supports(const char* feature, const std::function<bool(Monitor&)>& condition = {});
-
-    /// A setting of the monitor, or the part of it at a key; `set` writes the last argument.
-    DmResult get(const char* setting, Output value, const Json& key = {});
-    DmResult set(const char* setting, const Json& key = {});
+    /// A setting of the monitor, or the part of it at a key.
+    Result get(const char* setting, const Output& value, Key key = {});
+    Result set(const char* setting, const Input& value, Key key = {});
 
     /// What else a setting has ("min", "of" ...), in the order of the outputs; and how many items such a list has.
-    DmResult members(const char* setting, std::initializer_list<const char*> names,
-                     std::initializer_list<Output> outputs);
-    DmResult count(const char* setting, const char* member, Output count);
+    Result members(const char* setting, std::initializer_list<const char*> names,
+                   std::initializer_list<Output> outputs);
+    Result count(const char* setting, const char* member, const Output& count);
 
-    /// A setting as 0 to 100 per cent of its range, rounded to its steps.
-    DmResult getPercentage(const char* setting, Output percentage);
-    DmResult setPercentage(const char* setting);
+    /// A setting as 0 to 100 per cent of its range.
+    Result getPercentage(const char* setting, double* percentage);
+    Result setPercentage(const char* setting, double percentage);
 
- private:
-    void address(const char* serial, const char* product);
+    /// What has no effect to see on a monitor that has the feature.
+    Result succeed(const char* feature);
 };
-
-template <class... Inputs>
-MonitorCall monitorCall(const char* function, const char* serial, const char* product, Inputs... inputs) {
-    return MonitorCall(function, serial, product, inputs...);
-}
-
-/// A list of the caller's, as an input.
-template <class T>
-std::span<const T> list(const T* items, std::uint32_t count) {
-    return {items, items ? count : 0};
-}
-
-template <class... Inputs>
-LibraryCall libraryCall(const char* function, Inputs... inputs) {
-    return LibraryCall(function, true, inputs...);
-}
-
-/// A function of the host's own libraries, which keep lists of what they are told and stay out of the journal.
-inline LibraryCall hostCall(const char* function) {
-    return LibraryCall(function, false);
-}
 
 }  // namespace simulator

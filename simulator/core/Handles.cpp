@@ -15,9 +15,9 @@ std::string name(const char* kind, std::uintptr_t number) {
 
 }  // namespace
 
-Json Handles::count() const {
-    auto counts = Json::object();
-    for (const auto& [number, entry] : entries_) counts[entry.kind] = counts.value(entry.kind, 0) + 1;
+std::map<std::string, std::size_t> Handles::count() const {
+    std::map<std::string, std::size_t> counts;
+    for (const auto& [number, entry] : entries_) ++counts[entry.kind];
     return counts;
 }
 
@@ -27,7 +27,7 @@ std::uintptr_t Handles::insert(const char* kind, std::shared_ptr<void> object) {
     return last_;
 }
 
-Handles::Entry* Handles::look(const char* kind, std::uintptr_t number, const char* function) {
+Handles::Entry* Handles::lookUp(const char* kind, std::uintptr_t number, const char* function) {
     const auto found = entries_.find(number);
     if (found != entries_.end() && std::string_view(found->second.kind) == kind) return &found->second;
     faults_.push_back(std::string(function) + ": there is no open " + name(kind, number));
@@ -36,7 +36,7 @@ Handles::Entry* Handles::look(const char* kind, std::uintptr_t number, const cha
 
 void Handles::erase(const char* kind, std::uintptr_t number, const char* function) {
     logHandles("release " + name(kind, number));
-    const auto entry = look(kind, number, function);
+    const auto entry = lookUp(kind, number, function);
     if (!entry) return;
     if (entry->object.use_count() > 1)
         faults_.push_back(std::string(function) + ": " + name(kind, number) + " is in use");

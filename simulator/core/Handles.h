@@ -5,8 +5,8 @@
 #include <map>
 #include <memory>
 #include <string>
-
-#include "simulator/core/Values.h"
+#include <utility>
+#include <vector>
 
 namespace simulator {
 
@@ -26,7 +26,7 @@ class Handles {
     /// Null, and a fault of the function that was given it, when this is not an open handle of its type.
     template <class T>
     std::shared_ptr<T> find(T* handle, const char* function) {
-        const auto entry = look(handleKind<T>, number(handle), function);
+        const auto entry = lookUp(handleKind<T>, number(handle), function);
         return entry ? std::static_pointer_cast<T>(entry->object) : nullptr;
     }
 
@@ -35,11 +35,11 @@ class Handles {
         erase(handleKind<T>, number(handle), function);
     }
 
-    /// How many of each kind are open: an object without members when there are none.
-    Json count() const;
+    /// How many of each kind are open.
+    std::map<std::string, std::size_t> count() const;
 
-    /// The wrong uses until now, as texts; each is told once.
-    Json takeFaults() { return std::exchange(faults_, Json::array()); }
+    /// The wrong uses since this was asked last.
+    std::vector<std::string> takeFaults() { return std::exchange(faults_, {}); }
 
     template <class T>
     static std::uintptr_t number(T* handle) {
@@ -53,12 +53,12 @@ class Handles {
     };
 
     std::uintptr_t insert(const char* kind, std::shared_ptr<void> object);
-    Entry* look(const char* kind, std::uintptr_t number, const char* function);
+    Entry* lookUp(const char* kind, std::uintptr_t number, const char* function);
     void erase(const char* kind, std::uintptr_t number, const char* function);
 
     std::map<std::uintptr_t, Entry> entries_;
     std::uintptr_t last_ = 0;
-    Json faults_ = Json::array();
+    std::vector<std::string> faults_;
 };
 
 /// Appends a line to the file that the environment variable PELL_SIMULATOR_HANDLES names, if it does: what a process

@@ -5,7 +5,7 @@ namespace simulator {
 namespace {
 
 int precision(const Script& script) {
-    return !script.product.empty() + !script.serial.empty();
+    return !script.serial.empty() + !script.product.empty();
 }
 
 }  // namespace
@@ -13,16 +13,16 @@ int precision(const Script& script) {
 void Scripts::add(Script script) {
     if (!script.times)
         std::erase_if(scripts_, [&](const Script& other) {
-            return !other.times && other.function == script.function && other.product == script.product &&
-                   other.serial == script.serial;
+            return !other.times && other.function == script.function && other.serial == script.serial &&
+                   other.product == script.product;
         });
     scripts_.push_back(std::move(script));
 }
 
-std::optional<Script> Scripts::take(std::string_view function, std::string_view product, std::string_view serial) {
+std::optional<Script> Scripts::take(std::string_view function, std::string_view serial, std::string_view product) {
     const auto fits = [&](const Script& script) {
-        return script.function == function && (script.product.empty() || script.product == product) &&
-               (script.serial.empty() || script.serial == serial);
+        return script.function == function && (script.serial.empty() || script.serial == serial) &&
+               (script.product.empty() || script.product == product);
     };
     const Script* permanent = nullptr;
     for (auto script = scripts_.begin(); script != scripts_.end(); ++script) {

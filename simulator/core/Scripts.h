@@ -1,24 +1,26 @@
 // Scripted results: what a simulated function shall answer instead of doing its normal work.
 #pragma once
 
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
 
-#include "simulator/core/World.h"
+#include "simulator/core/Answer.h"
 
 namespace simulator {
 
 struct Script {
     std::string function;
-    std::string product;  ///< empty: any
     std::string serial;   ///< empty: any
+    std::string product;  ///< empty: any
     bool throws = false;  ///< throw a std::runtime_error
-    std::uint32_t result = 0;
-    std::optional<Json> outputs;         ///< a list, one entry per out-parameter; null leaves one untouched
-    std::optional<std::uint64_t> times;  ///< none: permanent
+    Result result{};
+    std::shared_ptr<const Json> outputs;  ///< a list, one entry per out-parameter; a JSON null leaves one untouched
+    std::optional<std::uint64_t> times;   ///< none: permanent
 
-    bool failing() const { return (result & 0x80000000u) != 0; }
+    /// A success without outputs of its own leaves the function to do its normal work.
+    bool replacesWork() const { return outputs || result.failed(); }
 };
 
 /// Not thread-safe: whoever uses the scripts holds the simulator's mutex.
@@ -29,7 +31,7 @@ class Scripts {
 
     /// What this call shall do, if anything: the first limited script that fits, else the permanent one that says most
     /// about the monitor. Counts down a limited script.
-    std::optional<Script> take(std::string_view function, std::string_view product, std::string_view serial);
+    std::optional<Script> take(std::string_view function, std::string_view serial, std::string_view product);
 
     void clear() { scripts_.clear(); }
 

@@ -8,12 +8,11 @@
 
 #include "simulator/core/Generated.h"
 #include "simulator/core/State.h"
+#include "simulator/core/Suggestion.h"
 
 namespace simulator {
 
 namespace {
-
-thread_local Recording* currentRecording = nullptr;
 
 void require(bool condition, const std::string& message) {
     if (!condition) throw std::invalid_argument(message);
@@ -32,11 +31,11 @@ std::string text(const Json& instruction, const char* member) {
 }
 
 /// 32 bits, spelled signed or unsigned.
-std::uint32_t resultCode(const Json& instruction) {
+Result resultCode(const Json& instruction) {
     const auto found = instruction.find("result");
     require(found != instruction.end() && found->is_number_integer(), "\"result\" must be an integer");
     require(*found >= INT32_MIN && *found <= UINT32_MAX, "\"result\" must have 32 bits");
-    return static_cast<std::uint32_t>(found->get<std::int64_t>());
+    return {static_cast<std::uint32_t>(found->get<std::int64_t>())};
 }
 
 std::optional<std::uint64_t> repetitions(const Json& instruction) {
@@ -51,9 +50,9 @@ Script readScript(const Json& instruction) {
     script.function = text(instruction, "function");
     const auto& functions = generated::functions;
     require(std::find(functions.begin(), functions.end(), script.function) != functions.end(),
-            "unknown function \"" + script.function + "\"");
-    script.product = text(instruction, "product");
+            "unknown function \"" + script.function + "\"" + suggestion(script.function, functions));
     script.serial = text(instruction, "serial");
+    script.product = text(instruction, "product");
     script.times = repetitions(instruction);
     return script;
 }
@@ -64,7 +63,7 @@ Script readReturn(const Json& instruction) {
     script.result = resultCode(instruction);
     if (const auto outputs = instruction.find("outputs"); outputs != instruction.end()) {
         require(outputs->is_array(), "\"outputs\" must be a list");
-        script.outputs = *outputs;
+        script.outputs = std::make_shared<const Json>(*outputs);
     }
     return script;
 }
@@ -78,6 +77,8 @@ Script readThrow(const Json& instruction) {
 
 }  // namespace
 
+State::State() : scenario(std::make_shared<const Json>(World::builtInScenario())), world(World::builtInScenario()) {}
+
 State& State::instance() {
     // Never destroyed: the plug-in may let go of its libraries after our own static objects are gone.
     static auto& state = *new State;
@@ -88,7 +89,7 @@ void loadScenario(const Json& scenario) {
     World world(scenario);
     auto& state = State::instance();
     const std::lock_guard lock(state.mutex);
-    state.scenario = scenario;
+    state.scenario = std::make_shared<const Json>(scenario);
     state.world = std::move(world);
     state.scripts.clear();
 }
@@ -101,39 +102,21 @@ void simulate(const Json& instruction) {
 
     if (what == "return" || what == "throw") {
         auto script = what == "return" ? readReturn(instruction) : readThrow(instruction);
-        require(state.world.knows(script.product, script.serial), "unknown monitor");
+        require(state.world.knows(script.serial, script.product), "unknown monitor");
         state.scripts.add(std::move(script));
     } else if (what == "plug" || what == "unplug") {
         requireMembers(instruction, {"product", "serial"});
-        const auto product = text(instruction, "product");
         const auto serial = text(instruction, "serial");
-        require(what == "plug" ? state.world.plug(product, serial) : state.world.unplug(product, serial),
+        const auto product = text(instruction, "product");
+        require(what == "plug" ? state.world.plug(serial, product) : state.world.unplug(serial, product),
                 "unknown monitor");
     } else if (what == "reset") {
         requireMembers(instruction, {});
         state.scripts.clear();
-        state.world = World(state.scenario);
+        state.world = World(*state.scenario);
     } else {
         require(false, "\"simulate\" must be \"return\", \"throw\", \"plug\", \"unplug\" or \"reset\"");
     }
-}
-
-Recording::Recording() : outer_(currentRecording) {
-    currentRecording = this;
-}
-
-Recording::~Recording() {
-    currentRecording = outer_;
-}
-
-Recording* Recording::current() {
-    return currentRecording;
-}
-
-RecordingHandover::RecordingHandover(Recording* recording) : outer_(std::exchange(currentRecording, recording)) {}
-
-RecordingHandover::~RecordingHandover() {
-    currentRecording = outer_;
 }
 
 Json openHandles() {

@@ -4,9 +4,9 @@
 #pragma once
 
 #include <functional>
-#include <vector>
+#include <nlohmann/json.hpp>
 
-#include "simulator/core/Values.h"
+#include "simulator/core/Json.h"
 
 namespace simulator {
 
@@ -21,17 +21,14 @@ void loadScenario(const Json& scenario);
 ///   {"simulate": "reset"}
 void simulate(const Json& instruction);
 
-/// What the simulated companions were told on this thread while the recording lives. The innermost recording of a
-/// thread takes everything; a thread without one leaves no trace. Two threads' requests are thus told apart.
+/// What the simulated companions were called with on this thread while the recording lives. The innermost recording of
+/// a thread takes everything; a thread without one leaves no trace. So two threads' requests are kept apart.
 class Recording {
  public:
     Recording();
     ~Recording();
     Recording(const Recording&) = delete;
     Recording& operator=(const Recording&) = delete;
-
-    /// Null when this thread has none.
-    static Recording* current();
 
     /// {"function", "arguments", "result"}, in order. "result" is null when the function threw by script; "error" says
     /// why the simulation failed, for example that scripted outputs do not suit the function.
@@ -40,21 +37,8 @@ class Recording {
     Json events = Json::array();     ///< {"name", "text"}
     Json log = Json::array();        ///< {"name", "level", "line"}
 
-    /// Told each event as it arrives, on the thread that brings it.
+    /// Called with each event as it arrives, on the thread that brings it.
     std::function<void(const Json& event)> onEvent;
-
- private:
-    Recording* outer_;
-};
-
-/// Makes another thread's recording that of this thread while it lives, for a thread that works in place of the other
-/// one. Null: none.
-class RecordingHandover {
- public:
-    explicit RecordingHandover(Recording* recording);
-    ~RecordingHandover();
-    RecordingHandover(const RecordingHandover&) = delete;
-    RecordingHandover& operator=(const RecordingHandover&) = delete;
 
  private:
     Recording* outer_;
@@ -71,8 +55,8 @@ Json takeHandleFaults();
 /// A list of the monitors that DmCtrlLockMonitor keeps locked, as "PRODUCT/SERIAL".
 Json lockedMonitors();
 
-/// Called on entry to and on exit from every simulated function, on its thread, so that a test can tell the plug-in's
-/// own work from the simulator's. To be set while no request runs; null: no observer.
+/// Called on entry to and on exit from every simulated function, on its thread, so that a test can distinguish the
+/// plug-in's own work from the simulator's. To be set while no request runs; null: no observer.
 struct GateObserver {
     void (*enter)() = nullptr;
     void (*leave)() = nullptr;

@@ -12,9 +12,11 @@
 namespace simulator {
 
 struct State {
+    State();
+
     std::mutex mutex;  ///< guards everything else
-    Json scenario = World::builtInScenario();
-    World world{scenario};
+    std::shared_ptr<const Json> scenario;
+    World world;
     Scripts scripts;
     Handles handles;
     std::set<std::string> texts;  ///< texts handed out for the life of the process

@@ -8,17 +8,15 @@
 #include <concepts>
 #include <cstdint>
 #include <cstring>
-#include <functional>
 #include <limits>
 #include <nlohmann/json.hpp>
-#include <span>
 #include <string>
 #include <tuple>
 #include <type_traits>
 
-namespace simulator {
+#include "simulator/core/Json.h"
 
-using Json = nlohmann::json;
+namespace simulator {
 
 namespace detail {
 
@@ -36,6 +34,14 @@ inline constexpr std::pair<const char*, double> namedNumbers[] = {
 /// Fills the buffer to its end, without a NUL, when the text is too long for it: a companion may do that.
 inline void copyText(const std::string& text, char* buffer, std::size_t size) {
     std::memcpy(buffer, text.c_str(), std::min(size, text.size() + 1));
+}
+
+/// Whether an integer has the type's width; signed and unsigned spellings of the same bits mean the same.
+template <class T>
+bool fits(const Json& json) {
+    if constexpr (sizeof(T) == sizeof(std::int64_t)) return true;
+    constexpr auto bits = 8 * static_cast<int>(std::min(sizeof(T), sizeof(std::int32_t)));
+    return json >= -(std::int64_t{1} << (bits - 1)) && json <= (std::uint64_t{1} << bits) - 1;
 }
 
 }  // namespace detail
@@ -86,20 +92,6 @@ inline Json toJson(const char* text) {
     return text ? Json(text) : Json();
 }
 
-/// A record that is passed by its address.
-template <class Record>
-requires std::is_class_v<Record> Json toJson(const Record* record) {
-    return record ? toJson(*record) : Json();
-}
-
-/// A list that is passed by its address and its count.
-template <class T>
-Json toJson(std::span<const T> items) {
-    auto list = Json::array();
-    for (const auto& item : items) list.push_back(toJson(item));
-    return list;
-}
-
 /// Writes a JSON value to a C value; false when it does not suit. Of a record or an array only what is given is
 /// written.
 template <class T>
@@ -146,8 +138,8 @@ bool fromJson(const Json& json, T& value) {
             }
         return false;
     } else if constexpr (std::is_arithmetic_v<T>) {
-        if (!json.is_number_integer()) return false;
-        value = static_cast<T>(json.get<std::int64_t>());  // the low bits: signed and unsigned spellings mean the same
+        if (!json.is_number_integer() || !detail::fits<T>(json)) return false;
+        value = static_cast<T>(json.get<std::int64_t>());
         return true;
     } else if constexpr (detail::isText<T>) {
         if (!json.is_string()) return false;
@@ -170,74 +162,5 @@ bool fromJson(const Json& json, T& value) {
                known == json.size();
     }
 }
-
-/// An out-parameter of a simulated function. Null pointers are left alone.
-class Output {
- public:
-    /// A number, a record or a std::string.
-    template <class T>
-    requires(!std::is_same_v<T, char>) Output(T* value)
-        : fill_([value](const Json& json) {
-              T ignored{};
-              return fromJson(json, value ? *value : ignored);
-          }) {}
-
-    /// A text buffer of `size` bytes. A text that is too long fills it without a NUL.
-    static Output text(char* buffer, std::size_t size) {
-        return Output([=](const Json& json) {
-            if (!json.is_string()) return false;
-            if (buffer) detail::copyText(json.get_ref<const std::string&>(), buffer, size);
-            return true;
-        });
-    }
-
-    /// A text in two steps: a null buffer asks for the size, the NUL included; otherwise `*size` is the capacity on
-    /// entry and the size on return. A JSON number sets only the size, true or not.
-    static Output text(char* buffer, std::uint32_t* size) {
-        return Output([=](const Json& json) {
-            std::uint32_t ignored = 0;
-            if (json.is_number()) return fromJson(json, size ? *size : ignored);
-            if (!json.is_string()) return false;
-            const auto& text = json.get_ref<const std::string&>();
-            if (buffer && size) detail::copyText(text, buffer, *size);
-            if (size) *size = static_cast<std::uint32_t>(text.size() + 1);
-            return true;
-        });
-    }
-
-    /// A handle, which is a number.
-    template <class T>
-    static Output handle(T** handle) {
-        return Output([=](const Json& json) {
-            if (!json.is_number_unsigned()) return false;
-            if (handle) *handle = reinterpret_cast<T*>(json.get<std::uintptr_t>());
-            return true;
-        });
-    }
-
-    /// A list in two steps: null items ask for the count; otherwise `*count` is the capacity on entry. A JSON list
-    /// writes what fits and its own length as the count; a JSON number writes only the count, true or not.
-    template <class T>
-    static Output list(T* items, std::uint32_t* count) {
-        return Output([=](const Json& json) {
-            std::uint32_t ignored = 0;
-            if (json.is_number()) return fromJson(json, count ? *count : ignored);
-            if (!json.is_array()) return false;
-            const std::size_t written = items && count ? std::min<std::size_t>(*count, json.size()) : 0;
-            for (std::size_t i = 0; i < written; ++i)
-                if (!fromJson(json[i], items[i])) return false;
-            if (count) *count = static_cast<std::uint32_t>(json.size());
-            return true;
-        });
-    }
-
-    /// False when the value does not suit. A JSON null leaves the out-parameter untouched.
-    bool fill(const Json& json) const { return json.is_null() || fill_(json); }
-
- private:
-    explicit Output(std::function<bool(const Json&)> fill) : fill_(std::move(fill)) {}
-
-    std::function<bool(const Json&)> fill_;
-};
 
 }  // namespace simulator

@@ -2,8 +2,11 @@
 
 #include <libdmc.h>
 
+#include <algorithm>
 #include <atomic>
 #include <cmath>
+#include <nlohmann/json.hpp>
+#include <set>
 #include <stdexcept>
 
 #include "simulator/core/Generated.h"
@@ -57,23 +60,42 @@ void replaceParts(Json& parts, const Json& source) {
     for (const auto part : commonParts) parts[part].merge_patch(source.value(part, Json::object()));
 }
 
+Firmware readFirmware(const Json& json) {
+    static const std::set<std::string> names = {"version",     "device",        "blockMilliseconds", "callbackThread",
+                                                "failAtBlock", "unplugAtBlock", "updatePolls"};
+    for (const auto& [name, value] : json.items())
+        if (!names.contains(name)) throw std::invalid_argument("firmware has no \"" + name + "\"");
+    Firmware firmware;
+    firmware.version = parseVersion(json.at("version").get<std::string>());
+    firmware.device = json.at("device").get<std::string>();
+    firmware.blockTime = decltype(firmware.blockTime)(json.at("blockMilliseconds").get<double>());
+    firmware.callbackThread = json.at("callbackThread").get<bool>();
+    firmware.failAtBlock = json.at("failAtBlock").get<std::uint32_t>();
+    firmware.unplugAtBlock = json.at("unplugAtBlock").get<std::uint32_t>();
+    firmware.updatePolls = json.at("updatePolls").get<std::uint32_t>();
+    return firmware;
+}
+
 Monitor readMonitor(const Json& json, const Json& products, Json parts) {
-    Monitor monitor;
-    monitor.product = name(json, "product", DM_PRODUCT_SIZE);
-    monitor.serial = name(json, "serial", DM_SERIAL_SIZE);
-    monitor.connected = monitor.found = json.value("connected", true);
-    for (const auto& source : {products.value(monitor.product, Json::object()), json}) {
+    const auto product = name(json, "product", DM_PRODUCT_SIZE);
+    std::vector<std::string> unsupported;
+    for (const auto& source : {products.value(product, Json::object()), json}) {
         for (const auto& feature : source.value("unsupported", Json::array()))
-            monitor.unsupported.push_back(feature.get<std::string>());
+            unsupported.push_back(feature.get<std::string>());
         replaceParts(parts, source);
     }
-    monitor.hidHandle = newHidHandle();
-    monitor.firmware = Firmware::fromScenario(parts.at("firmware"));
-    auto& settings = parts.at("settings");
-    generateLists(settings);
-    monitor.saved = settings;
-    monitor.settings = std::move(settings);
-    return monitor;
+    generateLists(parts.at("settings"));
+    const Settings settings(parts.at("settings"));
+    const auto connected = json.value("connected", true);
+    return {.serial = name(json, "serial", DM_SERIAL_SIZE),
+            .product = product,
+            .unsupported = std::move(unsupported),
+            .settings = settings,
+            .saved = settings,
+            .connected = connected,
+            .found = connected,
+            .hidHandle = newHidHandle(),
+            .firmware = readFirmware(parts.at("firmware"))};
 }
 
 }  // namespace
@@ -82,12 +104,11 @@ bool Monitor::supports(const std::string& feature) const {
     const auto lacks = [&](const std::string& name) {
         return std::find(unsupported.begin(), unsupported.end(), name) != unsupported.end();
     };
-    const auto setting = settings.find(feature);
-    return !lacks(feature) && (setting == settings.end() || !lacks(setting->value("feature", feature)));
+    return !lacks(feature) && !lacks(settings.featureOf(feature));
 }
 
 const Json& World::builtInScenario() {
-    static const Json scenario = Json::parse(generated::scenario);
+    static const Json scenario = parseJson(generated::scenario);
     return scenario;
 }
 
@@ -107,15 +128,15 @@ std::vector<const Monitor*> World::enumerate() const {
     return found;
 }
 
-Monitor* World::lookUp(std::string_view product, std::string_view serial) {
+Monitor* World::lookUp(std::string_view serial, std::string_view product) {
     const auto found = std::find_if(monitors_.begin(), monitors_.end(), [&](const Monitor& monitor) {
-        return monitor.product == product && monitor.serial == serial;
+        return monitor.serial == serial && monitor.product == product;
     });
     return found == monitors_.end() ? nullptr : &*found;
 }
 
-Monitor* World::findMonitor(std::string_view product, std::string_view serial) {
-    const auto monitor = lookUp(product, serial);
+Monitor* World::findMonitor(std::string_view serial, std::string_view product) {
+    const auto monitor = lookUp(serial, product);
     return monitor && monitor->found ? monitor : nullptr;
 }
 
@@ -130,14 +151,14 @@ void World::find() {
     for (auto& monitor : monitors_) monitor.found = monitor.connected;
 }
 
-bool World::plug(std::string_view product, std::string_view serial) {
-    const auto monitor = lookUp(product, serial);
+bool World::plug(std::string_view serial, std::string_view product) {
+    const auto monitor = lookUp(serial, product);
     if (monitor) monitor->connected = true;
     return monitor;
 }
 
-bool World::unplug(std::string_view product, std::string_view serial) {
-    const auto monitor = lookUp(product, serial);
+bool World::unplug(std::string_view serial, std::string_view product) {
+    const auto monitor = lookUp(serial, product);
     if (!monitor) return false;
     monitor->connected = monitor->found = monitor->inCriticalSection = monitor->locked = false;
     monitor->hidHandle = newHidHandle();
@@ -145,9 +166,9 @@ bool World::unplug(std::string_view product, std::string_view serial) {
     return true;
 }
 
-bool World::knows(std::string_view product, std::string_view serial) const {
+bool World::knows(std::string_view serial, std::string_view product) const {
     return std::any_of(monitors_.begin(), monitors_.end(), [&](const Monitor& monitor) {
-        return (product.empty() || monitor.product == product) && (serial.empty() || monitor.serial == serial);
+        return (serial.empty() || monitor.serial == serial) && (product.empty() || monitor.product == product);
     });
 }
 

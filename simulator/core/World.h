@@ -11,10 +11,10 @@
 //               "version"            what it runs, such as "2.0.1.5.3"
 //               "device"             the identifier of the device
 //               "blockMilliseconds"  how long a block of a transfer takes; fractions are fine
-//               "callbackThread"     true: progress is told from another thread than the caller's
+//               "callbackThread"     true: progress is reported from another thread than the caller's
 //               "failAtBlock"        the transfer fails before this block, counted from 1; 0: never
 //               "unplugAtBlock"      the monitor is gone when this block has been sent; 0: never
-//               "updatePolls"        how often an update is still told to be going on before it is done
+//               "updatePolls"        how often an update is still reported as going on before it is done
 //   "products"  by name: what a product has of "unsupported", "settings" and "firmware", as a monitor below
 //   "monitors"  in the order of the enumeration; each has "product" and "serial" and may have
 //               "unsupported"  names of features that it lacks (a setting's name is one too)
@@ -32,17 +32,17 @@
 #include <vector>
 
 #include "simulator/core/Firmware.h"
-#include "simulator/core/Values.h"
+#include "simulator/core/Settings.h"
 
 namespace simulator {
 
 struct Monitor {
-    std::string product;
     std::string serial;
+    std::string product;
     std::vector<std::string> unsupported;
-    Json settings;
-    Json saved;                                 ///< the settings that a reset brings back
-    std::optional<std::uint32_t> selectedMode;  ///< of the settings that each mode has, unless it is the current one
+    Settings settings;
+    Settings saved;                               ///< the settings that a reset brings back
+    std::optional<std::uint32_t> selectedMode{};  ///< of the settings that each mode has, unless it is the current one
     bool connected = true;
     bool found = true;  ///< known to the monitor-control library: enumerated, and its functions work
     bool inCriticalSection = false;
@@ -54,9 +54,6 @@ struct Monitor {
 
     /// Of a setting also: whether it supports the feature that the setting belongs to.
     bool supports(const std::string& feature) const;
-
-    /// The named setting; throws std::out_of_range when the scenario has none.
-    Json& setting(const std::string& name) { return settings.at(name); }
 };
 
 /// Not thread-safe: whoever uses the world holds the simulator's mutex.
@@ -71,21 +68,21 @@ class World {
     std::vector<const Monitor*> enumerate() const;
 
     /// Null when the library does not know such a monitor.
-    Monitor* findMonitor(std::string_view product, std::string_view serial);
+    Monitor* findMonitor(std::string_view serial, std::string_view product);
     Monitor* findMonitor(const void* hidHandle);
 
     /// Plugged monitors join the enumeration here, as they do when the library looks for monitors afresh.
     void find();
 
     /// A plugged monitor waits for the next `find`; an unplugged one is gone at once. False: not in the scenario.
-    bool plug(std::string_view product, std::string_view serial);
-    bool unplug(std::string_view product, std::string_view serial);
+    bool plug(std::string_view serial, std::string_view product);
+    bool unplug(std::string_view serial, std::string_view product);
 
     /// True when the scenario has such a monitor, connected or not; an empty text stands for any.
-    bool knows(std::string_view product, std::string_view serial) const;
+    bool knows(std::string_view serial, std::string_view product) const;
 
  private:
-    Monitor* lookUp(std::string_view product, std::string_view serial);
+    Monitor* lookUp(std::string_view serial, std::string_view product);
 
     std::vector<Monitor> monitors_;
 };

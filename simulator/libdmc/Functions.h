@@ -1,11 +1,33 @@
 // One line for each function of the common shapes.
 //
-// A line defines a function of libdmc.h; the types of what follows serial and product come from its declaration. A
-// `setting` is one of the scenario's.
+// A line defines a function of libdmc.h: serial and product come first, the types of what follows from its declaration,
+// whatever its width and sign, be it a record or a text. A `setting` is one of the scenario's; a function answers
+// "unsupported" on a monitor that lacks the setting or its feature.
+//
+//   SUPPORTS(function, feature)         whether the monitor has a feature
+//   SUCCEED(function, feature)          what has no effect to see
+//
+//   GET(function, setting)              a setting's value
+//   GET_TEXT(function, setting)         ... as a text; buffer and size
+//   GET_LIST(function, setting)         ... as a list; items and how many are asked for, which the caller knows
+//   SET(function, setting)
+//   SET_LIST(function, setting)         items and count
+//   GET_AT, GET_TEXT_AT, SET_AT, SET_LIST_AT(function, setting, key)
+//                                       one of a setting's values; the first parameter says which, by `key`: byColor or
+//                                       byNumber
+//   SET_PART(function, setting, name)   the member of that name of a setting's record
+//
+//   MEMBER(function, setting, name)     what else a setting has, such as "size"
+//   MEMBERS(function, setting, name, name)
+//   RANGE(function, setting)            "min" and "max"
+//   LIST(function, setting, name)       a list such as "of" in two steps; items and a pointer to their count
+//   LIST_AT(function, setting, key)     one of a setting's values, a list, in two steps
+//   COUNT(function, setting, name)      how many items such a list has
 #pragma once
 
 #include <libdmc.h>
 
+#include <iterator>
 #include <tuple>
 
 #include "simulator/core/Gate.h"
@@ -23,12 +45,11 @@ struct Prototype<Result(const char*, const char*, Inputs...)> {
 template <class Function, std::size_t Position>
 using Parameter = std::tuple_element_t<Position, typename Prototype<Function>::Parameters>;
 
-/// The keys of settings that have a value for each colour, or for each mode and the like.
-inline const char* byColor(std::uint32_t color) {
+inline Key byColor(std::uint32_t color) {
     constexpr const char* names[] = {"red", "green", "blue", "white"};
     return color < std::size(names) ? names[color] : "no colour";
 }
-inline std::uint32_t byNumber(std::uint32_t number) {
+inline Key byNumber(std::uint32_t number) {
     return number;
 }
 
@@ -36,69 +57,115 @@ inline std::uint32_t byNumber(std::uint32_t number) {
 
 #define PARAMETER(function, position) simulator::Parameter<decltype(function), position>
 
-/// Whether the monitor has a feature.
-#define SUPPORTS(function, feature)                                                 \
-    int32_t function(const char* serial, const char* product) {                     \
-        return simulator::monitorCall(__func__, serial, product).supports(feature); \
-    }                                                                               \
+#define SUPPORTS(function, feature)                                             \
+    int32_t function(const char* serial, const char* product) {                 \
+        return simulator::MonitorCall(__func__, serial, product).test(feature); \
+    }                                                                           \
     static_assert(true)
 
-/// A setting, of whatever type the function has.
+#define SUCCEED(function, feature)                                                 \
+    DmResult function(const char* serial, const char* product) {                   \
+        return simulator::MonitorCall(__func__, serial, product).succeed(feature); \
+    }                                                                              \
+    static_assert(true)
+
 #define GET(function, setting)                                                                 \
     DmResult function(const char* serial, const char* product, PARAMETER(function, 0) value) { \
-        return simulator::monitorCall(__func__, serial, product).get(setting, value);          \
+        return simulator::MonitorCall(__func__, serial, product).get(setting, value);          \
     }                                                                                          \
+    static_assert(true)
+
+#define GET_TEXT(function, setting)                                                                                 \
+    DmResult function(const char* serial, const char* product, char* text, uint32_t size) {                         \
+        return simulator::MonitorCall(__func__, serial, product).get(setting, simulator::Output::text(text, size)); \
+    }                                                                                                               \
+    static_assert(true)
+
+#define GET_LIST(function, setting)                                                                                   \
+    DmResult function(const char* serial, const char* product, PARAMETER(function, 0) items, uint32_t count) {        \
+        return simulator::MonitorCall(__func__, serial, product).get(setting, simulator::Output::list(items, count)); \
+    }                                                                                                                 \
     static_assert(true)
 
 #define SET(function, setting)                                                                 \
     DmResult function(const char* serial, const char* product, PARAMETER(function, 0) value) { \
-        return simulator::monitorCall(__func__, serial, product, value).set(setting);          \
+        return simulator::MonitorCall(__func__, serial, product, {value}).set(setting, value); \
     }                                                                                          \
     static_assert(true)
 
-/// One of a setting's values; `key` is byColor or byNumber.
+#define SET_LIST(function, setting)                                                                            \
+    DmResult function(const char* serial, const char* product, PARAMETER(function, 0) items, uint32_t count) { \
+        const auto list = simulator::Input::list(items, count);                                                \
+        return simulator::MonitorCall(__func__, serial, product, {list}).set(setting, list);                   \
+    }                                                                                                          \
+    static_assert(true)
+
 #define GET_AT(function, setting, key)                                                                      \
     DmResult function(const char* serial, const char* product, uint32_t at, PARAMETER(function, 1) value) { \
-        return simulator::monitorCall(__func__, serial, product, at).get(setting, value, key(at));          \
+        return simulator::MonitorCall(__func__, serial, product, {at}).get(setting, value, key(at));        \
     }                                                                                                       \
+    static_assert(true)
+
+#define GET_TEXT_AT(function, setting, key)                                                              \
+    DmResult function(const char* serial, const char* product, uint32_t at, char* text, uint32_t size) { \
+        return simulator::MonitorCall(__func__, serial, product, {at})                                   \
+            .get(setting, simulator::Output::text(text, size), key(at));                                 \
+    }                                                                                                    \
     static_assert(true)
 
 #define SET_AT(function, setting, key)                                                                      \
     DmResult function(const char* serial, const char* product, uint32_t at, PARAMETER(function, 1) value) { \
-        return simulator::monitorCall(__func__, serial, product, at, value).set(setting, key(at));          \
+        return simulator::MonitorCall(__func__, serial, product, {at, value}).set(setting, value, key(at)); \
     }                                                                                                       \
     static_assert(true)
 
-/// The member of that name of a setting's record.
-#define SET_PART(function, setting, name)                                                      \
-    DmResult function(const char* serial, const char* product, PARAMETER(function, 0) value) { \
-        return simulator::monitorCall(__func__, serial, product, value).set(setting, name);    \
-    }                                                                                          \
+#define SET_LIST_AT(function, setting, key)                                                               \
+    DmResult function(const char* serial, const char* product, uint32_t at, PARAMETER(function, 1) items, \
+                      uint32_t count) {                                                                   \
+        const auto list = simulator::Input::list(items, count);                                           \
+        return simulator::MonitorCall(__func__, serial, product, {at, list}).set(setting, list, key(at)); \
+    }                                                                                                     \
     static_assert(true)
 
-/// What else a setting has: its range, a member such as "size", a list such as "of", the number of such a list's items.
-#define RANGE(function, setting)                                                                                       \
-    DmResult function(const char* serial, const char* product, PARAMETER(function, 0) minimum,                         \
-                      PARAMETER(function, 1) maximum) {                                                                \
-        return simulator::monitorCall(__func__, serial, product).members(setting, {"min", "max"}, {minimum, maximum}); \
-    }                                                                                                                  \
+#define SET_PART(function, setting, name)                                                            \
+    DmResult function(const char* serial, const char* product, PARAMETER(function, 0) value) {       \
+        return simulator::MonitorCall(__func__, serial, product, {value}).set(setting, value, name); \
+    }                                                                                                \
     static_assert(true)
 
-#define MEMBER(function, setting, member)                                                             \
-    DmResult function(const char* serial, const char* product, PARAMETER(function, 0) value) {        \
-        return simulator::monitorCall(__func__, serial, product).members(setting, {member}, {value}); \
-    }                                                                                                 \
+#define MEMBER(function, setting, name)                                                             \
+    DmResult function(const char* serial, const char* product, PARAMETER(function, 0) value) {      \
+        return simulator::MonitorCall(__func__, serial, product).members(setting, {name}, {value}); \
+    }                                                                                               \
     static_assert(true)
 
-#define LIST(function, setting, member)                                                                         \
+#define MEMBERS(function, setting, firstName, secondName)                                    \
+    DmResult function(const char* serial, const char* product, PARAMETER(function, 0) first, \
+                      PARAMETER(function, 1) second) {                                       \
+        return simulator::MonitorCall(__func__, serial, product)                             \
+            .members(setting, {firstName, secondName}, {first, second});                     \
+    }                                                                                        \
+    static_assert(true)
+
+#define RANGE(function, setting) MEMBERS(function, setting, "min", "max")
+
+#define LIST(function, setting, name)                                                                           \
     DmResult function(const char* serial, const char* product, PARAMETER(function, 0) items, uint32_t* count) { \
-        return simulator::monitorCall(__func__, serial, product)                                                \
-            .members(setting, {member}, {simulator::Output::list(items, count)});                               \
+        return simulator::MonitorCall(__func__, serial, product)                                                \
+            .members(setting, {name}, {simulator::Output::list(items, count)});                                 \
     }                                                                                                           \
     static_assert(true)
 
-#define COUNT(function, setting, member)                                                        \
-    DmResult function(const char* serial, const char* product, uint32_t* count) {               \
-        return simulator::monitorCall(__func__, serial, product).count(setting, member, count); \
-    }                                                                                           \
+#define LIST_AT(function, setting, key)                                                                   \
+    DmResult function(const char* serial, const char* product, uint32_t at, PARAMETER(function, 1) items, \
+                      uint32_t* count) {                                                                  \
+        return simulator::MonitorCall(__func__, serial, product, {at})                                    \
+            .get(setting, simulator::Output::list(items, count), key(at));                                \
+    }                                                                                                     \
+    static_assert(true)
+
+#define COUNT(function, setting, name)                                                        \
+    DmResult function(const char* serial, const char* product, uint32_t* count) {             \
+        return simulator::MonitorCall(__func__, serial, product).count(setting, name, count); \
+    }                                                                                         \
     static_assert(true)

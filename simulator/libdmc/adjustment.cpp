@@ -3,9 +3,7 @@
 
 #include "simulator/libdmc/Functions.h"
 
-using simulator::Answer;
-using simulator::Monitor;
-using simulator::monitorCall;
+using simulator::MonitorCall;
 
 // ---- Brightness and contrast ----------------------------------------------------------------------------------------
 
@@ -14,10 +12,10 @@ RANGE(DmCtrlGetRangeBrightnessForStep, "brightness");
 GET(DmCtrlGetBrightnessForStep, "brightness");
 SET(DmCtrlSetBrightnessForStep, "brightness");
 DmResult DmCtrlGetBrightnessForPercentage(const char* serial, const char* product, double* percentage) {
-    return monitorCall(__func__, serial, product).getPercentage("brightness", percentage);
+    return MonitorCall(__func__, serial, product).getPercentage("brightness", percentage);
 }
 DmResult DmCtrlSetBrightnessForPercentage(const char* serial, const char* product, double percentage) {
-    return monitorCall(__func__, serial, product, percentage).setPercentage("brightness");
+    return MonitorCall(__func__, serial, product, {percentage}).setPercentage("brightness", percentage);
 }
 
 SUPPORTS(DmCtrlSupportedContrast, "contrast");
@@ -25,10 +23,10 @@ RANGE(DmCtrlGetRangeContrastForStep, "contrast");
 GET(DmCtrlGetContrastForStep, "contrast");
 SET(DmCtrlSetContrastForStep, "contrast");
 DmResult DmCtrlGetContrastForPercentage(const char* serial, const char* product, double* percentage) {
-    return monitorCall(__func__, serial, product).getPercentage("contrast", percentage);
+    return MonitorCall(__func__, serial, product).getPercentage("contrast", percentage);
 }
 DmResult DmCtrlSetContrastForPercentage(const char* serial, const char* product, double percentage) {
-    return monitorCall(__func__, serial, product, percentage).setPercentage("contrast");
+    return MonitorCall(__func__, serial, product, {percentage}).setPercentage("contrast", percentage);
 }
 
 // ---- Hue, saturation, lightness -------------------------------------------------------------------------------------
@@ -70,12 +68,10 @@ SET(DmCtrlSet6ColorsAllLightness, "sixColorsLightness");
 
 SUPPORTS(DmCtrlSupportedCandela, "candela");
 SET(DmCtrlSetCandela, "candela");
+MEMBERS(DmCtrlGetCandela, "candela", "value", "status");
 DmResult DmCtrlGetCandelaParam(const char* serial, const char* product, uint32_t* minimum, uint32_t* maximum,
                                uint32_t* step) {
-    return monitorCall(__func__, serial, product).members("candela", {"min", "max", "step"}, {minimum, maximum, step});
-}
-DmResult DmCtrlGetCandela(const char* serial, const char* product, uint32_t* candela, uint32_t* status) {
-    return monitorCall(__func__, serial, product).members("candela", {"value", "status"}, {candela, status});
+    return MonitorCall(__func__, serial, product).members("candela", {"min", "max", "step"}, {minimum, maximum, step});
 }
 
 // ---- Single values --------------------------------------------------------------------------------------------------
@@ -120,17 +116,11 @@ SET(DmCtrlSetQuickCheck, "quickCheck");
 
 SUPPORTS(DmCtrlSupportedColorPatch, "colorPatch");
 SET(DmCtrlShowColorPatch, "colorPatch");
-DmResult DmCtrlHideColorPatch(const char* serial, const char* product) {
-    return monitorCall(__func__, serial, product).run("colorPatch", [](Monitor&) { return Answer(); });
-}
+SUCCEED(DmCtrlHideColorPatch, "colorPatch");
 
 SUPPORTS(DmCtrlSupportedCenterCrossMarker, "centerCrossMarker");
-DmResult DmCtrlShowCenterCrossMarker(const char* serial, const char* product) {
-    return monitorCall(__func__, serial, product).run("centerCrossMarker", [](Monitor&) { return Answer(); });
-}
-DmResult DmCtrlHideCenterCrossMarker(const char* serial, const char* product) {
-    return monitorCall(__func__, serial, product).run("centerCrossMarker", [](Monitor&) { return Answer(); });
-}
+SUCCEED(DmCtrlShowCenterCrossMarker, "centerCrossMarker");
+SUCCEED(DmCtrlHideCenterCrossMarker, "centerCrossMarker");
 
 // ---- What the monitor tells of its panel ----------------------------------------------------------------------------
 

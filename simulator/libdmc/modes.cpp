@@ -1,17 +1,10 @@
 // Picture modes: fine contrast, modes, what each mode has of its own; saving and resetting.
-#include <algorithm>
-
 #include "simulator/libdmc/Functions.h"
 
-using simulator::Answer;
 using simulator::byNumber;
-using simulator::Json;
 using simulator::Monitor;
-using simulator::monitorCall;
-using simulator::Output;
-using simulator::part;
-using simulator::readSetting;
-using simulator::writeSetting;
+using simulator::MonitorCall;
+using simulator::Settings;
 namespace result = simulator::result;
 
 // ---- Fine contrast --------------------------------------------------------------------------------------------------
@@ -23,11 +16,7 @@ GET(DmCtrlGetFineContrast, "fineContrast");
 SET(DmCtrlSetFineContrast, "fineContrast");
 
 MEMBER(DmCtrlGetFineContrastNameSize, "fineContrastName", "size");
-DmResult DmCtrlGetFineContrastName(const char* serial, const char* product, uint32_t fineContrast, char* name,
-                                   uint32_t size) {
-    return monitorCall(__func__, serial, product, fineContrast)
-        .get("fineContrastName", Output::text(name, size), fineContrast);
-}
+GET_TEXT_AT(DmCtrlGetFineContrastName, "fineContrastName", byNumber);
 SET_AT(DmCtrlSetFineContrastName, "fineContrastName", byNumber);
 
 SUPPORTS(DmCtrlSupportedFineContrastSkip, "fineContrastSkip");
@@ -35,11 +24,9 @@ GET_AT(DmCtrlGetFineContrastSkip, "fineContrastSkip", byNumber);
 SET_AT(DmCtrlSetFineContrastSkip, "fineContrastSkip", byNumber);
 
 int32_t DmCtrlSupportedFCFunction(const char* serial, const char* product, uint32_t fineContrast, uint32_t feature) {
-    return monitorCall(__func__, serial, product, fineContrast, feature)
-        .supports("fineContrastFeature", [&](Monitor& monitor) {
-            const auto features = part(monitor.setting("fineContrastFeature"), fineContrast);
-            return features && std::find(features->begin(), features->end(), feature) != features->end();
-        });
+    return MonitorCall(__func__, serial, product, {fineContrast, feature})
+        .test("fineContrastFeature",
+              [&](Monitor& monitor) { return monitor.settings.lists("fineContrastFeature", fineContrast, feature); });
 }
 
 SUPPORTS(DmCtrlSupportedPinPFineContrast, "pinPFineContrast");
@@ -54,17 +41,15 @@ GET(DmCtrlGetMode, "mode");
 
 // Whoever changes the mode is also done with the mode that was selected.
 DmResult DmCtrlSetMode(const char* serial, const char* product, uint32_t mode) {
-    return monitorCall(__func__, serial, product, mode).run("mode", [&](Monitor& monitor) {
-        auto answer = writeSetting(monitor.setting("mode"), Json(), mode);
-        if (answer.result == result::success) monitor.selectedMode.reset();
+    return MonitorCall(__func__, serial, product, {mode}).run("mode", [&](Monitor& monitor) {
+        auto answer = monitor.settings.write("mode", mode);
+        if (!answer.result.failed()) monitor.selectedMode.reset();
         return answer;
     });
 }
 
 MEMBER(DmCtrlGetModeNameSize, "modeName", "size");
-DmResult DmCtrlGetModeName(const char* serial, const char* product, uint32_t mode, char* name, uint32_t size) {
-    return monitorCall(__func__, serial, product, mode).get("modeName", Output::text(name, size), mode);
-}
+GET_TEXT_AT(DmCtrlGetModeName, "modeName", byNumber);
 SET_AT(DmCtrlSetModeName, "modeName", byNumber);
 
 SUPPORTS(DmCtrlSupportedModeSkip, "modeSkip");
@@ -80,31 +65,30 @@ SET(DmCtrlSetFlavor, "flavor");
 
 namespace {
 
-Json selectedMode(Monitor& monitor) {
-    return monitor.selectedMode ? Json(*monitor.selectedMode) : monitor.setting("mode").at("value");
+std::uint32_t selectedMode(Monitor& monitor) {
+    return monitor.selectedMode ? *monitor.selectedMode : monitor.settings.number("mode");
 }
 
 }  // namespace
 
 DmResult DmCtrlSetTargetSelectionMode(const char* serial, const char* product, uint32_t mode) {
-    return monitorCall(__func__, serial, product, mode).run("mode", [&](Monitor& monitor) {
-        const auto& modes = monitor.setting("mode").at("of");
-        if (std::find(modes.begin(), modes.end(), mode) == modes.end()) return Answer{result::invalidArgument};
+    return MonitorCall(__func__, serial, product, {mode}).run("mode", [&](Monitor& monitor) {
+        if (!monitor.settings.offers("mode", mode)) return result::invalidArgument;
         monitor.selectedMode = mode;
-        return Answer();
+        return result::success;
     });
 }
 
 SUPPORTS(DmCtrlSupportedHybridGammaPXL, "hybridGammaPXL");
 DmResult DmCtrlGetHybridGammaPXL(const char* serial, const char* product, uint32_t* enabled) {
-    return monitorCall(__func__, serial, product)
+    return MonitorCall(__func__, serial, product)
         .run("hybridGammaPXL",
-             [](Monitor& monitor) { return readSetting(monitor.setting("hybridGammaPXL"), selectedMode(monitor)); },
+             [](Monitor& monitor) { return monitor.settings.read("hybridGammaPXL", selectedMode(monitor)); },
              {enabled});
 }
 DmResult DmCtrlSetHybridGammaPXL(const char* serial, const char* product, uint32_t enabled) {
-    return monitorCall(__func__, serial, product, enabled).run("hybridGammaPXL", [&](Monitor& monitor) {
-        return writeSetting(monitor.setting("hybridGammaPXL"), selectedMode(monitor), enabled);
+    return MonitorCall(__func__, serial, product, {enabled}).run("hybridGammaPXL", [&](Monitor& monitor) {
+        return monitor.settings.write("hybridGammaPXL", enabled, selectedMode(monitor));
     });
 }
 
@@ -116,38 +100,34 @@ DmResult DmCtrlSetHybridGammaPXL(const char* serial, const char* product, uint32
 namespace {
 
 /// Copies what one mode has.
-Answer copyMode(const Json& mode, Json& from, Json& to) {
-    for (const auto setting : {"modeName", "modeSkip", "hybridGammaPXL"}) {
-        const auto source = part(from.at(setting), mode);
-        const auto target = part(to.at(setting), mode);
-        if (!source || !target) return {result::invalidArgument};
-        *target = *source;
-    }
-    return {};
+std::uint32_t copyMode(std::uint32_t mode, Settings& from, Settings& to) {
+    for (const auto setting : {"modeName", "modeSkip", "hybridGammaPXL"})
+        if (!to.copyFrom(from, setting, mode)) return result::invalidArgument;
+    return result::success;
 }
 
 }  // namespace
 
 DmResult DmCtrlSave(const char* serial, const char* product, uint32_t type) {
-    return monitorCall(__func__, serial, product, type).run([](Monitor& monitor) {
+    return MonitorCall(__func__, serial, product, {type}).run([](Monitor& monitor) {
         monitor.saved = monitor.settings;
-        return Answer();
+        return result::success;
     });
 }
 DmResult DmCtrlReset(const char* serial, const char* product, uint32_t type) {
-    return monitorCall(__func__, serial, product, type).run([](Monitor& monitor) {
+    return MonitorCall(__func__, serial, product, {type}).run([](Monitor& monitor) {
         monitor.settings = monitor.saved;
         monitor.selectedMode.reset();
-        return Answer();
+        return result::success;
     });
 }
 DmResult DmCtrlSaveAtIndex(const char* serial, const char* product, uint32_t type, uint32_t index) {
-    return monitorCall(__func__, serial, product, type, index).run("mode", [&](Monitor& monitor) {
+    return MonitorCall(__func__, serial, product, {type, index}).run("mode", [&](Monitor& monitor) {
         return copyMode(index, monitor.settings, monitor.saved);
     });
 }
 DmResult DmCtrlResetAtIndex(const char* serial, const char* product, uint32_t type, uint32_t index) {
-    return monitorCall(__func__, serial, product, type, index).run("mode", [&](Monitor& monitor) {
+    return MonitorCall(__func__, serial, product, {type, index}).run("mode", [&](Monitor& monitor) {
         return copyMode(index, monitor.saved, monitor.settings);
     });
 }

@@ -35,35 +35,23 @@ template <>
 inline constexpr const char* handleKind<FWDeviceProfile> = "profile";
 
 /// The journal has a monitor as "PRODUCT/SERIAL" (null when no connected one has the handle) and other handles by their
-/// numbers. Scripts for one monitor work as with functions that name it.
+/// numbers. A monitor's handle makes it a call about that monitor, for work and scripts.
 class FirmwareCall : public Call {
  public:
     template <class... Inputs>
-    explicit FirmwareCall(const char* function, Inputs... inputs) noexcept : Call(function, true), function_(function) {
-        (take(inputs), ...);
-    }
-
-    /// A result, a number or a truth.
-    std::uint32_t run(const Work& work, std::initializer_list<Output> outputs = {}) { return pass(work, outputs); }
-
-    using MonitorWork = std::function<Answer(Monitor&)>;
-    DmResult run(FWHidHandle handle, const MonitorWork& work, std::initializer_list<Output> outputs = {}) {
-        const auto find = [&](World& world) {
-            const auto monitor = world.findMonitor(handle);
-            return monitor ? work(*monitor) : Answer{result::connectionError};
-        };
-        return static_cast<DmResult>(pass(find, outputs));
+    explicit FirmwareCall(const char* function, const Inputs&... inputs) noexcept : Call(function, {}) {
+        (add(inputs), ...);
     }
 
     /// A handle of what is made; null when that is null, or the scripted result is 0 or a failure.
-    template <class T>
-    T* create(const std::function<std::shared_ptr<T>()>& make) {
+    template <class T, class Make>
+    T* create(const Make& make) {
         std::shared_ptr<T> object;
-        const auto work = [&](World&) {
+        const auto result = run([&](World&) -> Answer {
             object = make();
-            return Answer{object ? 1u : 0u};
-        };
-        if (pass(work, {}) == 0 || !object) return nullptr;
+            return object ? 1 : 0;
+        });
+        if (result.code == 0 || !object) return nullptr;
         auto& state = State::instance();
         const std::lock_guard lock(state.mutex);
         return state.handles.open(std::move(object));
@@ -71,11 +59,10 @@ class FirmwareCall : public Call {
 
     template <class T>
     void release(T* handle) {
-        const auto work = [&](World&) {
+        run([&](World&) -> Answer {
             State::instance().handles.release(handle, function_);
-            return Answer();
-        };
-        pass(work, {});
+            return result::success;
+        });
     }
 
     /// What an open handle stands for; otherwise null, and a fault. Not to be asked within the work of a call.
@@ -87,36 +74,35 @@ class FirmwareCall : public Call {
     }
 
     /// A text that lives as long as the handle; null when it is empty, or the scripted result is 0 or a failure.
-    template <class T>
-    const char* text(T* handle, const std::function<std::string(const T&)>& tell) {
+    template <class T, class Read>
+    const char* text(T* handle, const Read& read) {
         const auto object = find(handle);
         std::string text;
-        const auto work = [&](World&) {
-            text = object ? tell(*object) : "";
-            return Answer{text.empty() ? 0u : 1u};
-        };
-        const auto code = pass(work, {&text});
-        if (!object || code == 0 || (code & 0x80000000u)) return nullptr;
+        const auto result = run(
+            [&](World&) -> Answer {
+                text = object ? read(*object) : "";
+                return text.empty() ? 0 : 1;
+            },
+            {&text});
+        if (!object || result.code == 0 || result.failed()) return nullptr;
         const std::lock_guard lock(State::instance().mutex);
         return object->texts.insert(text).first->c_str();
     }
 
  private:
-    void take(FWHidHandle handle) {
+    void add(FWHidHandle handle) {
         auto& state = State::instance();
         const std::lock_guard lock(state.mutex);
         const auto monitor = state.world.findMonitor(handle);
-        arguments_.push_back(monitor ? Json(monitor->address()) : Json());
-        product_ = monitor ? monitor->product : "";
+        addArgument(monitor ? monitor->address().c_str() : nullptr);
         serial_ = monitor ? monitor->serial : "";
+        product_ = monitor ? monitor->product : "";
     }
     template <class T>
-    requires(handleKind<T> != nullptr) void take(T* handle) { arguments_.push_back(Handles::number(handle)); }
-    void take(const char* text) { arguments_.push_back(toJson(text)); }
-    void take(const std::string& text) { arguments_.push_back(text); }
-    void take(const FirmwareVersionRecord* version) { arguments_.push_back(toJson(version)); }
-
-    const char* function_;
+    requires(handleKind<T> != nullptr) void add(T* handle) { addArgument(Handles::number(handle)); }
+    void add(const char* text) { addArgument(text); }
+    void add(const std::string& text) { addArgument(text); }
+    void add(const FirmwareVersionRecord* version) { addArgument(version); }
 };
 
 }  // namespace simulator

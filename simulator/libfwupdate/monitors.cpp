@@ -7,7 +7,6 @@ using simulator::Firmware;
 using simulator::FirmwareCall;
 using simulator::isNewer;
 using simulator::Monitor;
-using simulator::toJson;
 using simulator::World;
 namespace result = simulator::result;
 
@@ -23,12 +22,8 @@ Fit judge(const FWDfwFile* file, const Monitor* monitor) {
     return isNewer(monitor->firmware.version, file->package.version) ? Fit::olderVersion : Fit::sameVersion;
 }
 
-int32_t supports(const char* function, FWHidHandle handle, const char* feature) {
-    FirmwareCall call(function, handle);
-    return static_cast<int32_t>(call.run([&](World& world) {
-        const auto monitor = world.findMonitor(handle);
-        return Answer{monitor && monitor->supports(feature)};
-    }));
+int32_t supports(const char* function, FWHidHandle monitor, const char* feature) {
+    return FirmwareCall(function, monitor).test(feature);
 }
 
 }  // namespace
@@ -36,16 +31,15 @@ int32_t supports(const char* function, FWHidHandle handle, const char* feature) 
 uint32_t FWDfwFileCheckMonitor(FWDfwFile* file, FWHidHandle monitor) {
     FirmwareCall call(__func__, file, monitor);
     const auto opened = call.find(file);
-    return call.run([&](World& world) {
-        return Answer{static_cast<std::uint32_t>(judge(opened.get(), world.findMonitor(monitor)))};
+    return call.run([&](World& world) -> Answer {
+        return static_cast<std::uint32_t>(judge(opened.get(), world.findMonitor(monitor)));
     });
 }
 
 int32_t FWDfwFileSupportsMonitor(FWDfwFile* file, FWHidHandle monitor) {
     FirmwareCall call(__func__, file, monitor);
     const auto opened = call.find(file);
-    return static_cast<int32_t>(
-        call.run([&](World& world) { return Answer{judge(opened.get(), world.findMonitor(monitor)) == Fit::fits}; }));
+    return call.test(nullptr, [&](Monitor& found) { return judge(opened.get(), &found) == Fit::fits; });
 }
 
 int32_t FWMonitorSupportsFirmwareUpdate(FWHidHandle monitor) {
@@ -58,19 +52,18 @@ int32_t FWMonitorSupportsFirmwareUpdateV4(FWHidHandle monitor) {
 
 DmResult FWMonitorGetTransferState(FWHidHandle monitor, uint32_t* state) {
     return FirmwareCall(__func__, monitor)
-        .run(monitor, [](Monitor& found) { return answer(static_cast<std::uint32_t>(found.firmware.poll())); },
-             {state});
+        .run([](Monitor& found) { return answer({static_cast<std::uint32_t>(found.firmware.poll())}); }, {state});
 }
 
 DmResult FWMonitorGetFirmwareVersion(FWHidHandle monitor, FirmwareVersionRecord* version) {
     return FirmwareCall(__func__, monitor)
-        .run(monitor, [](Monitor& found) { return answer(toJson(found.firmware.version)); }, {version});
+        .run([](Monitor& found) { return answer({&found.firmware.version}); }, {version});
 }
 
 DmResult FWMonitorTriggerFirmwareUpdate(FWHidHandle monitor) {
-    return FirmwareCall(__func__, monitor).run(monitor, [](Monitor& found) {
-        if (found.firmware.state != Firmware::State::transferred) return Answer{result::invalidPrecondition};
+    return FirmwareCall(__func__, monitor).run([](Monitor& found) {
+        if (found.firmware.state != Firmware::State::transferred) return result::invalidPrecondition;
         found.firmware.update();
-        return Answer();
+        return result::success;
     });
 }

@@ -2,6 +2,7 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <nlohmann/json.hpp>
 #include <stdexcept>
 
 #include "simulator/libfwupdate/FirmwareCall.h"
@@ -9,9 +10,9 @@
 using simulator::Answer;
 using simulator::answer;
 using simulator::FirmwareCall;
+using simulator::Input;
 using simulator::isNewer;
 using simulator::Json;
-using simulator::toJson;
 using simulator::World;
 namespace result = simulator::result;
 
@@ -52,14 +53,14 @@ void FWDfwFileRelease(FWDfwFile* file) {
 }
 
 const char* FWDfwFileGetTargetMonitorProduct(FWDfwFile* file) {
-    return FirmwareCall(__func__, file).text<FWDfwFile>(file, [](auto& opened) { return opened.package.product; });
+    return FirmwareCall(__func__, file).text(file, [](const FWDfwFile& opened) { return opened.package.product; });
 }
 
 FirmwareVersionRecord FWDfwFileGetTargetFirmwareVersion(FWDfwFile* file) {
     FirmwareCall call(__func__, file);
     const auto opened = call.find(file);
     FirmwareVersionRecord version{};
-    call.run([&](World&) { return opened ? answer(toJson(opened->package.version)) : Answer{result::invalidArgument}; },
+    call.run([&](World&) { return opened ? answer({&opened->package.version}) : Answer(result::invalidArgument); },
              {&version});
     return version;
 }
@@ -67,8 +68,8 @@ FirmwareVersionRecord FWDfwFileGetTargetFirmwareVersion(FWDfwFile* file) {
 int32_t FWDfwFileSupportsMonitorFirmwareVersion(FWDfwFile* file, const FirmwareVersionRecord* version) {
     FirmwareCall call(__func__, file, version);
     const auto opened = call.find(file);
-    return static_cast<int32_t>(
-        call.run([&](World&) { return Answer{opened && version && isNewer(opened->package.version, *version)}; }));
+    return call.run(
+        [&](World&) -> Answer { return opened && version && isNewer(opened->package.version, *version) ? 1 : 0; });
 }
 
 FWUtf8String* FWUtf8StringCreateDfwFileJsonString(FWDfwFile* file) {
@@ -78,16 +79,16 @@ FWUtf8String* FWUtf8StringCreateDfwFileJsonString(FWDfwFile* file) {
         if (!opened) return std::shared_ptr<FWUtf8String>();
         const auto& package = opened->package;
         const Json description = {{"product", package.product},
-                                  {"version", toJson(package.version)},
+                                  {"version", Input(&package.version).json()},
                                   {"blockSize", package.blockSize},
                                   {"blockCount", package.blockCount()},
                                   {"size", package.size()}};
-        return std::make_shared<FWUtf8String>(FWUtf8String{description.dump()});
+        return std::make_shared<FWUtf8String>(FWUtf8String{simulator::writeJson(description)});
     });
 }
 
 const char* FWUtf8StringGetCString(FWUtf8String* text) {
-    return FirmwareCall(__func__, text).text<FWUtf8String>(text, [](auto& string) { return string.text; });
+    return FirmwareCall(__func__, text).text(text, [](const FWUtf8String& string) { return string.text; });
 }
 
 void FWUtf8StringRelease(FWUtf8String* text) {

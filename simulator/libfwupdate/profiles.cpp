@@ -4,11 +4,9 @@
 using simulator::Answer;
 using simulator::answer;
 using simulator::FirmwareCall;
-using simulator::Json;
 using simulator::Monitor;
 using simulator::Output;
 using simulator::State;
-using simulator::toJson;
 using simulator::versionText;
 using simulator::World;
 namespace result = simulator::result;
@@ -17,8 +15,8 @@ namespace {
 
 /// A text in two steps.
 Answer text(const std::string& text, const char* buffer, const uint32_t* size) {
-    if (!size) return {result::invalidArgument};
-    return buffer && *size <= text.size() ? Answer{result::invalidBufferSize} : answer(text);
+    if (!size) return result::invalidArgument;
+    return buffer && *size <= text.size() ? Answer(result::invalidBufferSize) : answer({text});
 }
 
 bool isOf(const FWDeviceProfile* profile, const char* device, const Monitor& monitor) {
@@ -29,12 +27,12 @@ bool isOf(const FWDeviceProfile* profile, const char* device, const Monitor& mon
 
 DmResult FWDeviceProfileCreateFromMonitor(FWHidHandle monitor, FWDeviceProfile** profile) {
     return FirmwareCall(__func__, monitor)
-        .run(monitor,
-             [](Monitor& found) {
-                 const auto made = std::make_shared<FWDeviceProfile>(FWDeviceProfile{found.firmware.device});
-                 return answer(simulator::Handles::number(State::instance().handles.open(made)));
-             },
-             {Output::handle(profile)});
+        .run(
+            [](Monitor& found) {
+                const auto made = std::make_shared<FWDeviceProfile>(FWDeviceProfile{found.firmware.device});
+                return answer({simulator::Handles::number(State::instance().handles.open(made))});
+            },
+            {Output::handle(profile)});
 }
 
 void FWDeviceProfileRelease(FWDeviceProfile* profile) {
@@ -44,32 +42,31 @@ void FWDeviceProfileRelease(FWDeviceProfile* profile) {
 DmResult FWDeviceProfileGetDeviceID(FWDeviceProfile* profile, char* buffer, uint32_t* size) {
     FirmwareCall call(__func__, profile);
     const auto found = call.find(profile);
-    return static_cast<DmResult>(
-        call.run([&](World&) { return found ? text(found->device, buffer, size) : Answer{result::invalidArgument}; },
-                 {Output::text(buffer, size)}));
+    return call.run([&](World&) { return found ? text(found->device, buffer, size) : Answer(result::invalidArgument); },
+                    {Output::text(buffer, size)});
 }
 
 DmResult FWDeviceProfileGetVersionString(FWDeviceProfile* profile, const FirmwareVersionRecord* version, char* buffer,
                                          uint32_t* size) {
     FirmwareCall call(__func__, profile, version);
     const auto found = call.find(profile);
-    return static_cast<DmResult>(call.run(
+    return call.run(
         [&](World&) {
-            return found && version ? text(versionText(*version), buffer, size) : Answer{result::invalidArgument};
+            return found && version ? text(versionText(*version), buffer, size) : Answer(result::invalidArgument);
         },
-        {Output::text(buffer, size)}));
+        {Output::text(buffer, size)});
 }
 
 DmResult FWMonitorGetDeviceVersion(FWHidHandle monitor, FWDeviceProfile* profile, const char* device,
                                    FirmwareVersionRecord* version) {
     FirmwareCall call(__func__, monitor, profile, device);
     const auto known = call.find(profile);
-    return call.run(monitor,
-                    [&](Monitor& found) {
-                        return isOf(known.get(), device, found) ? answer(toJson(found.firmware.version))
-                                                                : Answer{result::invalidArgument};
-                    },
-                    {version});
+    return call.run(
+        [&](Monitor& found) {
+            return isOf(known.get(), device, found) ? answer({&found.firmware.version})
+                                                    : Answer(result::invalidArgument);
+        },
+        {version});
 }
 
 DmResult FWMonitorGetDeviceVersionAfterUpdate(FWHidHandle monitor, FWDeviceProfile* profile, FWDfwFile* file,
@@ -77,11 +74,11 @@ DmResult FWMonitorGetDeviceVersionAfterUpdate(FWHidHandle monitor, FWDeviceProfi
     FirmwareCall call(__func__, monitor, profile, file, device);
     const auto known = call.find(profile);
     const auto opened = call.find(file);
-    return call.run(monitor,
-                    [&](Monitor& found) {
-                        if (!opened || !isOf(known.get(), device, found)) return Answer{result::invalidArgument};
-                        if (opened->package.product != found.product) return Answer{result::invalidData};
-                        return answer(toJson(opened->package.version));
-                    },
-                    {version});
+    return call.run(
+        [&](Monitor& found) -> Answer {
+            if (!opened || !isOf(known.get(), device, found)) return result::invalidArgument;
+            if (opened->package.product != found.product) return result::invalidData;
+            return answer({&opened->package.version});
+        },
+        {version});
 }

@@ -2,7 +2,7 @@
 #include <algorithm>
 #include <thread>
 
-#include "simulator/core/Simulator.h"
+#include "simulator/core/Recorder.h"
 #include "simulator/libfwupdate/FirmwareCall.h"
 
 using simulator::Answer;
@@ -16,11 +16,11 @@ namespace result = simulator::result;
 
 namespace {
 
-/// As told to the monitor at its start; the monitor itself may go at any time.
+/// What is fixed when it starts; the monitor itself may be unplugged at any time.
 struct Transfer {
     FWHidHandle monitor;
     const FirmwarePackage& package;
-    Firmware conduct;
+    Firmware behaviour;
     FWTransferProgressCallback callback;
     void* context;
 
@@ -31,27 +31,27 @@ struct Transfer {
     }
 
     std::uint32_t send(std::uint32_t block) const {
-        std::this_thread::sleep_for(conduct.blockTime);
-        if (!touchMonitor(block)) return result::connectionError;
-        if (block == conduct.failAtBlock) return result::stall;
+        std::this_thread::sleep_for(behaviour.blockTime);
+        if (!reachesMonitor(block)) return result::connectionError;
+        if (block == behaviour.failAtBlock) return result::stall;
         const auto bytes = std::min<std::uint64_t>(std::uint64_t{block} * package.blockSize, package.size());
         const TransferProgress progress{block, package.blockCount(), static_cast<std::uint32_t>(bytes), package.size()};
         return !callback || callback(&progress, context) ? result::success : result::canceled;
     }
 
     /// Whether the monitor is still there to take the block.
-    bool touchMonitor(std::uint32_t block) const {
+    bool reachesMonitor(std::uint32_t block) const {
         auto& state = State::instance();
         const std::lock_guard lock(state.mutex);
         const auto found = state.world.findMonitor(monitor);
-        if (found && block == conduct.unplugAtBlock) state.world.unplug(found->product, found->serial);
+        if (found && block == behaviour.unplugAtBlock) state.world.unplug(found->serial, found->product);
         return found;
     }
 
-    /// On a thread of its own, whose doings belong to the caller's.
+    /// On a thread of its own, whose calls and events belong to the caller's.
     std::uint32_t sendFromThread() const {
         std::uint32_t code = result::failed;
-        std::thread sender([&, recording = simulator::Recording::current()] {
+        std::thread sender([&, recording = simulator::currentRecording()] {
             const simulator::RecordingHandover handover(recording);
             code = send();
         });
@@ -66,25 +66,25 @@ DmResult FWMonitorTransferFirmwareData(FWHidHandle monitor, FWDfwFile* file, FWT
                                        void* context) {
     FirmwareCall call(__func__, monitor, file);
     const auto opened = call.find(file);
-    return static_cast<DmResult>(call.run([&](World& world) {
+    return call.run([&](World& world) -> Answer {
         auto found = world.findMonitor(monitor);
-        if (!opened) return Answer{result::invalidArgument};
-        if (!found) return Answer{result::connectionError};
-        if (found->firmware.isBusy()) return Answer{result::alreadyUsed};
-        if (opened->package.product != found->product) return Answer{result::invalidData};
+        if (!opened) return result::invalidArgument;
+        if (!found) return result::connectionError;
+        if (found->firmware.isBusy()) return result::alreadyUsed;
+        if (opened->package.product != found->product) return result::invalidData;
 
         found->firmware.state = Firmware::State::transferring;
         const Transfer transfer{monitor, opened->package, found->firmware, progress, context};
         auto code = result::failed;
         {
-            const simulator::Intermission others;
-            code = transfer.conduct.callbackThread ? transfer.sendFromThread() : transfer.send();
+            const simulator::ScopedUnlock unlock;
+            code = transfer.behaviour.callbackThread ? transfer.sendFromThread() : transfer.send();
         }
         found = world.findMonitor(monitor);
-        if (!found) return Answer{result::connectionError};
+        if (!found) return result::connectionError;
         const auto done = code == result::success;
         found->firmware.state = done ? Firmware::State::transferred : Firmware::State::idle;
         if (done) found->firmware.transferred = opened->package.version;
-        return Answer{code};
-    }));
+        return code;
+    });
 }

@@ -117,7 +117,7 @@ class FirmwareLibrary : public testing::Test {
         std::filesystem::temp_directory_path() / ("pell_" + std::to_string(std::random_device()()));
 };
 
-/// Counts the steps of a transfer; asks the simulator something at each, and stops it at the step that it is told.
+/// Counts the steps of a transfer; calls the simulator at each, and stops it at the given step.
 struct Steps {
     std::uint32_t stopAt = 0;
     std::vector<std::uint32_t> bytes{};
@@ -135,7 +135,7 @@ struct Steps {
 TEST_F(FirmwareLibrary, TransfersBlockByBlock) {
     const struct {
         const char* what;
-        Json conduct;
+        Json behaviour;
         std::uint32_t stopAt, result;
         std::vector<std::uint32_t> bytes;
         std::uint32_t state;
@@ -149,9 +149,9 @@ TEST_F(FirmwareLibrary, TransfersBlockByBlock) {
     for (const bool callbackThread : {false, true})
         for (const auto& test : cases) {
             SCOPED_TRACE(test.what);
-            auto conduct = test.conduct;
-            conduct.update({{"callbackThread", callbackThread}, {"blockMilliseconds", 0.1}});
-            load(conduct);
+            auto behaviour = test.behaviour;
+            behaviour.update({{"callbackThread", callbackThread}, {"blockMilliseconds", 0.1}});
+            load(behaviour);
             const auto file = open();
             Recording recording;
             Steps steps{test.stopAt};

@@ -2,8 +2,11 @@
 // updates, with the real one.
 #include <gmock/gmock.h>
 
+#include <sstream>
+
 #include "host/Firmware.h"
 #include "host/Platform.h"
+#include "host/Report.h"
 #include "simulator/core/World.h"
 
 namespace {
@@ -110,7 +113,10 @@ class FirmwareUpdate : public testing::Test {
     }
     Json update() const {
         host::createPackage(package);
-        return host::updateFirmware(session, package.file, "TQ271-P", "10000001", {.silent = true});
+        std::istringstream in;
+        std::ostringstream out;
+        return host::updateFirmware(session, package.file, "10000001", "TQ271-P", {.in = in, .out = out, .error = out},
+                                    {});
     }
 
     const host::Session session;

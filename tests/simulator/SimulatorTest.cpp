@@ -6,6 +6,7 @@
 
 #include "simulator/core/Gate.h"
 #include "simulator/core/Simulator.h"
+#include "simulator/core/Values.h"
 
 namespace {
 
@@ -161,12 +162,12 @@ TEST(Values, RecordsGoBothWays) {
 
 TEST(Values, TextsNeverPassTheirBuffer) {
     char buffer[] = "......";
-    EXPECT_TRUE(Output::text(buffer, 4).fill("ab"));
+    EXPECT_TRUE(Output::text(buffer, 4).write("ab"));
     EXPECT_EQ(std::string(buffer, 6), std::string("ab\0...", 6));
-    EXPECT_TRUE(Output::text(buffer, 4).fill("abcdef"));
+    EXPECT_TRUE(Output::text(buffer, 4).write("abcdef"));
     EXPECT_EQ(std::string(buffer, 6), "abcd..");
-    EXPECT_FALSE(Output::text(buffer, 4).fill(1));
-    EXPECT_TRUE(Output::text(nullptr, 4).fill("ab"));
+    EXPECT_FALSE(Output::text(buffer, 4).write(1));
+    EXPECT_TRUE(Output::text(nullptr, 4).write("ab"));
 }
 
 TEST(Values, ListsAreHonestUnlessANumberLies) {
@@ -183,11 +184,11 @@ TEST(Values, ListsAreHonestUnlessANumberLies) {
     for (const auto& test : cases) {
         std::vector<std::uint32_t> items(4);
         auto count = test.capacity;
-        EXPECT_TRUE(Output::list(test.hasItems ? items.data() : nullptr, &count).fill(test.output)) << test.output;
+        EXPECT_TRUE(Output::list(test.hasItems ? items.data() : nullptr, &count).write(test.output)) << test.output;
         EXPECT_EQ(count, test.count) << test.output;
         EXPECT_EQ(items, test.items) << test.output;
     }
-    EXPECT_TRUE(Output::list<std::uint32_t>(nullptr, nullptr).fill({1}));
+    EXPECT_TRUE(Output::list<std::uint32_t>(nullptr, nullptr).write({1}));
 }
 
 TEST_F(Simulator, KeepsSettingsPerMonitorWithinTheirRange) {
@@ -306,21 +307,21 @@ TEST_F(Simulator, RefusesWhatIsNoScenario) {
 
 TEST_F(Simulator, UnplugsAtOnceAndPlugsAtTheNextFind) {
     const Json monitorB = {{"product", b.product}, {"serial", b.serial}};
-    const auto tell = [&](const char* what) {
+    const auto instruct = [&](const char* what) {
         Json instruction = {{"simulate", what}};
         instruction.update(monitorB);
         simulate(instruction);
     };
-    tell("unplug");
+    instruct("unplug");
     EXPECT_THAT(enumerate(), ElementsAre("TQ271-P/10000001", "TB240/10000001"));
     EXPECT_EQ(brightness(b), (std::pair{0x80010001u, untouched}));
     EXPECT_EQ(DmCtrlSupportedBrightness(b.serial, b.product), 0);
-    tell("plug");
+    instruct("plug");
     EXPECT_EQ(enumerate().size(), 2u);
     EXPECT_EQ(DmCtrlFind(0, 0), 0);
     EXPECT_EQ(enumerate().size(), 3u);
     EXPECT_EQ(brightness(b).first, 0u);
-    tell("unplug");
+    instruct("unplug");
     simulate({{"simulate", "reset"}});
     EXPECT_EQ(enumerate().size(), 3u);
 }

@@ -1,0 +1,170 @@
+#include "host/CommandLine.h"
+
+#include <CLI/CLI.hpp>
+#include <algorithm>
+#include <iostream>
+
+#include "host/Commands.h"
+
+namespace host {
+
+namespace {
+
+constexpr int requestFailed = 1;
+constexpr int wrongUsage = 2;
+
+/// The commands that the command line and the shell have in common.
+class RequestCommands {
+ public:
+    RequestCommands(CLI::App& app, Options& options, Commands& commands)
+        : app_(app), options_(options), commands_(commands) {
+        addList();
+        addRequest("get", "GET", "Read a resource");
+        addRequest("put", "PUT", "Write a resource")
+            ->add_option("body", options.body, "The body, usually JSON")
+            ->required();
+        addRequest("post", "POST", "Post to a resource")->add_option("body", options.body, "The body, usually JSON");
+        addRequest("delete", "DELETE", "Delete a resource");
+        addFirmware();
+    }
+
+    bool succeeded() const { return succeeded_; }
+
+ private:
+    void addList() {
+        const auto list = app_.add_subcommand("list", "List the monitors");
+        list->add_flag("--update", options_.update, "Look for connected monitors afresh");
+        list->callback([this] { succeeded_ = commands_.list(options_); });
+    }
+
+    CLI::App* addRequest(const char* name, const char* method, const char* description) {
+        const auto command = app_.add_subcommand(name, description);
+        command->add_option("resource", options_.resource, "An export, such as Brightness")->required();
+        addMonitor(command);
+        command->add_option("--query", options_.query, "Query options, as JSON or as name[=value],...");
+        command->add_option("--id", options_.id, "The identifier of an opened file");
+        command->callback([this, method] { succeeded_ = commands_.request(method, options_); });
+        return command;
+    }
+
+    void addFirmware() {
+        const auto firmware = app_.add_subcommand("firmware", "Firmware packages and updates");
+        firmware->require_subcommand(1);
+        auto& package = options_.package;
+
+        const auto create = firmware->add_subcommand("create", "Make a package");
+        create->add_option("file", package.file, "The package")->required();
+        create->add_option("--product", package.product, "The product that it is for")->required();
+        create->add_option("--version", package.version, "Such as 2.1.0.3.7: system.controller.frontEnd.osd.fpga")
+            ->required();
+        constexpr std::uint32_t maximumSize = 1u << 26;
+        create->add_option("--size", package.size, "Bytes of payload")->check(CLI::Range(0u, maximumSize));
+        create->add_option("--broken", package.broken, "What is wrong with it")
+            ->check(CLI::IsMember({"checksum", "truncated", "header"}));
+        create->callback([this] { createPackage(options_.package); });
+
+        const auto update = firmware->add_subcommand("update", "Check and transfer a package, and trigger the update");
+        update->add_option("package", package.file, "The package")->required();
+        addMonitor(update);
+        update->callback([this] { succeeded_ = commands_.updateFirmware(options_); });
+    }
+
+    void addMonitor(CLI::App* command) {
+        command->add_option("--monitor", options_.monitor,
+                            "The monitor, as PRODUCT/SERIAL; otherwise the first listed");
+    }
+
+    CLI::App& app_;
+    Options& options_;
+    Commands& commands_;
+    bool succeeded_ = true;
+};
+
+/// Options begin with a hyphen on every system: a path may begin with a slash.
+void setUp(CLI::App& app) {
+    app.require_subcommand(1);
+    app.allow_windows_style_options(false);
+}
+
+/// Carries out one line of the shell. Returns false to end it.
+bool runLine(const std::string& line, Options options, Commands& commands, const Console& console) {
+    CLI::App app("One command a line; # begins a comment.", "");
+    setUp(app);
+    const RequestCommands requests(app, options, commands);
+    std::string instruction;
+    const auto simulate = app.add_subcommand("simulate", "Start a simulation, as in a batch");
+    simulate->add_option("JSON", instruction, "The simulation")->required();
+    simulate->callback([&] { commands.simulate(instruction); });
+    bool ended = false;
+    app.add_subcommand("quit", "Leave the shell")->callback([&] { ended = true; });
+    try {
+        app.parse(line, false);
+    } catch (const CLI::ParseError& error) {
+        app.exit(error, console.out, console.error);
+    } catch (const std::exception& error) {
+        console.error << error.what() << '\n';
+    }
+    return !ended;
+}
+
+/// The shell asks for lines on a terminal, and shows them when they come from elsewhere.
+void runShell(const Options& options, Commands& commands, const Console& console) {
+    commands.loadPlugin(options);
+    const auto showsLines = !console.asks && !options.json;
+    const auto readLine = [&](std::string& line) -> bool {
+        if (console.asks) console.out << "pellhost> " << std::flush;
+        return static_cast<bool>(std::getline(console.in, line));
+    };
+    for (std::string line; readLine(line);) {
+        const auto first = line.find_first_not_of(" \t\r");
+        const bool isCommand = first != std::string::npos && line[first] != '#';
+        if (showsLines) console.out << (isCommand ? "> " : "") << line << std::endl;
+        if (!isCommand) continue;
+        if (!runLine(line, options, commands, console)) break;
+        if (!options.json) console.out << std::endl;
+    }
+}
+
+}  // namespace
+
+int runCommandLine(std::vector<std::string> arguments, const Console& console) {
+    CLI::App app("Plays the host application for libpell, among simulated monitors.", "pellhost");
+    setUp(app);
+    app.fallthrough();
+    Options options;
+    Commands commands(console);
+    app.add_option("--plugin", options.plugin, "The plug-in, if it is not libpell beside this program")
+        ->type_name("FILE");
+    app.add_option("--scenario", options.scenario, "A JSON file that describes the simulated monitors")
+        ->type_name("FILE");
+    app.add_option("--simulate", options.simulations, "A simulation to start before the request, as in a batch")
+        ->type_name("JSON")
+        ->allow_extra_args(false);
+    app.add_flag("--json", options.json, "One JSON document on the standard output");
+    app.add_flag("-v,--verbose", options.verbose, "Show the request, the answer and the log line");
+    app.add_flag("-t,--trace", options.trace, "Show the companion functions that were called, too");
+    const RequestCommands requests(app, options, commands);
+    app.add_subcommand("shell", "Carry out such commands line by line, on monitors that keep their settings")
+        ->callback([&] { runShell(options, commands, console); });
+    app.add_subcommand("batch", "Carry out JSON lines from the standard input and answer each with a JSON line")
+        ->callback([&] { commands.batch(options); });
+
+    try {
+        std::reverse(arguments.begin(), arguments.end());
+        app.parse(std::move(arguments));
+        return requests.succeeded() ? 0 : requestFailed;
+    } catch (const CLI::ParseError& error) {
+        return app.exit(error, console.out, console.error) == 0 ? 0 : wrongUsage;
+    } catch (const UsageError& error) {
+        commands.reportError(error.what(), options);
+        return wrongUsage;
+    } catch (const std::invalid_argument& error) {  // a scenario, a simulation or an export that does not exist
+        commands.reportError(error.what(), options);
+        return wrongUsage;
+    } catch (const std::exception& error) {
+        commands.reportError(error.what(), options);
+        return requestFailed;
+    }
+}
+
+}  // namespace host

@@ -1,0 +1,130 @@
+#include "simulator/core/Settings.h"
+
+#include <algorithm>
+#include <cmath>
+#include <nlohmann/json.hpp>
+
+namespace simulator {
+
+namespace {
+
+bool contains(const Json& list, const Json& item) {
+    return std::find(list.begin(), list.end(), item) != list.end();
+}
+
+/// Of a list or a record: each of its numbers. Compares as doubles, which hold every 32-bit number.
+bool within(const Json& minimum, const Json& maximum, const Json& value) {
+    if (!value.is_structured())
+        return value.is_number() && value.get<double>() >= minimum.get<double>() &&
+               value.get<double>() <= maximum.get<double>();
+    const auto limit = [](const Json& limits, const std::string& name) -> const Json& {
+        return limits.is_object() ? limits.at(name) : limits;
+    };
+    const auto items = value.items();
+    return std::all_of(items.begin(), items.end(), [&](const auto& item) {
+        return within(limit(minimum, item.key()), limit(maximum, item.key()), item.value());
+    });
+}
+
+}  // namespace
+
+Answer::Answer(Json list) : result{result::success}, outputs(std::make_shared<const Json>(std::move(list))) {}
+
+Answer answer(std::initializer_list<Input> outputs) {
+    auto list = Json::array();
+    for (const auto& output : outputs) list.push_back(output.json());
+    return Answer(std::move(list));
+}
+
+Json* Key::find(Json& value) const {
+    if (!isNumber_ && !name_) return &value;
+    if (value.is_array()) return isNumber_ && number_ < value.size() ? &value[number_] : nullptr;
+    const auto found = value.find(isNumber_ ? std::to_string(number_) : name_);
+    return found == value.end() ? nullptr : &*found;
+}
+
+Settings::Settings(Json settings) : json_(std::make_unique<Json>(std::move(settings))) {}
+Settings::Settings(const Settings& other) : Settings(*other.json_) {}
+Settings& Settings::operator=(const Settings& other) {
+    *json_ = *other.json_;
+    return *this;
+}
+Settings::Settings(Settings&&) noexcept = default;
+Settings& Settings::operator=(Settings&&) noexcept = default;
+Settings::~Settings() = default;
+
+Json& Settings::at(const char* setting) {
+    return json_->at(setting);
+}
+
+std::string Settings::featureOf(const std::string& setting) const {
+    const auto found = json_->find(setting);
+    return found == json_->end() ? setting : found->value("feature", setting);
+}
+
+Answer Settings::read(const char* setting, Key key) {
+    const auto kept = key.find(at(setting)["value"]);
+    return kept ? Answer(Json::array({*kept})) : Answer(result::invalidArgument);
+}
+
+Answer Settings::write(const char* setting, const Input& input, Key key) {
+    auto& all = at(setting);
+    const auto value = input.json();
+    const auto kept = key.find(all["value"]);
+    if (!kept || value.is_null()) return result::invalidArgument;
+    if (all.contains("of") && !contains(all.at("of"), value)) return result::invalidArgument;
+    if (all.contains("size") && value.get_ref<const std::string&>().size() >= all.at("size"))
+        return result::invalidBufferSize;
+    if (value.is_array() && value.size() != kept->size()) return result::invalidDataSize;
+    if (all.contains("min") && !within(all.at("min"), all.at("max"), value)) return result::outOfRange;
+    *kept = value;
+    return result::success;
+}
+
+std::uint32_t Settings::number(const char* setting) {
+    return at(setting).at("value").get<std::uint32_t>();
+}
+
+Answer Settings::readPercentage(const char* setting) {
+    const auto& kept = at(setting);
+    const auto minimum = kept.at("min").get<double>();
+    const auto range = kept.at("max").get<double>() - minimum;
+    return answer({100.0 * (kept.at("value").get<double>() - minimum) / range});
+}
+
+Answer Settings::writePercentage(const char* setting, double percentage) {
+    if (!within(0, 100, percentage)) return result::outOfRange;
+    auto& kept = at(setting);
+    const auto minimum = kept.at("min").get<double>();
+    const auto range = kept.at("max").get<double>() - minimum;
+    kept["value"] = std::llround(minimum + percentage / 100.0 * range);
+    return result::success;
+}
+
+Answer Settings::members(const char* setting, std::initializer_list<const char*> names) {
+    auto list = Json::array();
+    for (const auto name : names) list.push_back(at(setting).at(name));
+    return Answer(std::move(list));
+}
+
+Answer Settings::count(const char* setting, const char* member) {
+    return answer({at(setting).at(member).size()});
+}
+
+bool Settings::offers(const char* setting, const Input& value) {
+    return contains(at(setting).at("of"), value.json());
+}
+
+bool Settings::lists(const char* setting, Key key, const Input& value) {
+    const auto list = key.find(at(setting)["value"]);
+    return list && contains(*list, value.json());
+}
+
+bool Settings::copyFrom(Settings& other, const char* setting, Key key) {
+    const auto source = key.find(other.at(setting)["value"]);
+    const auto target = key.find(at(setting)["value"]);
+    if (source && target) *target = *source;
+    return source && target;
+}
+
+}  // namespace simulator

@@ -1,0 +1,66 @@
+// What a monitor keeps, by name, in the form that World.h describes.
+#pragma once
+
+#include "simulator/core/Answer.h"
+
+namespace simulator {
+
+/// The part of a setting's value that is meant: all of it, the item of that number, or the member of that name.
+class Key {
+ public:
+    Key() = default;
+    Key(std::uint32_t number) : isNumber_(true), number_(number) {}
+    Key(const char* name) : name_(name) {}
+
+    /// Null when there is no such part.
+    Json* find(Json& value) const;
+
+ private:
+    bool isNumber_ = false;
+    std::uint32_t number_ = 0;
+    const char* name_ = nullptr;
+};
+
+class Settings {
+ public:
+    explicit Settings(Json settings);
+    Settings(const Settings& other);
+    Settings& operator=(const Settings& other);
+    Settings(Settings&&) noexcept;
+    Settings& operator=(Settings&&) noexcept;
+    ~Settings();
+
+    /// The named setting; throws std::out_of_range when the scenario has none.
+    Json& at(const char* setting);
+
+    /// The feature that a setting belongs to; the name itself when that is none of a setting's.
+    std::string featureOf(const std::string& setting) const;
+
+    Answer read(const char* setting, Key key = {});
+
+    /// Replaces the value by one that suits the setting, and is as long as the list that it replaces.
+    Answer write(const char* setting, const Input& value, Key key = {});
+
+    /// A value that is a whole number.
+    std::uint32_t number(const char* setting);
+
+    /// As 0 to 100 per cent of the range, rounded to the setting's steps.
+    Answer readPercentage(const char* setting);
+    Answer writePercentage(const char* setting, double percentage);
+
+    /// What else a setting has ("min", "of" ...); and how many items such a list has.
+    Answer members(const char* setting, std::initializer_list<const char*> names);
+    Answer count(const char* setting, const char* member);
+
+    /// Whether the value is one of those that there are; whether a value that is a list has it among its items.
+    bool offers(const char* setting, const Input& value);
+    bool lists(const char* setting, Key key, const Input& value);
+
+    /// Makes a part as it is in other settings; false when one of the two has no such part.
+    bool copyFrom(Settings& other, const char* setting, Key key);
+
+ private:
+    std::unique_ptr<Json> json_;
+};
+
+}  // namespace simulator

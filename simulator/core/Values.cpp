@@ -1,0 +1,100 @@
+#include "simulator/core/Values.h"
+
+#include <algorithm>
+
+#include "simulator/core/Parameters.h"
+
+namespace simulator {
+
+template <class T>
+const Type& typeOf() {
+    static constexpr Type type = {
+        sizeof(T),
+        [](const void* value) { return toJson(*static_cast<const T*>(value)); },
+        [](const Json& json, void* value) {
+            T ignored{};
+            return fromJson(json, value ? *static_cast<T*>(value) : ignored);
+        },
+    };
+    return type;
+}
+
+template const Type& typeOf<std::uint8_t>();
+template const Type& typeOf<std::uint16_t>();
+template const Type& typeOf<std::uint32_t>();
+template const Type& typeOf<std::uint64_t>();
+template const Type& typeOf<std::int32_t>();
+template const Type& typeOf<double>();
+template const Type& typeOf<std::string>();
+
+template const Type& typeOf<DmSixColors>();
+template const Type& typeOf<DmChromaticity>();
+template const Type& typeOf<DmPrimaries>();
+template const Type& typeOf<DmProfileData>();
+template const Type& typeOf<DmGainDefinition>();
+template const Type& typeOf<DmPanelLuminance>();
+template const Type& typeOf<DmColor>();
+template const Type& typeOf<DmColorPatch>();
+template const Type& typeOf<DmCalibrationTarget>();
+template const Type& typeOf<FirmwareVersionRecord>();
+
+Json Input::json() const {
+    if (kind_ == Kind::text) return toJson(static_cast<const char*>(value_));
+    if (kind_ == Kind::value) return value_ ? type_->toJson(value_) : Json();
+    auto list = Json::array();
+    const auto items = static_cast<const std::byte*>(value_);
+    for (std::size_t i = 0; items && i < count_; ++i) list.push_back(type_->toJson(items + i * type_->size));
+    return list;
+}
+
+bool Output::write(const Json& json) const {
+    if (json.is_null()) return true;
+    switch (kind_) {
+        case Kind::value:
+            return type_->fromJson(json, value_);
+        case Kind::text:
+            return writeText(json);
+        case Kind::sizedText:
+            return json.is_number() ? writeCount(json) : writeText(json);
+        case Kind::list:
+            return writeItems(json);
+        case Kind::countedList:
+            return json.is_number() ? writeCount(json) : writeItems(json);
+        case Kind::handle:
+            return writeHandle(json);
+    }
+    return false;
+}
+
+bool Output::writeCount(const Json& json) const {
+    std::uint32_t ignored = 0;
+    return fromJson(json, count_ ? *count_ : ignored);
+}
+
+bool Output::writeText(const Json& json) const {
+    if (!json.is_string()) return false;
+    const auto& text = json.get_ref<const std::string&>();
+    const auto capacity = count_ ? *count_ : capacity_;
+    if (value_) detail::copyText(text, static_cast<char*>(value_), capacity);
+    if (count_) *count_ = static_cast<std::uint32_t>(text.size() + 1);
+    return true;
+}
+
+bool Output::writeItems(const Json& json) const {
+    if (!json.is_array()) return false;
+    const auto items = static_cast<std::byte*>(value_);
+    const auto written = items ? std::min(capacity_, json.size()) : 0;
+    for (std::size_t i = 0; i < written; ++i)
+        if (!type_->fromJson(json[i], items + i * type_->size)) return false;
+    if (count_) *count_ = static_cast<std::uint32_t>(json.size());
+    return true;
+}
+
+bool Output::writeHandle(const Json& json) const {
+    if (!json.is_number_unsigned()) return false;
+    const auto number = json.get<std::uintptr_t>();
+    if (value_) std::memcpy(value_, &number, sizeof number);
+    return true;
+}
+
+}  // namespace simulator

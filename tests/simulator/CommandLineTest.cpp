@@ -1,0 +1,124 @@
+// What a user of pellhost sees, with the real plug-in.
+#include <gmock/gmock.h>
+
+#include <sstream>
+
+#include "host/CommandLine.h"
+#include "simulator/core/Simulator.h"
+#include "simulator/core/World.h"
+
+namespace {
+
+using testing::AllOf;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::Matcher;
+using testing::Not;
+using testing::StartsWith;
+
+struct Output {
+    int exitCode;
+    std::string out;
+    std::string error;
+};
+
+Output run(const std::vector<std::string>& arguments, const std::string& input = "") {
+    simulator::loadScenario(simulator::World::builtInScenario());
+    std::istringstream in(input);
+    std::ostringstream out, error;
+    const auto exitCode = host::runCommandLine(arguments, {.in = in, .out = out, .error = error});
+    return {exitCode, out.str(), error.str()};
+}
+
+const std::string simulateTypo =
+    R"({"simulate": "return", "function": "DmCtrlGetBrightnesForStep", "product": "TB240", "result": 0})";
+
+TEST(CommandLine, AnswersAndExitsAsTheRequestDoes) {
+    const struct {
+        std::vector<std::string> arguments;
+        int exitCode;
+        Matcher<std::string> out, error;
+    } cases[] = {
+        {{"list"}, 0, "TQ271-P/10000001\nTB240/10000002\nTB240/10000001\n", IsEmpty()},
+        {{"get", "Brightness"}, 0, "200  50\n", IsEmpty()},
+        {{"get", "Brightness", "--query", "range"}, 0, "200  {\"max\":100,\"min\":0}\n", IsEmpty()},
+        {{"put", "Brightness", "60", "--monitor", "TB240/10000002"}, 0, "200  OK\n", IsEmpty()},
+        {{"put", "Brightness", "bright"}, 1, StartsWith("400  BadRequestError: "), IsEmpty()},
+        {{"get", "Brightness", "--monitor", "TB240/1"}, 1, HasSubstr("code 0x80000000"), IsEmpty()},
+        {{"get", "LUT1D", "--query", "color=red"},
+         0,
+         AllOf(StartsWith("200\n[0, 1, 2,"), Not(HasSubstr(",\n"))),
+         IsEmpty()},
+        {{"-v", "get", "Brightness"}, 0, HasSubstr("  log     "), IsEmpty()},
+        {{"--json", "get", "Brightness"}, 0, HasSubstr("\n  \"value\": 50"), IsEmpty()},
+
+        {{}, 2, IsEmpty(), HasSubstr("--help")},
+        {{"get"}, 2, IsEmpty(), HasSubstr("resource is required")},
+        {{"get", "Brightness", "--monitor", "TB240"}, 2, IsEmpty(), HasSubstr("PRODUCT/SERIAL")},
+        {{"get", "brihtness"}, 2, IsEmpty(), HasSubstr("\"brihtness\", did you mean \"Brightness\"?\n")},
+        {{"get", "Telephone"}, 2, IsEmpty(), HasSubstr("no export \"Telephone\"\n")},
+        {{"get", "Brightness", "--simulate", simulateTypo},
+         2,
+         IsEmpty(),
+         HasSubstr(", did you mean \"DmCtrlGetBrightnessForStep\"?\n")},
+        {{"get", "Brightness", "--scenario", "no such file"}, 2, IsEmpty(), HasSubstr("cannot read no such file")},
+        {{"--json", "--plugin", "none", "list"}, 1, HasSubstr("\"name\": \"HostError\""), HasSubstr("no such file")},
+
+        // A slash begins a path or a text on every system, never an option.
+        {{"get", "/Brightness"}, 2, IsEmpty(), HasSubstr("no export \"/Brightness\", did you mean \"Brightness\"?")},
+        {{"put", "Brightness", "/v"}, 1, StartsWith("400  BadRequestError: "), IsEmpty()},
+        {{"--plugin", "none", "firmware", "create", "/no such folder/x.dfw", "--product", "", "--version", "1.2.3.4.5"},
+         1,
+         IsEmpty(),
+         HasSubstr("cannot write /no such folder/x.dfw")},
+    };
+    for (const auto& [arguments, exitCode, out, error] : cases) {
+        SCOPED_TRACE(testing::PrintToString(arguments));
+        const auto output = run(arguments);
+        EXPECT_EQ(output.exitCode, exitCode);
+        EXPECT_THAT(output.out, out);
+        EXPECT_THAT(output.error, error);
+    }
+}
+
+TEST(CommandLine, ShellGoesOnAfterWhatIsWrong) {
+    const auto output = run({"shell"}, R"(# a comment
+
+put Brightness '{"data": 60}'
+get Brightness /v
+get Brightnes
+simulate '{"simulate": "unplug", "product": "TQ271-P", "serial": "10000001"}'
+get Brightness
+quit
+list
+)");
+    EXPECT_EQ(output.exitCode, 0);
+    EXPECT_EQ(output.out, R"(# a comment
+
+> put Brightness '{"data": 60}'
+200  OK
+
+> get Brightness /v
+
+> get Brightnes
+
+> simulate '{"simulate": "unplug", "product": "TQ271-P", "serial": "10000001"}'
+
+> get Brightness
+200  50
+
+> quit
+)");
+    EXPECT_THAT(output.error, AllOf(HasSubstr("/v"), HasSubstr("did you mean \"Brightness\"?")));
+}
+
+TEST(CommandLine, BatchAnswersLineByLine) {
+    const auto output = run({"batch"}, "{\"simulate\": \"reset\"}\n" + simulateTypo + "\n");
+    EXPECT_EQ(output.out,
+              "{\"ok\":true}\n"
+              R"({"error":"unknown function \"DmCtrlGetBrightnesForStep\", did you mean )"
+              R"(\"DmCtrlGetBrightnessForStep\"?","ok":false})"
+              "\n");
+}
+
+}  // namespace
