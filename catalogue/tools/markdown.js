@@ -20,8 +20,7 @@ const made = (what) => `<!-- Made by scripts/catalogue from ${what}. What is cha
 const table = (head, rows) =>
     [head, head.map(() => '---'), ...rows].map((cells) => `| ${cells.join(' | ')} |`.replace(/ {2,}/g, ' ')).join('\n');
 const code = (text) => `\`${text.replaceAll('|', '\\|')}\``;
-const list = (parts, last = 'and') =>
-    parts.length > 1 ? `${parts.slice(0, -1).join(', ')} ${last} ${parts.at(-1)}` : parts.join('');
+const list = (parts) => (parts.length > 1 ? `${parts.slice(0, -1).join(', ')} and ${parts.at(-1)}` : parts.join(''));
 const page = (...parts) => parts.filter(Boolean).join('\n\n') + '\n';
 
 function firstPage({ families, resources, events }) {
@@ -29,7 +28,7 @@ function firstPage({ families, resources, events }) {
         ([family, { title, topics }]) => `**[${title}](${family}.md)**\n\n${topicList(family, topics, resources)}`,
     );
     const kinds = [...prelude.declarations].map(([name, declaration]) => [
-        code(declaration.name.text + parametersText(declaration)),
+        code(name + parametersText(declaration)),
         documentationOf(declaration),
     ]);
     const eventTexts = events.map(
@@ -55,9 +54,9 @@ function ofTopic(family, topic, resources) {
 function topicList(family, topics, resources, file = `${family}.md`) {
     const lines = topics.map((topic) => {
         const links = ofTopic(family, topic, resources).map(({ name }) => `[${name}](${file}#${name.toLowerCase()})`);
-        return `- ${topic}: ${links.join(', ')}`;
+        return links.length ? `- ${topic}: ${links.join(', ')}` : '';
     });
-    return lines.join('\n');
+    return lines.filter(Boolean).join('\n');
 }
 
 function familyPage({ family, title, topics, about }, { resources, scope }) {
@@ -99,31 +98,32 @@ export function requestTable(rows, shared) {
 
 function tableRow(method, row, shared) {
     const verb = method.toUpperCase();
-    if (row.refused)
-        return [
-            `${verb}${row.invalid ? `, any other \`${row.invalid}\`` : row.when ? `, ${row.when}` : ', anything else'}`,
-            `400 "${row.refused}"`,
-            '',
-        ];
-    if (row.fails) return [`${verb}, ${row.when}`, `500 InternalError "${row.fails}"`, ''];
-    const answer = row.answer
-        ? typeText(row.answer, shared) + (row.answer.comment ? `: ${row.answer.comment}` : '')
-        : '';
-    return [request(verb, row, shared), answer, row.reasons.map((reason) => reason || '(no reason)').join(' ')];
+    const when = row.invalid ? `any other \`${row.invalid}\`` : (row.when ?? 'anything else');
+    if (row.refused) return [`${verb}, ${when}`, `400 "${row.refused}"`, ''];
+    if (row.fails) return [`${verb}, ${when}`, `500 InternalError "${row.fails}"`, ''];
+    const reasons = row.reasons.map((reason) => reason || '(no reason)');
+    return [servedRequest(verb, row, shared), commented(row.answer, shared), reasons.join(' ')];
 }
 
 /** Such as "GET `range`" or "PUT `List<number, 9>` with the query `index: UInt32`". */
-function request(verb, { query, body }, shared) {
+function servedRequest(verb, { query, body }, shared) {
     const member = ({ name, type }) => code(type ? `${name}: ${shortText(type, shared)}` : name);
     const needed = query.filter(({ isOptional }) => !isOptional).map(member);
     const optional = query.filter(({ isOptional }) => isOptional).map(member);
-    const also = optional.length ? `, also with ${body ? 'the query ' : ''}${list(optional)}` : '';
-    if (verb === 'GET') return `GET${needed.length ? ` ${needed.join(' with ')}` : ''}${also}`;
-    const comment = body?.comment ? `: ${body.comment}` : '';
-    return `${verb}${body ? ` ${typeText(body, shared)}${comment}` : ''}${needed.length ? ` with the query ${list(needed)}` : ''}${also}`;
+    const isGet = verb === 'GET';
+    const parts = [
+        `${verb} ${commented(body, shared)}`.trim(),
+        needed.length && (isGet ? needed.join(' with ') : `with the query ${list(needed)}`),
+    ];
+    const also = optional.length ? `, also with ${isGet ? '' : 'the query '}${list(optional)}` : '';
+    return parts.filter(Boolean).join(' ') + also;
 }
 
-const typeText = (type, shared) => code(shortText(type, shared));
+/** A type with what is said of it. */
+function commented(type, shared) {
+    if (!type) return '';
+    return code(shortText(type, shared)) + (type.comment ? `: ${type.comment}` : '');
+}
 
 /** A type in one line; the short ones of types.ts are written out. */
 function shortText(type, shared) {

@@ -25,7 +25,8 @@ export function dataOf(body) {
 }
 
 /**
- * Decides a request as the plug-in does, as far as types can tell.
+ * Decides a request as the plug-in does, as far as types can tell. A member of the body counts before one of the same
+ * name in the query.
  * @param {object[]} rows those of catalogue.json of one method, in their order
  * @returns {{row?: object, refusals: string[]}} the row that serves it, the messages of which one refuses it, or both
  * where types alone cannot tell: a row that is "lenient" may serve what does not fit it, a refusal that is "beyondTypes"
@@ -33,16 +34,19 @@ export function dataOf(body) {
  */
 export function decide(rows, query, body) {
     const refusals = rows.filter((row) => row.refused);
+    const data = dataOf(body);
+    const isInBody = (name) => data !== null && typeof data === 'object' && name in data;
     for (const row of rows) {
         if (!isServed(row)) continue;
         const members = Object.entries(row.query ?? {});
         if (!members.every(([name, member]) => member.optional || name in query)) continue;
-        const [unfit] =
-            members.find(([name, member]) => member.schema && name in query && !fits(member.schema, query[name])) ?? [];
+        const unfit = members.find(
+            ([name, { schema }]) => schema && name in query && !isInBody(name) && !fits(schema, query[name]),
+        )?.[0];
         const refusal = refusals.find(({ invalid }) => invalid && invalid === unfit);
         if (refusal) return { refusals: [refusal.refused] };
         if (unfit) continue;
-        if (!row.body || fits(row.body, dataOf(body)))
+        if (!row.body || fits(row.body, data))
             return { row, refusals: refusals.filter(({ beyondTypes }) => beyondTypes).map(({ refused }) => refused) };
         if (row.lenient) return { row, refusals: refusals.map(({ refused }) => refused) };
     }

@@ -10,7 +10,10 @@ export type UInt32 = number;
 /** A whole number from -2147483648 to 2147483647. */
 export type Int32 = number;
 
-/** A text of at most so many bytes as UTF-8. */
+/** A whole number that says which part of a setting a request is about; it may be given as its text, too. */
+export type Selector = UInt32;
+
+/** A text of at most so many bytes as UTF-8, and without a NUL. */
 export type Text<Bytes extends number> = string;
 
 /** A list of exactly so many elements. */

@@ -4,7 +4,7 @@ import { isServed } from './match.js';
 import { membersOf, prelude, withArguments } from './types.js';
 
 /**
- * @param {Type} type
+ * @param {import('./types.js').Type} type
  * @param {{isGiven: boolean}} use whether it is given in a request (then objects may have further members, and numbers
  * are converted) or answered
  */
@@ -55,6 +55,7 @@ const keywords = {
     [ts.SyntaxKind.StringKeyword]: { type: 'string' },
     [ts.SyntaxKind.BooleanKeyword]: { type: 'boolean' },
     [ts.SyntaxKind.UnknownKeyword]: {},
+    [ts.SyntaxKind.NeverKeyword]: { not: {} },
 };
 
 /** What is answered has no further members; what is given may have. */
@@ -80,6 +81,16 @@ const kinds = {
             (_, { isGiven }) => (isGiven ? { type: 'number', format: limits.format } : { type: 'integer', ...limits }),
         ]),
     ),
+    // Unlike other numbers, one that rounds to none of these is refused.
+    Selector: (_, { isGiven }) =>
+        isGiven
+            ? {
+                  anyOf: [
+                      { type: 'number', format: 'uint32', exclusiveMinimum: -0.5, exclusiveMaximum: 0xffffffff + 0.5 },
+                      { type: 'string', pattern: '^[0-9]{1,9}$' },
+                  ],
+              }
+            : { type: 'integer', ...integers.UInt32 },
     // The schema counts characters, the monitor bytes: there are no fewer of these.
     Text: ([bytes]) => ({ type: 'string', maxLength: literalOf(bytes) }),
     List: ([element, length], use) => ({

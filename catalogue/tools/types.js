@@ -79,8 +79,9 @@ export function membersOf({ node, scope }) {
 
 /**
  * A type as TypeScript in one line.
- * @param {(name: string) => string} rename what becomes of names
- * @param {boolean} withComments keeps the comments of members, as documentation
+ * @param {Type} type
+ * @param {{rename?: (name: string) => string, withComments?: boolean, separator?: string}} [how] `rename` tells what
+ * becomes of names; the comments of members are kept as documentation, or dropped
  */
 export function toText({ node }, { rename = (name) => name, withComments = false, separator = '; ' } = {}) {
     const text = (other) => {
@@ -218,8 +219,8 @@ function checkNames(node, scope, parameters = []) {
     visit(node);
 }
 
-const { NumberKeyword, StringKeyword, BooleanKeyword, UnknownKeyword } = ts.SyntaxKind;
-const keywords = [NumberKeyword, StringKeyword, BooleanKeyword, UnknownKeyword];
+const { NumberKeyword, StringKeyword, BooleanKeyword, UnknownKeyword, NeverKeyword } = ts.SyntaxKind;
+const keywords = [NumberKeyword, StringKeyword, BooleanKeyword, UnknownKeyword, NeverKeyword];
 
 function isKnownKind(node) {
     return (

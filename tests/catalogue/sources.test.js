@@ -57,7 +57,7 @@ const mistakes = {
         'answer: PerRGB',
         /Gain.yaml:9: PerRGB has 1 arg/,
     ],
-    'an unknown type within a declaration': [target, 'serial: Text<32>', 'serial: Txt<32>', /Target.yaml:20: .* Txt;/],
+    'an unknown type within a declaration': [target, 'serial: Text<31>', 'serial: Txt<32>', /Target.yaml:20: .* Txt;/],
     'a declaration that nothing uses': [target, 'types: |', 'types: |\n  type Spare = number;', /Spare/],
     'a GET without an answer': [gain, 'answer: Range, ', '', /Gain.yaml:6: a GET has an answer/],
     'a method that the table does not have': [
@@ -164,6 +164,10 @@ test('types become schemas, exact in answers and open in what is given', () => {
         'Record<"a" | "b", boolean>': [
             undefined,
             { type: 'object', properties: { a: { type: 'boolean' }, b: { type: 'boolean' } }, required: ['a', 'b'] },
+        ],
+        '{type: string, index?: never}': [
+            undefined,
+            { type: 'object', properties: { type: { type: 'string' }, index: { not: {} } }, required: ['type'] },
         ],
         'Text<16> // a name': [{ type: 'string', maxLength: 16 }],
     };
