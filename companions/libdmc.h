@@ -14,6 +14,7 @@
 #ifndef PELL_COMPANIONS_LIBDMC_H
 #define PELL_COMPANIONS_LIBDMC_H
 
+#include <libdmc/device.h>
 #include <libdmc/monitors.h>
 #include <libdmc/picture.h>
 #include <libdmc/selfcalibration.h>

@@ -109,6 +109,8 @@ Answer Call::perform(const Needs& needs, const Work& work, World& world) const {
     const auto monitor = world.findMonitor(serial_, product_);
     if (!monitor) return needs.withoutMonitor;
     if (needs.feature && !monitor->supports(needs.feature)) return needs.withoutFeature;
+    const bool isAboutPower = needs.feature && std::string_view(needs.feature) == "power";
+    if (monitor->isAsleep() && !isAboutPower) return result::timedOut;
     return work(*monitor);
 }
 

@@ -12,6 +12,18 @@ bool contains(const Json& list, const Json& item) {
     return std::find(list.begin(), list.end(), item) != list.end();
 }
 
+/// Of a list: each of its items.
+bool offersAll(const Json& offered, const Json& value) {
+    if (!value.is_array()) return contains(offered, value);
+    return std::all_of(value.begin(), value.end(), [&](const Json& item) { return contains(offered, item); });
+}
+
+/// A list is as long as the one before, or has from one item to as many as the setting allows.
+bool fits(const Json& setting, std::size_t size, std::size_t before) {
+    const auto most = setting.find("most");
+    return most == setting.end() ? size == before : size >= 1 && size <= *most;
+}
+
 /// Of a list or a record: each of its numbers. Compares as doubles, which hold every 32-bit number.
 bool within(const Json& minimum, const Json& maximum, const Json& value) {
     if (!value.is_structured())
@@ -57,6 +69,11 @@ Json& Settings::at(const char* setting) {
     return json_->at(setting);
 }
 
+const Json* Settings::find(const char* setting) const {
+    const auto found = json_->find(setting);
+    return found == json_->end() ? nullptr : &*found;
+}
+
 std::string Settings::featureOf(const std::string& setting) const {
     const auto found = json_->find(setting);
     return found == json_->end() ? setting : found->value("feature", setting);
@@ -72,10 +89,10 @@ Answer Settings::write(const char* setting, const Input& input, Key key) {
     const auto value = input.json();
     const auto kept = key.find(all["value"]);
     if (!kept || value.is_null()) return result::invalidArgument;
-    if (all.contains("of") && !contains(all.at("of"), value)) return result::invalidArgument;
+    if (all.contains("of") && !offersAll(all.at("of"), value)) return result::invalidArgument;
     if (all.contains("size") && value.get_ref<const std::string&>().size() >= all.at("size"))
         return result::invalidBufferSize;
-    if (value.is_array() && value.size() != kept->size()) return result::invalidDataSize;
+    if (value.is_array() && !fits(all, value.size(), kept->size())) return result::invalidDataSize;
     if (all.contains("min") && !within(all.at("min"), all.at("max"), value)) return result::outOfRange;
     *kept = value;
     return result::success;

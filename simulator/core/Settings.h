@@ -33,12 +33,16 @@ class Settings {
     /// The named setting; throws std::out_of_range when the scenario has none.
     Json& at(const char* setting);
 
+    /// Null when the scenario has none of that name.
+    const Json* find(const char* setting) const;
+
     /// The feature that a setting belongs to; the name itself when that is none of a setting's.
     std::string featureOf(const std::string& setting) const;
 
     Answer read(const char* setting, Key key = {});
 
-    /// Replaces the value by one that suits the setting, and is as long as the list that it replaces.
+    /// Replaces the value by one that suits the setting, and is as long as the list that it replaces unless the setting
+    /// says how long it may be.
     Answer write(const char* setting, const Input& value, Key key = {});
 
     /// A value that is a whole number.

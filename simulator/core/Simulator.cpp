@@ -110,12 +110,17 @@ void simulate(const Json& instruction) {
         const auto product = text(instruction, "product");
         require(what == "plug" ? state.world.plug(serial, product) : state.world.unplug(serial, product),
                 "unknown monitor");
+    } else if (what == "advance") {
+        requireMembers(instruction, {"milliseconds"});
+        const auto milliseconds = instruction.at("milliseconds");
+        require(milliseconds.is_number_unsigned(), "\"milliseconds\" must be a number that is not negative");
+        advance(std::chrono::milliseconds(milliseconds.get<std::uint32_t>()));
     } else if (what == "reset") {
         requireMembers(instruction, {});
         state.scripts.clear();
         state.world = World(*state.scenario);
     } else {
-        require(false, "\"simulate\" must be \"return\", \"throw\", \"plug\", \"unplug\" or \"reset\"");
+        require(false, "\"simulate\" must be \"return\", \"throw\", \"plug\", \"unplug\", \"advance\" or \"reset\"");
     }
 }
 

@@ -1,5 +1,10 @@
 #include "simulator/core/Values.h"
 
+#include <records/device.h>
+#include <records/firmware.h>
+#include <records/picture.h>
+#include <records/selfcalibration.h>
+
 #include <algorithm>
 
 #include "simulator/core/Parameters.h"
@@ -36,6 +41,33 @@ template const Type& typeOf<DmPanelLuminance>();
 template const Type& typeOf<DmColor>();
 template const Type& typeOf<DmColorPatch>();
 template const Type& typeOf<DmCalibrationTarget>();
+template const Type& typeOf<DmSignalInformation>();
+template const Type& typeOf<DmSignalResolution>();
+template const Type& typeOf<DmSignalInfoFrame>();
+template const Type& typeOf<DmAutoLumisaveSettings>();
+template const Type& typeOf<DmBacklightReplaceInfo>();
+template const Type& typeOf<DmBacklightBooster>();
+template const Type& typeOf<DmBoosterUsageTime>();
+template const Type& typeOf<DmFirmwareVersion>();
+template const Type& typeOf<DmDisplayFirmwareVersion>();
+template const Type& typeOf<DmUsageTime>();
+template const Type& typeOf<DmClockTime>();
+template const Type& typeOf<DmSelfCalibrationTarget>();
+template const Type& typeOf<DmSelfCalibrationResult>();
+template const Type& typeOf<DmSelfCalibrationResultSetting>();
+template const Type& typeOf<DmSelfCalibrationSchedule>();
+template const Type& typeOf<DmSelfCorrectionTarget>();
+template const Type& typeOf<DmSelfCorrectionResult>();
+template const Type& typeOf<DmSelfDiagnosis>();
+template const Type& typeOf<DmCalibrationWindow>();
+template const Type& typeOf<DmSelfQCSchedule>();
+template const Type& typeOf<DmSelfQCNextSchedule>();
+template const Type& typeOf<DmSelfQCCalibrationResult>();
+template const Type& typeOf<DmGrayScaleCheckTarget>();
+template const Type& typeOf<DmGrayScaleCheckLastTarget>();
+template const Type& typeOf<DmGrayScaleCheckResult>();
+template const Type& typeOf<DmLEAData>();
+template const Type& typeOf<DmPhotoADAgingCorrection>();
 template const Type& typeOf<FirmwareVersionRecord>();
 
 Json Input::json() const {

@@ -100,6 +100,11 @@ Monitor readMonitor(const Json& json, const Json& products, Json parts) {
 
 }  // namespace
 
+bool Monitor::isAsleep() const {
+    const auto power = settings.find("power");
+    return power && power->at("value") == 0 && power->value("whenOff", "answers") == "timesOut";
+}
+
 bool Monitor::supports(const std::string& feature) const {
     const auto lacks = [&](const std::string& name) {
         return std::find(unsupported.begin(), unsupported.end(), name) != unsupported.end();

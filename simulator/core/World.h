@@ -5,8 +5,13 @@
 //               "value"        a number, text, list or record; or one for each mode or colour, as a list or an object
 //               "min", "max"   the range of all numbers in the value; objects when its members have their own
 //               "of"           a list of the values that there are
+//               "most"         of a list that is not always as long: how many items it may have
 //               "size"         of a text, the closing NUL included
 //               "feature"      the feature that it belongs to, unless it is one itself
+//             and of some settings, as their functions say
+//               "whenOff"      of "power": "answers" all as before, or "timesOut" with all but power
+//               "milliseconds" how long a job runs that is started by this state
+//               "keeps"        how many of the last runs there are
 //   "firmware"  of every monitor; resets and saving are not about it
 //               "version"            what it runs, such as "2.0.1.5.3"
 //               "device"             the identifier of the device
@@ -26,11 +31,13 @@
 // colour at each point of a cube, blue changing fastest.
 #pragma once
 
+#include <map>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "simulator/core/Clock.h"
 #include "simulator/core/Firmware.h"
 #include "simulator/core/Settings.h"
 
@@ -41,7 +48,13 @@ struct Monitor {
     std::string product;
     std::vector<std::string> unsupported;
     Settings settings;
-    Settings saved;                               ///< the settings that a reset brings back
+    Settings saved;                                  ///< the settings that a reset brings back
+    std::optional<std::uint32_t> selectedPort{};     ///< whose signal is measured, whatever port is asked about
+    TimePoint keysLockedUntil{};                     ///< beside the lock that is a setting
+    TimePoint boostedSince{};                        ///< while the backlight booster is on
+    TimePoint::duration boosted{};                   ///< before that
+    std::map<std::string, TimePoint> jobsStarted{};  ///< by the setting of their state
+    TimePoint selfQCLockedUntil{};
     std::optional<std::uint32_t> selectedMode{};  ///< of the settings that each mode has, unless it is the current one
     bool connected = true;
     bool found = true;  ///< known to the monitor-control library: enumerated, and its functions work
@@ -51,6 +64,9 @@ struct Monitor {
     Firmware firmware;
 
     std::string address() const { return product + "/" + serial; }
+
+    /// Off, and of those that answer nothing then.
+    bool isAsleep() const;
 
     /// Of a setting also: whether it supports the feature that the setting belongs to.
     bool supports(const std::string& feature) const;

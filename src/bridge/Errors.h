@@ -28,8 +28,12 @@ inline void checkInternal(bool condition, const char* message) {
     if (!condition) throw detail::internalError(message);
 }
 
+/// Results of the monitor-control library that resources answer on their own account.
+inline constexpr auto DmFailed = static_cast<DmResult>(0x80000000);
+inline constexpr auto DmUnsupported = static_cast<DmResult>(0x80000007);
+
 /// The one failure of the monitor-control library that counts as success.
-inline constexpr DmResult DmUnknown = static_cast<DmResult>(0x80000006);
+inline constexpr auto DmUnknown = static_cast<DmResult>(0x80000006);
 
 /// "DmError" (500) with "code" and, unless it is empty, "reason", when the result is a failure: its top bit is set and
 /// it is not `DmUnknown`.

@@ -6,12 +6,6 @@
 
 namespace torvo {
 
-namespace {
-
-constexpr DmResult notFound = static_cast<DmResult>(0x80000000);
-
-}  // namespace
-
 DmResult readMonitorAddress(std::uint32_t index, MonitorAddress& address) {
     address = {};
     const DmResult result = DmCtrlGetSerialProduct(index, address.serial, address.product, 0);
@@ -29,7 +23,7 @@ void requireConnected(std::string_view serial, std::string_view product) {
         checkMonitorControl(readMonitorAddress(index, address), "");
         if (address.serial == serial && address.product == product) return;
     }
-    checkMonitorControl(notFound, "Monitor is not found.");
+    checkMonitorControl(DmFailed, "Monitor is not found.");
 }
 
 }  // namespace torvo
