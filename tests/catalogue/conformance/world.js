@@ -1,0 +1,39 @@
+// A build's pellhost in both folders, and what requests need to know of its simulated monitors.
+import fs from 'node:fs';
+import os from 'node:os';
+import path from 'node:path';
+import { Host } from './host.js';
+
+/** @returns {Promise<import('./proof.js').World>} */
+export async function openWorld(build, { seed = 11, runs = 60 } = {}) {
+    const [full, minimal] = ['full', 'minimal'].map((name) => new Host(build, name));
+    full.start();
+    minimal.start();
+    const folder = fs.mkdtempSync(path.join(os.tmpdir(), 'pell-'));
+    const makePackage = (name, product) => {
+        const file = full.pathOf(path.join(folder, name));
+        full.execute('firmware', 'create', file, '--product', product, '--version', '2.1.0.3.7', '--size', '1024');
+        return file;
+    };
+    const forAll = makePackage('all.dfw', '');
+    const open = { resource: 'FileSystemDfwFile', method: 'POST', parameters: {}, body: { path: forAll } };
+    const [{ value: listed }, { value: opened }] = await full.run([
+        { resource: 'Monitors', method: 'GET', parameters: {} },
+        open,
+    ]);
+    return {
+        full,
+        minimal,
+        monitors: listed.filter((one, at) => listed.findIndex(({ product }) => product === one.product) === at),
+        known: { path: forAll, dfwFile: opened.id, checkDfwFile: opened.id },
+        file: opened.id,
+        package: makePackage('package.dfw', 'TQ271-P'),
+        seed,
+        runs,
+        requests: () => full.requests + minimal.requests,
+        async close() {
+            await Promise.all([full.close(), minimal.close()]);
+            fs.rmSync(folder, { recursive: true });
+        },
+    };
+}
