@@ -15,7 +15,7 @@ import { covers, nearly, placesIn, replaceAt, samplesOf, strangers, valueAt, val
  * @property {import('./host.js').Host} full @property {import('./host.js').Host} minimal
  * @property {{product: string, serial: string}[]} monitors one of each product; the first supports everything
  * @property {object} known the values of members that cannot be guessed, by their names
- * @property {string} file the identifier of an open firmware package
+ * @property {{path: string, id: string}} package an open firmware package, for the first monitor
  * @property {number} seed @property {number} runs of the random requests, and how many there are for each method
  */
 
@@ -52,7 +52,7 @@ export class Proof {
             (lines) => parseExamples(lines.join('\n'), (_, message) => this.#tell(message))[0],
         );
         // Nothing can be triggered before it is transferred.
-        const body = { dfwFile: world.file };
+        const body = { dfwFile: world.package.id };
         const transfer = { resource: 'FirmwareUpdateTransfer', method: 'POST', parameters: world.monitors[0], body };
         this.before = name === 'FirmwareUpdateTrigger' ? [transfer] : [];
     }
@@ -84,7 +84,7 @@ export class Proof {
     #request(method, query, body) {
         const parameters = {
             monitor: this.world.monitors[0],
-            file: { id: method === 'DELETE' ? 'no-such-identifier' : this.world.file },
+            file: { id: method === 'DELETE' ? 'no-such-identifier' : this.world.package.id },
             application: {},
         };
         return { resource: this.name, method, parameters: parameters[this.resource.of], query, body };
@@ -117,7 +117,8 @@ export class Proof {
             if (answer.status === 200 && !ways.has(way)) ways.set(way, { request: tried[at], answer });
         });
         const title = describe(this.#request(method, row.query, row.body));
-        if (!ways.size) return this.#tell(`no request succeeds that is like ${title}: ${answers.map(outcome)[0]}`);
+        const outcomes = [...new Set(answers.map(outcome))];
+        if (!ways.size) return this.#tell(`no request succeeds that is like ${title}: ${outcomes.join(', ')}`);
 
         const reasons = new Set();
         await Promise.all(
@@ -127,7 +128,7 @@ export class Proof {
                 await Promise.all([
                     this.#proveFailures(row, request, answer, reasons),
                     this.#proveMinimal(row, request, answer),
-                    this.#proveProducts(row, request),
+                    this.#proveProducts(row, request, answer),
                 ]);
             }),
         );
@@ -138,7 +139,7 @@ export class Proof {
     /** Requests that the row decides, of which some should succeed. */
     #candidatesOf(method, row) {
         const { known } = this.world;
-        const examples = this.examples.filter((one) => one.method === method && !one.resource && one.status === 200);
+        const examples = this.examples.filter((one) => !one.resource && one.status === 200);
         const queries = [...samplesOf(querySchema(row), known), ...examples.map(({ query }) => query)];
         const values = [...this.#reads.map(({ value }) => value), ...examples.map(({ body }) => body)];
         const bodies = row.body
@@ -171,32 +172,40 @@ export class Proof {
             const earlier = calls.slice(0, at).filter((call) => call.function === name).length;
             if (earlier && !isChecked) return;
             const simulations = earlier ? [returns(name, 0, earlier)] : [];
-            const answer = await this.#ask(request, ...simulations, returns(name, isChecked ? stall : 0, 1));
-            const problem = this.#problemOf(request, answer, { row, refusals: [] });
-            if (problem) this.#tell(`${problem} when ${name} fails`);
-            if (answer.error) reasons.add(answer.error.reason ?? '');
+            const failed = await this.#ask(request, ...simulations, returns(name, isChecked ? stall : 0, 1));
+            if (failed.error) reasons.add(failed.error.reason ?? '');
+            this.#checkFailed(row, request, failed, `when ${name} fails`);
             if (!isChecked) return;
-            if (!answer.error && row.reasons) this.#tell(`${describe(request)} succeeds although ${name} fails`);
-            const later = answer.error && answer.calls.slice(at + 1).find((call) => !isCleanUp(call.function));
+            const later = failed.error && failed.calls.slice(at + 1).find((call) => !isCleanUp(call.function));
             if (later) this.#tell(`${describe(request)} calls ${later.function} although ${name} failed`);
+            // What is done while events are sent cannot fail the request.
+            const mustFail = row.reasons && !row.events;
+            if (mustFail && !failed.error) this.#tell(`${describe(request)} succeeds although ${name} fails`);
+            const empty = await this.#ask(request, { ...returns(name, 0), outputs: [] });
+            this.#checkFailed(row, request, empty, `when ${name} tells nothing`);
         };
         await Promise.all(calls.map((call, at) => prove(call.function, at)));
     }
 
+    #checkFailed(row, request, answer, circumstance) {
+        const problem = this.#problemOf(request, answer, { row, refusals: [] });
+        if (problem) this.#tell(`${problem} ${circumstance}`);
+    }
+
     /** The older libraries lack what the row says, and are as good for all else. */
-    async #proveMinimal({ needs }, request, { text }) {
+    async #proveMinimal({ needs }, request, { text, calls }) {
         const [answer] = await this.world.minimal.run([request]);
+        const isNeeded = needs && calls.length > 0; // unless there is nothing to do
         const missing = `404 FunctionNotFoundError ${needs?.split(' ').at(-1)} does not have a requested function.`;
-        if (needs ? outcome(answer) === missing : answer.text === text) return;
+        if (isNeeded ? outcome(answer) === missing : answer.text === text) return;
         // No package can be open there.
-        const isAboutPackage = JSON.stringify(request).includes(this.world.file);
-        if (isAboutPackage && this.#failuresOf(request).includes(answer.error?.message)) return;
+        if (this.#isAboutPackage(request) && this.#failuresOf(request).includes(answer.error?.message)) return;
         this.#tell(`${describe(request)} answers ${outcome(answer)} with the older libraries`);
     }
 
     /** Simulated products lack what the row says, and nothing else. */
-    async #proveProducts({ unsupportedBy = [] }, request) {
-        if (this.resource.of !== 'monitor') return;
+    async #proveProducts({ unsupportedBy = [] }, request, { calls }) {
+        if (this.resource.of !== 'monitor' || this.#isAboutPackage(request) || !calls.length) return;
         for (const parameters of this.world.monitors) {
             const answer = await this.#ask({ ...request, parameters });
             const isSupported =
@@ -207,12 +216,15 @@ export class Proof {
     }
 
     /** What a GET answers can be put back; so can another value, and then reads the same. */
-    async #provePutBack({ row, request: get, value }) {
-        const isOfFlags = Object.values(row.query ?? {}).some(({ schema, optional }) => !schema && !optional);
-        if (!this.methods.PUT || isOfFlags) return;
+    async #provePutBack({ request: get, value }) {
+        if (!this.methods.PUT) return;
         const put = (body) => this.#request('PUT', get.query, body);
+        const problem = await this.#problemOfDeciding(put(value));
+        if (problem) this.#tell(problem);
+        const selectors = this.methods.PUT.flatMap(({ query }) => Object.keys(query ?? {}));
+        if (Object.keys(get.query).some((name) => !selectors.includes(name))) return;
         const { row: putRow } = this.#decide(put(value));
-        if (!putRow) return this.#tell(`no PUT takes what ${describe(get)} answers`);
+        if (!putRow || !fits(putRow.body, value)) return this.#tell(`no PUT takes what ${describe(get)} answers`);
 
         await Promise.all(
             this.#reads.map(async ({ request }) => {
@@ -224,14 +236,9 @@ export class Proof {
                     );
             }),
         );
-        const selectors = new Set(
-            Object.values(this.methods)
-                .flat()
-                .flatMap(({ query }) => Object.keys(query ?? {})),
-        );
         const places = placesIn(value).filter(
             (place) =>
-                !isContainer(valueAt(value, place)) && covers(putRow.body, place) && !selectors.has(place.at(-1)),
+                !isContainer(valueAt(value, place)) && covers(putRow.body, place) && !selectors.includes(place.at(-1)),
         );
         await Promise.all(places.map((place) => this.#proveChange(get, put, value, place)));
     }
@@ -258,6 +265,10 @@ export class Proof {
         const answer = await this.#ask(request);
         const isNotAllowed = answer.status === 405 && answer.error.name === 'MethodError' && !answer.calls.length;
         if (!isNotAllowed) this.#tell(`${describe(request)} answers ${outcome(answer)}`);
+    }
+
+    #isAboutPackage(request) {
+        return JSON.stringify(request).includes(this.world.package.id);
     }
 
     #failuresOf({ method }) {
@@ -289,7 +300,7 @@ export class Proof {
         const members = Object.entries(row.query ?? {}).filter(([name]) => name in request.query);
         const query = Object.fromEntries(members.map(([name, { schema }]) => [name, !schema || request.query[name]]));
         const alone = await this.#ask({ ...request, query });
-        const isSame = alone.text === answer.text && isDeepStrictEqual(alone.calls, answer.calls);
+        const isSame = alone.text === answer.text && isDeepStrictEqual(journal(alone), journal(answer));
         return isSame ? undefined : `${describe(request)} is not decided by ${JSON.stringify(query)}`;
     }
 
@@ -301,10 +312,15 @@ export class Proof {
         const strange = queries.flatMap((query) =>
             Object.keys(query).flatMap((name) => strangers.map((value) => ({ ...query, [name]: value }))),
         );
-        const bodies = rows.map(({ body }) => body && samplesOf(body, this.world.known)[0]);
-        const requests = [...merged, ...strange].flatMap((query) =>
-            bodies.map((body) => this.#request(method, query, body)),
+        const bodies = rows.flatMap(({ body }) => (body ? samplesOf(body, this.world.known) : []));
+        const spoilt = bodies.flatMap((body) =>
+            placesIn(body).flatMap((place) => [undefined, ...strangers].map((other) => replaceAt(body, place, other))),
         );
+        const fitting = [undefined, ...bodies];
+        const requests = [
+            ...[...merged, ...strange].flatMap((query) => fitting.map((body) => this.#request(method, query, body))),
+            ...queries.flatMap((query) => spoilt.map((body) => this.#request(method, query, body))),
+        ];
         const problems = await Promise.all(requests.map((request) => this.#problemOfDeciding(request)));
         problems.filter(Boolean).forEach((problem) => this.#tell(problem));
     }
@@ -333,7 +349,7 @@ export class Proof {
     // ---- Examples ---------------------------------------------------------------------------------------------------
 
     async #proveExamples() {
-        const variables = { $package: this.world.package };
+        const variables = { $package: this.world.package.path };
         const replace = (text) =>
             Object.entries(variables).reduce(
                 (done, [name, value]) => done.replaceAll(name, JSON.stringify(value).slice(1, -1)),
@@ -357,6 +373,9 @@ export class Proof {
     }
 }
 
+/** The calls of an answer; handles, which differ each time, are left out. */
+const journal = ({ calls }) => calls.map((call) => (call.function.startsWith('FW') ? call.function : call));
+
 const isContainer = (value) => value !== null && typeof value === 'object';
 
 /** The members of a row's query as those of an object. */
@@ -373,8 +392,8 @@ function querySchema({ query = {} }) {
 function othersThan(value, values) {
     if (typeof value === 'boolean') return [!value];
     if (typeof value === 'string') return [`${value.slice(1)}-`, ...values.filter((one) => typeof one === 'string')];
-    const numbers = values.filter((one) => typeof one === 'number');
-    return [value + 1, value - 1, value / 2, ...numbers].filter((one) => one !== value);
+    const numbers = Number.isInteger(value) ? [value + 1, value - 1] : [value * 1.05, value / 1.05];
+    return [...numbers, ...values.filter((one) => typeof one === 'number' && one !== value)];
 }
 
 /** The value that an example answers, with "..." for what it leaves out. */

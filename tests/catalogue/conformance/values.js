@@ -2,7 +2,7 @@
 import fc from 'fast-check';
 
 /** Values of any kind; some kinds for those who do not want all. */
-export const strangers = [null, true, false, 0, -1, 2.5, 4294967296, '', 'x', '7', [], [1], {}, { x: 1 }];
+export const strangers = [null, true, false, 0, -1, 2.5, 4294967296, '', 'a\0b', '7', [], [1], {}, { x: 1 }];
 
 /**
  * A few values of a schema, the fullest first: every option of it is among them.

@@ -5,18 +5,14 @@ import path from 'node:path';
 import { Host } from './host.js';
 
 /** @returns {Promise<import('./proof.js').World>} */
-export async function openWorld(build, { seed = 11, runs = 60 } = {}) {
+export async function openWorld(build, { seed = 11, runs = Number(process.env.RUNS ?? 60) } = {}) {
     const [full, minimal] = ['full', 'minimal'].map((name) => new Host(build, name));
     full.start();
     minimal.start();
     const folder = fs.mkdtempSync(path.join(os.tmpdir(), 'pell-'));
-    const makePackage = (name, product) => {
-        const file = full.pathOf(path.join(folder, name));
-        full.execute('firmware', 'create', file, '--product', product, '--version', '2.1.0.3.7', '--size', '1024');
-        return file;
-    };
-    const forAll = makePackage('all.dfw', '');
-    const open = { resource: 'FileSystemDfwFile', method: 'POST', parameters: {}, body: { path: forAll } };
+    const file = full.pathOf(path.join(folder, 'package.dfw'));
+    full.execute('firmware', 'create', file, '--product', 'TQ271-P', '--version', '2.1.0.3.7', '--size', '1024');
+    const open = { resource: 'FileSystemDfwFile', method: 'POST', parameters: {}, body: { path: file } };
     const [{ value: listed }, { value: opened }] = await full.run([
         { resource: 'Monitors', method: 'GET', parameters: {} },
         open,
@@ -25,9 +21,8 @@ export async function openWorld(build, { seed = 11, runs = 60 } = {}) {
         full,
         minimal,
         monitors: listed.filter((one, at) => listed.findIndex(({ product }) => product === one.product) === at),
-        known: { path: forAll, dfwFile: opened.id, checkDfwFile: opened.id },
-        file: opened.id,
-        package: makePackage('package.dfw', 'TQ271-P'),
+        known: { path: file, dfwFile: opened.id, checkDfwFile: opened.id },
+        package: { path: file, id: opened.id },
         seed,
         runs,
         requests: () => full.requests + minimal.requests,
