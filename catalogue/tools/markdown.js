@@ -180,7 +180,7 @@ function remarks(methods) {
 
 const leniencyTexts = {
     true: 'Members of another kind count as left out.',
-    types: 'What the `Lenient` members of a body take is told on [the first page](README.md#kinds-of-values).',
+    types: 'What is taken for `Lenient` types is told on [the first page](README.md#kinds-of-values).',
 };
 
 function pathsPage({ resources }) {

@@ -33,22 +33,26 @@ export function dataOf(body) {
  * may refuse what fits.
  */
 export function decide(rows, query, body) {
-    const refusals = rows.filter((row) => row.refused);
     const data = dataOf(body);
+    const refusals = rows.flatMap(({ refused }) => refused ?? []);
+    const fitsBody = (row) => !row.body || fits(row.body, data);
+    const fitsQuery = (row, name) => !row.query[name].schema || fits(row.query[name].schema, query[name]);
     const isInBody = (name) => data !== null && typeof data === 'object' && name in data;
+    const isGiven = (name) => name in query && !isInBody(name);
+    const isInvalid = (name) => isGiven(name) && !rows.some((row) => row.query?.[name] && fitsQuery(row, name));
+
     for (const row of rows) {
+        // Whether the query or the body is looked at first, is not told.
+        if (row.invalid && isInvalid(row.invalid))
+            return { refusals: rows.filter(isServed).some(fitsBody) ? [row.refused] : refusals };
         if (!isServed(row)) continue;
         const members = Object.entries(row.query ?? {});
         if (!members.every(([name, member]) => member.optional || name in query)) continue;
-        const unfit = members.find(
-            ([name, { schema }]) => schema && name in query && !isInBody(name) && !fits(schema, query[name]),
-        )?.[0];
-        const refusal = refusals.find(({ invalid }) => invalid && invalid === unfit);
-        if (refusal) return { refusals: [refusal.refused] };
-        if (unfit) continue;
-        if (!row.body || fits(row.body, data))
-            return { row, refusals: refusals.filter(({ beyondTypes }) => beyondTypes).map(({ refused }) => refused) };
-        if (row.lenient) return { row, refusals: refusals.map(({ refused }) => refused) };
+        const unfit = members.filter(([name]) => isGiven(name) && !fitsQuery(row, name));
+        if (unfit.some(([name]) => !row.lenient || rows.some(({ invalid }) => invalid === name))) continue;
+        if (fitsBody(row))
+            return { row, refusals: rows.flatMap(({ beyondTypes, refused }) => (beyondTypes ? refused : [])) };
+        if (row.lenient) return { row, refusals };
     }
-    return { refusals: refusals.map(({ refused }) => refused) };
+    return { refusals };
 }

@@ -111,9 +111,11 @@ function readRow(source, keys, scope) {
     if (!isServed(row)) return { ...row, query: [], reasons: [], events: [], unsupportedBy: [] };
     if (keys[0] === 'get' && !row.answer) source.fail(keys, 'a GET has an answer');
     const body = parseShown('body');
-    const usesLenientTypes = body && [...namesIn(body)].some((name) => name.startsWith('Lenient'));
+    const query = parse('query', parseMembers) ?? [];
+    const given = [body, ...query.map(({ type }) => type)].filter(Boolean);
+    const usesLenientTypes = given.some((type) => [...namesIn(type)].some((name) => name.startsWith('Lenient')));
     return {
-        query: parse('query', parseMembers) ?? [],
+        query,
         body,
         answer: parseShown('answer'),
         reasons: row.reason === undefined ? [] : [row.reason].flat(),

@@ -25,7 +25,7 @@ export type NonEmpty<Element> = Element[];
 /** An object that has at least one of these members. */
 export type AtLeastOne<T> = { [Name in keyof T]: Pick<T, Name> & Partial<Omit<T, Name>> }[keyof T];
 
-/** A boolean; in a body, a number that is not zero and the text "true" are true as well, anything else is false. */
+/** A boolean; in a request, a number that is not zero and the text "true" are true as well, anything else is false. */
 export type LenientFlag = boolean;
 
 /** A number; in a body, a text of a decimal number and a boolean (1 or 0) count as numbers, anything else is 0. */
