@@ -106,7 +106,7 @@ class Parser {
     }
     const char* skipWhitespace(const char* at) const {
         if (at == end_ || static_cast<unsigned char>(*at) > ' ') return at;  // mostly, there is none
-        return findFirst(begin_, at, end_, NonWhitespace());
+        return findFirst(at, end_, NonWhitespace());
     }
 
     const char* fail(const char* message) {
@@ -256,7 +256,7 @@ class Parser {
         return at != end_ ? goOn(sink(decoded_, true), at + 1) : fail(kUnterminated);
     }
 
-    const char* skipPlainBytes(const char* at) const { return findFirst(begin_, at, end_, QuoteOrBackslash()); }
+    const char* skipPlainBytes(const char* at) const { return findFirst(at, end_, QuoteOrBackslash()); }
 
     // What follows a backslash.
     const char* escape(const char* at) {

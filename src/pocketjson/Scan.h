@@ -54,18 +54,12 @@ class ByteBlock {
     __m128i bytes_;
 };
 
-/// The first of the bytes from `cursor` on that `search` finds, or `end`. `search` takes a ByteBlock and returns a
-/// mask, or a byte and returns whether it is one. Up to sixteen bytes before the cursor, from `begin` on, may be read
-/// as well.
+/// The first of the bytes that `search` finds, or `end`. `search` takes a ByteBlock and returns a mask, or a byte and
+/// returns whether it is one.
 template <class Search>
-const char* findFirst(const char* begin, const char* cursor, const char* end, Search search) noexcept {
+const char* findFirst(const char* cursor, const char* end, Search search) noexcept {
     for (; end - cursor >= ByteBlock::size; cursor += ByteBlock::size)
         if (const unsigned found = search(ByteBlock(cursor))) return cursor + std::countr_zero(found);
-    if (end - begin >= ByteBlock::size) {  // the last sixteen, without those before the cursor
-        const char* const last = end - ByteBlock::size;
-        const unsigned found = search(ByteBlock(last)) >> (cursor - last);
-        return found ? cursor + std::countr_zero(found) : end;
-    }
     while (cursor != end && !search(*cursor)) ++cursor;
     return cursor;
 }

@@ -216,7 +216,7 @@ class Writer {
     char* escaped(char* at, std::string_view text) {
         const char* const end = text.data() + text.size();
         for (const char* run = text.data();;) {
-            const char* const next = findFirst(text.data(), run, end, Escaped());
+            const char* const next = findFirst(run, end, Escaped());
             const std::string_view plain(run, next);
             at = output_.room(at);
             if (plain.size() > kPlainLength)

@@ -96,34 +96,6 @@ class Store {
         std::byte* end_ = nullptr;
     };
 
-    /// Releases objects, those of one region in a row at once.
-    class BatchReleaser {
-     public:
-        BatchReleaser() noexcept = default;
-        ~BatchReleaser() { flush(); }
-        BatchReleaser(const BatchReleaser&) = delete;
-        BatchReleaser& operator=(const BatchReleaser&) = delete;
-
-        void release(void* memory, std::size_t size) noexcept {
-            poison(memory, size);
-            Region* const region = Region::of(memory);
-            if (region != region_) {
-                flush();
-                region_ = region;
-            }
-            units_ += unitsFor(size);
-        }
-
-     private:
-        void flush() noexcept {
-            if (region_) Store::release(region_, units_);
-            units_ = 0;
-        }
-
-        Region* region_ = nullptr;
-        std::uint32_t units_ = 0;
-    };
-
     /// One object by itself. Throws std::bad_alloc.
     static void* allocate(std::size_t size) {
         const std::size_t wholeUnits = unitsFor(size) * kUnit;
@@ -137,7 +109,10 @@ class Store {
         }
         return BatchAllocator().allocate(size);
     }
-    static void release(void* memory, std::size_t size) noexcept { BatchReleaser().release(memory, size); }
+    static void release(void* memory, std::size_t size) noexcept {
+        poison(memory, size);
+        release(Region::of(memory), unitsFor(size));
+    }
 
  private:
     // Whoever releases the last units of a region makes it a spare one.

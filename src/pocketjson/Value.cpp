@@ -43,31 +43,25 @@ Value Value::fromElements(Elements&& elements) {
 
 void Value::destroyContainer() noexcept {
     constexpr unsigned kLevelsOnCallStack = 32;
-    Store::BatchReleaser store;
-    destroy(store, kLevelsOnCallStack);
+    destroy(kLevelsOnCallStack);
 }
 
 // Destroys a container that has lost its last reference, and the containers in it that lose theirs with it. Their
 // references are given up here: the destructors of the entries would do it as well, but each on top of the one before,
 // with as much call stack as the value is deep.
-void Value::destroy(Store::BatchReleaser& store, unsigned levels) noexcept {
-    const auto releaseEntry = [&store, levels](Value& entry) {
+void Value::destroy(unsigned levels) noexcept {
+    const auto releaseEntry = [levels](Value& entry) {
         if (!entry.giveUpReference()) return;
         if (levels > 0)
-            entry.destroy(store, levels - 1);
+            entry.destroy(levels - 1);
         else
             entry.destroyStepByStep();
     };
-    std::size_t size = sizeof(Container<std::string>);
-    if (type_ == Array) {
-        size = sizeof(Container<Elements>);
+    if (type_ == Array)
         for (Value& element : payload<Elements>()) releaseEntry(element);
-    } else if (type_ == Object) {
-        size = sizeof(Container<Members>);
+    else if (type_ == Object)
         for (auto& [name, member] : payload<Members>()) releaseEntry(member);
-    }
-    payload_.container->~AbstractContainer();
-    store.release(payload_.container, size);
+    delete payload_.container;
     payload_.container = nullptr;
 }
 

@@ -196,7 +196,7 @@ class Value {
     /// without payload.
     bool giveUpReference() noexcept;
     void destroyContainer() noexcept;
-    void destroy(Store::BatchReleaser& store, unsigned levels) noexcept;
+    void destroy(unsigned levels) noexcept;
     void destroyStepByStep() noexcept;
     Value* entryToDescendInto() noexcept;
     Value& entryDescendedInto() noexcept;
