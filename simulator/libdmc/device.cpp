@@ -17,7 +17,7 @@ using simulator::MonitorCall;
 using simulator::Output;
 namespace result = simulator::result;
 
-// ---- Power: how a monitor that is off answers, the setting says (see World.h) ----------------------------------------
+// ---- Power: how a monitor that is off answers, the setting says (see World.h) ---------------------------------------
 
 SUPPORTS(DmCtrlSupportedPower, "power");
 GET(DmCtrlGetPower, "power");
@@ -102,7 +102,7 @@ DmResult DmCtrlSetTargetSelectionInputPort(const char* serial, const char* produ
     });
 }
 
-// ---- USB and KVM: while the KVM switch follows the input, no upstream port can be selected ---------------------------
+// ---- USB and KVM: while the KVM switch follows the input, no upstream port can be selected --------------------------
 
 namespace {
 
