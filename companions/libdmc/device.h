@@ -299,8 +299,8 @@ DmResult DmCtrlGetOSDDisplayFirmwareVersions(const char* serial, const char* pro
 DmResult DmCtrlGetOSDDisplayFirmwareVersionsStringSize(const char* serial, const char* product, uint32_t* size);
 DmResult DmCtrlGetOSDDisplayFirmwareVersionsString(const char* serial, const char* product, char* text, uint32_t size);
 
-/* The size of a tag in bytes, its NUL included. This support function may fail. */
-int32_t DmCtrlSupportedAssetTag(const char* serial, const char* product);
+/* The size of a tag in bytes, its NUL included. This support function may fail; a success that is not 0 is support. */
+DmResult DmCtrlSupportedAssetTag(const char* serial, const char* product);
 DmResult DmCtrlGetAssetTagSize(const char* serial, const char* product, uint32_t* size);
 DmResult DmCtrlGetAssetTag(const char* serial, const char* product, char* tag, uint32_t size);
 DmResult DmCtrlSetAssetTag(const char* serial, const char* product, const char* tag);
@@ -308,7 +308,7 @@ DmResult DmCtrlGetEnableAssetTag(const char* serial, const char* product, uint32
 DmResult DmCtrlSetEnableAssetTag(const char* serial, const char* product, uint32_t enabled);
 
 /* Newer versions only; the unique device identifier. As the asset tag. */
-int32_t DmCtrlSupportedUDI(const char* serial, const char* product);
+DmResult DmCtrlSupportedUDI(const char* serial, const char* product);
 DmResult DmCtrlGetUDISize(const char* serial, const char* product, uint32_t* size);
 DmResult DmCtrlGetUDI(const char* serial, const char* product, char* identifier, uint32_t size);
 DmResult DmCtrlSetUDI(const char* serial, const char* product, const char* identifier);

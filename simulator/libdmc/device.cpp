@@ -17,8 +17,7 @@ using simulator::MonitorCall;
 using simulator::Output;
 namespace result = simulator::result;
 
-// ---- Power: how a monitor that is off answers, the setting "power" says (see World.h)
-// --------------------------------
+// ---- Power: how a monitor that is off answers, the setting says (see World.h) ---------------------------------------
 
 SUPPORTS(DmCtrlSupportedPower, "power");
 GET(DmCtrlGetPower, "power");
@@ -103,8 +102,7 @@ DmResult DmCtrlSetTargetSelectionInputPort(const char* serial, const char* produ
     });
 }
 
-// ---- USB and KVM: with a KVM switch that follows the input, the upstream port cannot be chosen, and the other way
-// ----
+// ---- USB and KVM: while the KVM switch follows the input, no upstream port can be selected --------------------------
 
 namespace {
 

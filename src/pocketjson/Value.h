@@ -126,8 +126,10 @@ class Value {
     bool empty() const noexcept { return size() == 0; }
 
     /// What an object, array or string holds, in order; nothing for a value of another kind.
-    const Members& members() const noexcept { return isObject() ? payload<Members>() : empty<Members>(); }
-    const Elements& elements() const noexcept { return isArray() ? payload<Elements>() : empty<Elements>(); }
+    const Members& members() const& noexcept { return isObject() ? payload<Members>() : empty<Members>(); }
+    const Elements& elements() const& noexcept { return isArray() ? payload<Elements>() : empty<Elements>(); }
+    void members() const&& = delete;   // a loop over those of a temporary value would outlive it
+    void elements() const&& = delete;  // likewise
     const std::string& text() const noexcept { return isString() ? payload<std::string>() : empty<std::string>(); }
 
     /// true is 1 and false is 0; a Float is rounded to the nearest integer, halves away from zero; a string counts if

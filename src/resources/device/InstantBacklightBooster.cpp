@@ -17,16 +17,14 @@ class InstantBacklightBooster final : public Setting<InstantBacklightBooster, Re
     static bool hasTargetOrMode(const Value& data) noexcept { return data.has("target") || data.has("mode"); }
     static constexpr Check checks[] = {{hasTargetOrMode, "Request requires 'target' or 'mode' key."}};
 
-    // The members of the target stand in "target", or beside it.
+    // The members of the target stand in "target", or beside "target" and "mode"; those in "target" count before.
     void Put(BridgeResult&, const Monitor& monitor, const RequestRecord& request) override {
         const Value& data = request.data();
         checkData(data, checks);
         DmBacklightBooster booster = monitor.read(get.function, get.action);
         if (isNumber(data.get("mode"))) booster.mode = toNumber<std::uint32_t>(data.get("mode"));
-        if (data.has("target")) {
-            replaceMembers(booster.target, data);
-            replaceMembers(booster.target, data.get("target"));
-        }
+        replaceMembers(booster.target, data);
+        replaceMembers(booster.target, data.get("target"));
         monitor.write(set.function, set.action, &booster);
     }
 

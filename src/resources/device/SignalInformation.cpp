@@ -43,7 +43,8 @@ class SignalInformation final : public MonitorBridgeTemplate {
         Value signal = toValue(information);
         signal["inputPort"] = port;
         signal["resolution"] = toValue(resolution);
-        for (const auto& [name, value] : toValue(frame).members()) signal[name] = value;
+        const Value infoFrame = toValue(frame);
+        for (const auto& [name, value] : infoFrame.members()) signal[name] = value;
         return signal;
     }
 };

@@ -1,5 +1,5 @@
-// How the screen is split; a number of the library. There is no function that sets it: a PUT hands the number to the
-// getter, which is what the companion library expects.
+// How the screen is split; a number of the library. There is no function that sets it: a PUT calls the getter, on
+// purpose, and what that reads is dropped.
 #include <libdmc/device.h>
 
 #include "resources/shapes/Setting.h"
