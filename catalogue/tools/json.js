@@ -18,7 +18,7 @@ export function catalogueJson({ events, results, resources }) {
 }
 
 /** @param {import('./model.js').Resource} resource */
-function describe({ family, topic, about, path, of, aliases, methods, examples }) {
+function describe({ family, topic, about, path, of, aliases, methods, putBack, examples }) {
     return {
         about,
         family,
@@ -29,6 +29,7 @@ function describe({ family, topic, about, path, of, aliases, methods, examples }
         methods: Object.fromEntries(
             Object.entries(methods).map(([method, rows]) => [method.toUpperCase(), rows.map(rowSchemas)]),
         ),
+        ...(putBack && { putBack }),
         examples: examples.map(({ request, answer }) => [request, answer]),
     };
 }

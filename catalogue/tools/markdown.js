@@ -83,7 +83,7 @@ function section(resource, shared) {
         requestTable(rows, shared),
         typeBlock(rows, shared),
         notes,
-        remarks(methods),
+        remarks(resource),
         `\`\`\`pell\n${examples.map(({ request, answer }) => `${request}\n${answer}`).join('\n')}\n\`\`\``,
     ).trimEnd();
 }
@@ -153,7 +153,7 @@ function typeBlock(rows, shared) {
 }
 
 /** What rows say about leniency, events and cost, and about older libraries and monitors. */
-function remarks(methods) {
+function remarks({ methods, putBack }) {
     const served = servedRows(methods);
     const having = (test) => served.filter(({ row }) => test(row));
     const names = (some) => list([...new Set(some.map(({ method, row }) => `\`${requestName(method, row)}\``))]);
@@ -161,6 +161,7 @@ function remarks(methods) {
     const lines = [];
     if (methods.get && !having(({ query }) => query.some(({ name }) => name === 'supports')).length)
         lines.push('There is no `supports`.');
+    if (putBack) lines.push(`What a GET answers cannot be put back. ${putBack}`);
     for (const lenient of new Set(served.map(({ row }) => row.lenient).filter(Boolean)))
         lines.push(leniencyTexts[lenient] ?? lenient);
     for (const { method, row } of having(({ events }) => events.length)) {

@@ -24,7 +24,7 @@ export const methods = ['get', 'put', 'post', 'delete'];
  * @property {string[]} aliases its other names
  * @property {Scope} scope its own types, those of types.ts and the prelude
  * @property {Object<string, Row[]>} methods by "get", "put", "post", "delete"
- * @property {string} notes @property {import('./examples.js').Example[]} examples
+ * @property {string} [putBack] @property {string} notes @property {import('./examples.js').Example[]} examples
  */
 
 /** @typedef {{families: object, scope: Scope, events: object[], results: object, resources: Resource[]}} Catalogue */
@@ -91,6 +91,7 @@ function readResource(source, { scope: sharedScope, families, events, products, 
         methods: Object.fromEntries(
             written.map((method) => [method, value[method].map((_, at) => readRow(source, [method, at], scope))]),
         ),
+        putBack: value.putBack,
         notes: value.notes?.trimEnd() ?? '',
         examples: parseExamples(value.examples, (offset, message) => source.fail(['examples'], message, offset)),
     };

@@ -115,6 +115,16 @@ const builtIn = {
         const { required, ...schema } = toSchema(object, use);
         return schema;
     },
+    Omit: ([object, names], use) => {
+        const { const: one, enum: omitted = [one] } = toSchema(names, use);
+        const { properties, required = [], ...schema } = toSchema(object, use);
+        const isKept = (name) => !omitted.includes(name);
+        return {
+            ...schema,
+            properties: Object.fromEntries(Object.entries(properties).filter(([name]) => isKept(name))),
+            required: required.filter(isKept),
+        };
+    },
     Record: ([key, value], use) => {
         const { enum: names } = toSchema(key, use);
         const each = toSchema(value, use);

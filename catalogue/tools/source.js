@@ -88,12 +88,13 @@ export function attemptEach(items, work) {
 /**
  * The table of exports: path (empty when the resource is not about one monitor) and methods of each name, and the
  * entry whose other name it is.
- * @returns {Map<string, {kind: 'RESOURCE' | 'ALIAS' | 'PLANNED', name: string, entry: string, path: string, methods: string[]}>}
+ * @returns {Map<string, {kind: 'RESOURCE' | 'ALIAS', name: string, entry: string, path: string, methods: string[]}>}
  */
 export function readTable(file = 'src/exports/ResourceTable.inc') {
-    const row = /^(RESOURCE|ALIAS|PLANNED)\s*\(\s*\d+,\s*(\w+),\s*(?:(\w+),\s*)?"([^"]*)",\s*([\w |]+)\)/gm;
+    const row = /^(RESOURCE|ALIAS)\s*\(\s*\d+,\s*(\w+),\s*(?:(\w+),\s*)?"([^"]*)",\s*([\w |]+)\)/gm;
     const table = new Map();
-    for (const [, kind, name, entry = name, path, methods] of fs.readFileSync(file, 'utf8').matchAll(row))
+    const text = fs.readFileSync(file, 'utf8');
+    for (const [, kind, name, entry = name, path, methods] of text.matchAll(row))
         table.set(name, {
             kind,
             name,
@@ -101,7 +102,7 @@ export function readTable(file = 'src/exports/ResourceTable.inc') {
             path,
             methods: methods.split('|').map((one) => one.trim().toLowerCase()),
         });
-    if (table.size < 100)
+    if (!table.size || table.size !== text.match(/^[A-Z]+ *\(/gm).length)
         throw new Mistake(`${file}: its rows are not understood; see readTable in ${import.meta.url}`);
     return table;
 }

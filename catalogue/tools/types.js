@@ -197,7 +197,7 @@ function commentBehind(node) {
 }
 
 /** TypeScript's own types that the catalogue may use, with the number of their arguments. */
-const builtIn = { Partial: 1, Record: 2 };
+const builtIn = { Partial: 1, Record: 2, Omit: 2 };
 
 /** Throws a mistake unless every name is known and has its arguments, and every kind of type is one that is. */
 function checkNames(node, scope, parameters = []) {

@@ -1,5 +1,5 @@
 // What monitors measure and correct by themselves. A job is started by its state 1, runs for the "milliseconds" of its
-// state's setting, and is in state 0 then, with its result.
+// state's setting, and is in state 0 then, with its result. It ends when somebody looks.
 #include <records/selfcalibration.h>
 
 #include <nlohmann/json.hpp>
@@ -48,17 +48,33 @@ void finishGrayScaleCheck(Monitor& monitor) {
     auto run = valueOf(monitor, "grayScaleCheckResults").at(0);
     run["date"] = valueOf(monitor, "clockTime");
     keepRun(monitor, "grayScaleCheckResults", std::move(run));
+
+    auto& targets = monitor.settings.at("grayScaleCheckLastTargets");
+    targets["beforeLast"] = targets.at("latest");
+    for (const char* member : {"Lmax", "Lmin", "displayFunction", "exp", "userFileName"})
+        targets["latest"][member] = valueOf(monitor, "calibrationTarget").at(member);
+    const auto conditions = valueOf(monitor, "grayScaleCheckTarget").at("judgeCondition").get<std::uint32_t>();
+    targets["latest"]["useAbsoluteCondition"] = conditions & 1;
+    targets["latest"]["useGSDFCondition"] = conditions >> 1 & 1;
 }
 
-/// A job that has run long enough is done.
-Answer readState(Monitor& monitor, const char* setting, void (*finish)(Monitor&)) {
-    auto& state = monitor.settings.at(setting);
-    const std::chrono::milliseconds duration(state.at("milliseconds").get<std::int64_t>());
-    if (state.at("value") == running && simulator::now() - monitor.jobsStarted[setting] >= duration) {
+constexpr struct {
+    const char* state;
+    void (*finish)(Monitor&);
+} jobs[] = {{"selfCalibrationState", finishSelfCalibration},
+            {"calibrationJob", finishCalibration},
+            {"grayScaleCheckJob", finishGrayScaleCheck}};
+
+/// A setting, after the jobs that have run long enough are done.
+Answer readAfterJobs(Monitor& monitor, const char* setting, std::initializer_list<const char*> members) {
+    for (const auto& [name, finish] : jobs) {
+        auto& state = monitor.settings.at(name);
+        const std::chrono::milliseconds duration(state.at("milliseconds").get<std::int64_t>());
+        if (state.at("value") != running || simulator::now() - monitor.jobsStarted[name] < duration) continue;
         state["value"] = 0;
         finish(monitor);
     }
-    return monitor.settings.read(setting);
+    return monitor.settings.members(setting, members);
 }
 
 Answer writeState(Monitor& monitor, const char* setting, std::uint32_t state) {
@@ -68,26 +84,38 @@ Answer writeState(Monitor& monitor, const char* setting, std::uint32_t state) {
 
 }  // namespace
 
-// A job's state, read and set.
-#define JOB(get, set, setting, finish)                                                                    \
-    DmResult get(const char* serial, const char* product, uint32_t* state) {                              \
-        return MonitorCall(__func__, serial, product)                                                     \
-            .run(setting, [](Monitor& monitor) { return readState(monitor, setting, finish); }, {state}); \
-    }                                                                                                     \
-    DmResult set(const char* serial, const char* product, uint32_t state) {                               \
-        return MonitorCall(__func__, serial, product, {state}).run(setting, [&](Monitor& monitor) {       \
-            return writeState(monitor, setting, state);                                                   \
-        });                                                                                               \
-    }                                                                                                     \
+// What a job changes when it ends: its state, and its results.
+#define GET_AFTER_JOBS(function, setting)                                                                        \
+    DmResult function(const char* serial, const char* product, PARAMETER(function, 0) value) {                   \
+        return MonitorCall(__func__, serial, product)                                                            \
+            .run(setting, [](Monitor& monitor) { return readAfterJobs(monitor, setting, {"value"}); }, {value}); \
+    }                                                                                                            \
+    static_assert(true)
+
+#define LIST_AFTER_JOBS(function, setting)                                                                      \
+    DmResult function(const char* serial, const char* product, PARAMETER(function, 0) items, uint32_t* count) { \
+        return MonitorCall(__func__, serial, product)                                                           \
+            .run(setting, [](Monitor& monitor) { return readAfterJobs(monitor, setting, {"value"}); },          \
+                 {Output::list(items, count)});                                                                 \
+    }                                                                                                           \
+    static_assert(true)
+
+#define SET_STATE(function, setting)                                                                \
+    DmResult function(const char* serial, const char* product, uint32_t state) {                    \
+        return MonitorCall(__func__, serial, product, {state}).run(setting, [&](Monitor& monitor) { \
+            return writeState(monitor, setting, state);                                             \
+        });                                                                                         \
+    }                                                                                               \
     static_assert(true)
 
 // ---- Self-calibration -----------------------------------------------------------------------------------------------
 
 SUPPORTS(DmCtrlSupportedSelfCalibration, "selfCalibration");
-JOB(DmCtrlGetSelfCalibrationState, DmCtrlSetSelfCalibrationState, "selfCalibrationState", finishSelfCalibration);
+GET_AFTER_JOBS(DmCtrlGetSelfCalibrationState, "selfCalibrationState");
+SET_STATE(DmCtrlSetSelfCalibrationState, "selfCalibrationState");
 GET(DmCtrlGetSelfCalibrationTargetV3, "selfCalibrationTarget");
 SET(DmCtrlSetSelfCalibrationTargetV3, "selfCalibrationTarget");
-GET(DmCtrlGetSelfCalibrationResultV4, "selfCalibrationResult");
+GET_AFTER_JOBS(DmCtrlGetSelfCalibrationResultV4, "selfCalibrationResult");
 SET(DmCtrlSetSelfCalibrationResultV4, "selfCalibrationResult");
 GET(DmCtrlGetSelfCalibrationClockTime, "clockTime");
 SET(DmCtrlSetSelfCalibrationClockTime, "clockTime");
@@ -188,22 +216,33 @@ SET(DmCtrlSetSelfQCTargetSelect, "selfQCTarget");
 // ---- SelfQC: calibration --------------------------------------------------------------------------------------------
 
 SUPPORTS(DmCtrlSupportedSelfQCCal, "selfQC");
-JOB(DmCtrlGetSelfQCCalState, DmCtrlSetSelfQCCalState, "calibrationJob", finishCalibration);
+GET_AFTER_JOBS(DmCtrlGetSelfQCCalState, "calibrationJob");
+SET_STATE(DmCtrlSetSelfQCCalState, "calibrationJob");
 GET(DmCtrlGetSelfQCCalTarget, "calibrationTarget");
 SET(DmCtrlSetSelfQCCalTarget, "calibrationTarget");
-LIST(DmCtrlGetSelfQCCalLastTarget, "calibrationLastTargets", "value");
-LIST(DmCtrlGetSelfQCCalResult, "calibrationResults", "value");
+LIST_AFTER_JOBS(DmCtrlGetSelfQCCalLastTarget, "calibrationLastTargets");
+LIST_AFTER_JOBS(DmCtrlGetSelfQCCalResult, "calibrationResults");
 MEMBER(DmCtrlGetSelfQCErrorCodeSize, "calibrationResults", "errorCodes");
 
 // ---- SelfQC: grayscale check ----------------------------------------------------------------------------------------
 
 SUPPORTS(DmCtrlSupportedSelfQCGSC, "selfQC");
-JOB(DmCtrlGetSelfQCGSCState, DmCtrlSetSelfQCGSCState, "grayScaleCheckJob", finishGrayScaleCheck);
+GET_AFTER_JOBS(DmCtrlGetSelfQCGSCState, "grayScaleCheckJob");
+SET_STATE(DmCtrlSetSelfQCGSCState, "grayScaleCheckJob");
 GET(DmCtrlGetSelfQCGSCTarget, "grayScaleCheckTarget");
 SET(DmCtrlSetSelfQCGSCTarget, "grayScaleCheckTarget");
-MEMBERS(DmCtrlGetSelfQCGSCLastTarget, "grayScaleCheckLastTargets", "latest", "beforeLast");
+DmResult DmCtrlGetSelfQCGSCLastTarget(const char* serial, const char* product, DmGrayScaleCheckLastTarget* latest,
+                                      DmGrayScaleCheckLastTarget* beforeLast) {
+    constexpr auto setting = "grayScaleCheckLastTargets";
+    return MonitorCall(__func__, serial, product)
+        .run(setting,
+             [](Monitor& monitor) {
+                 return readAfterJobs(monitor, setting, {"latest", "beforeLast"});
+             },
+             {latest, beforeLast});
+}
 MEMBER(DmCtrlGetSupportedSelfQCGSCLastTargetCount, "grayScaleCheckLastTargets", "keeps");
-LIST(DmCtrlGetSelfQCGSCResult, "grayScaleCheckResults", "value");
+LIST_AFTER_JOBS(DmCtrlGetSelfQCGSCResult, "grayScaleCheckResults");
 SUPPORTS(DmCtrlSupportedSelfQCRecalibrationForGSCErrorEnable, "recalibrationForGSCError");
 GET(DmCtrlGetSelfQCRecalibrationForGSCErrorEnable, "recalibrationForGSCError");
 SET(DmCtrlSetSelfQCRecalibrationForGSCErrorEnable, "recalibrationForGSCError");

@@ -1,10 +1,9 @@
-// The exported entry points: one C function for each built row of the table.
+// The exported entry points: one C function for each RESOURCE of the table.
 #include <cstdint>
 
 #include "bridge/Entry.h"
 
 #define ALIAS(...)
-#define PLANNED(...)
 
 #define RESOURCE(ordinal, name, path, methods) \
     namespace torvo::bridge {                  \

@@ -14,17 +14,14 @@ struct ResourceRow {
     const char* path;   ///< empty when the resource is not about one monitor
     unsigned methods;   ///< the methods that it serves; every other one answers 405
     const char* entry;  ///< the export whose entry this is: its own name, or for an alias the other's
-    bool isPlanned;     ///< not built yet, so no export
 };
 
 inline constexpr auto resourceTable = std::to_array<ResourceRow>({
-#define RESOURCE(ordinal, name, path, methods) {ordinal, #name, path, methods, #name, false},
-#define ALIAS(ordinal, name, other, path, methods) {ordinal, #name, path, methods, #other, false},
-#define PLANNED(ordinal, name, path, methods) {ordinal, #name, path, methods, #name, true},
+#define RESOURCE(ordinal, name, path, methods) {ordinal, #name, path, methods, #name},
+#define ALIAS(ordinal, name, other, path, methods) {ordinal, #name, path, methods, #other},
 #include "exports/ResourceTable.inc"
 #undef RESOURCE
 #undef ALIAS
-#undef PLANNED
 });
 
 }  // namespace torvo::exports

@@ -1,5 +1,5 @@
-// Which target is calibrated. Monitors with modes have an index of a target, older ones an index with a flag for fine
-// contrast.
+// Which target a self-calibration uses. Monitors with modes have an index of a target, older ones an index with a flag
+// for fine contrast.
 #include <libdmc/picture.h>
 #include <libdmc/selfcalibration.h>
 
@@ -39,11 +39,11 @@ class SelfCalibrationIndex final : public MonitorBridgeTemplate {
             checkRequest(isNumber(data), "data must be number.");
             monitor.write(DmCtrlSetSelfTargetIndex, "Set self target index.", toNumber<std::uint32_t>(data));
         } else {
-            checkRequest(isObject(data), "data must be object.");
-            checkRequest(isNumber(data.get("index")), "data must have index.");
-            checkRequest(isNumber(data.get("fineContrast")), "data must have fineContrast.");
-            monitor.write(DmCtrlSetSelfIndex, "Set self index.", toNumber<std::int32_t>(data.get("index")),
-                          toNumber<std::uint32_t>(data.get("fineContrast")));
+            const Value& index = data.get("index");
+            const Value& fineContrast = data.get("fineContrast");
+            checkRequest(isNumber(index) && isNumber(fineContrast), "data must be object.");
+            monitor.write(DmCtrlSetSelfIndex, "Set self index.", toNumber<std::int32_t>(index),
+                          toNumber<std::uint32_t>(fineContrast));
         }
     }
 };
