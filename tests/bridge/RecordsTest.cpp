@@ -4,6 +4,8 @@
 #include <records/picture.h>
 #include <records/selfcalibration.h>
 
+#include <algorithm>
+#include <array>
 #include <filesystem>
 #include <fstream>
 #include <regex>
@@ -107,6 +109,29 @@ TEST(Records, GoRoundWithEveryKindOfMember) {
     Everything replaced{};
     replaceMembers(replaced, value);
     EXPECT_EQ(textOf(toValue(replaced)), json);
+}
+
+TEST(Records, LayOutASelfQCScheduleByItsType) {
+    const struct {
+        const char* schedule;
+        std::array<std::uint8_t, 8> details;
+    } cases[] = {
+        {R"({"timing":1,"type":16,"usageHour":16909060})", {4, 3, 2, 1}},
+        {R"({"day":3,"hour":4,"minute":5,"month":2,"timing":1,"type":17,"year":258})", {2, 1, 2, 3, 4, 5}},
+        {R"({"timing":1,"type":31,"usageHour":16909060})", {4, 3, 2, 1}},
+        {R"({"hour":1,"minute":2,"timing":1,"type":32})", {1, 2}},
+        {R"({"dayOfWeek":16909060,"hour":5,"minute":6,"timing":1,"type":33})", {4, 3, 2, 1, 5, 6}},
+        {R"({"day":1,"hour":2,"minute":3,"timing":1,"type":34})", {1, 2, 3}},
+        {R"({"day":5,"hour":6,"minute":7,"quarter":16909060,"timing":1,"type":35})", {4, 3, 2, 1, 5, 6, 7}},
+        {R"({"day":5,"halfYear":16909060,"hour":6,"minute":7,"timing":1,"type":36})", {4, 3, 2, 1, 5, 6, 7}},
+        {R"({"day":2,"hour":3,"minute":4,"month":1,"timing":1,"type":37})", {1, 2, 3, 4}},
+        {R"({"timing":1,"type":38})", {}},
+    };
+    for (const auto& [json, details] : cases) {
+        const auto schedule = toRecord<DmSelfQCSchedule>(pocketjson::parseOrNull(json));
+        EXPECT_TRUE(std::equal(details.begin(), details.end(), schedule.details)) << json;
+        EXPECT_EQ(textOf(toValue(schedule)), json);
+    }
 }
 
 TEST(Records, KeepOrZeroWhatTheDataLacks) {

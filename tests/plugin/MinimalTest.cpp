@@ -30,13 +30,21 @@ TEST(MinimalWorld, AnswersNotFoundForWhatNeedsANewerFunction) {
             EXPECT_EQ(summary(answer), missing) << row.name;
     }
     EXPECT_GT(served, 30U);
-    for (const char* newer : {"QuickCheck", "LUTA", "PowerLED", "KVMSetting", "SignalInformation", "UDI"})
+    for (const char* newer :
+         {"QuickCheck", "LUTA", "PowerLED", "KVMSetting", "SignalInformation", "UDI", "SelfQCCalibration"})
         EXPECT_EQ(summary(page.get(newer)), missing) << newer;
-    for (const char* older : {"Gamut", "Power", "InputPort", "KeyLock", "AssetTag", "FirmwareVersion", "Layout"})
+    for (const char* older :
+         {"Gamut", "Power", "InputPort", "KeyLock", "AssetTag", "FirmwareVersion", "Layout", "SelfCorrection"})
         EXPECT_EQ(page.get(older).status, 200) << older;
     // A part that is newer, beside one that is not.
     EXPECT_EQ(summary(page.get("USBSelection", R"({"supports":1})")), "200 true");
     EXPECT_EQ(summary(page.get("USBSelection")), missing);
+    EXPECT_EQ(summary(page.get("SelfQCPairing", R"({"supports":1})")), missing);
+    EXPECT_EQ(summary(page.get("SelfQCPairing")), "200 [0,1,2,3,4,5,6,7]");
+    // The older feature is asked first, and found.
+    EXPECT_EQ(summary(page.get("SelfCalibrationClockTime", R"({"supports":1})")), "200 true");
+    page.returns("DmCtrlSupportedSelfCalibration", 0);
+    EXPECT_EQ(summary(page.get("SelfCalibrationClockTime", R"({"supports":1})")), missing);
     // Setters that are newer than their getters.
     EXPECT_EQ(page.put("RangeExtension", "1").status, 404);
     EXPECT_EQ(page.put("Gain", R"({"red":1})").status, 404);
