@@ -25,6 +25,7 @@ const stall = 0x80000008;
 // ---- Companion functions --------------------------------------------------------------------------------------------
 
 const isCleanUp = (name) => /Exit|Release|Unlock/.test(name);
+const isSupport = (name) => name.startsWith('DmCtrlSupported');
 const isReading = (name) =>
     /^DmCtrl(Get|Enum|Supported|Prof|Find|Lock|Unlock)|^FW(?!.*(Transfer|Trigger)Firm)/.test(name);
 
@@ -109,24 +110,33 @@ export class Proof {
 
     async #proveRow(method, row) {
         const tried = this.#candidatesOf(method, row);
-        const answers = await Promise.all(tried.map((request) => this.#ask(request)));
         // One request for each way through the companion libraries is enough.
         const ways = new Map();
-        answers.forEach((answer, at) => {
-            const way = answer.calls.map((call) => call.function).join();
-            if (answer.status === 200 && !ways.has(way)) ways.set(way, { request: tried[at], answer });
-        });
+        const walk = async (...simulations) => {
+            const answers = await Promise.all(tried.map((request) => this.#ask(request, ...simulations)));
+            answers.forEach((answer, at) => {
+                const way = answer.calls.map((call) => call.function).join();
+                if (answer.status === 200 && !ways.has(way)) ways.set(way, { request: tried[at], answer, simulations });
+            });
+            return answers;
+        };
+        const answers = await walk();
+        // Monitors of an older generation go other ways.
+        const names = answers.flatMap(({ calls }) => calls.map((call) => call.function));
+        for (const name of new Set(names.filter(isSupport))) await walk(returns(name, 0));
+
         const title = describe(this.#request(method, row.query, row.body));
         const outcomes = [...new Set(answers.map(outcome))];
         if (!ways.size) return this.#tell(`no request succeeds that is like ${title}: ${outcomes.join(', ')}`);
 
         const reasons = new Set();
         await Promise.all(
-            [...ways.values()].map(async ({ request, answer }) => {
-                if (method === 'GET') this.#reads.push({ row, request, value: answer.value });
+            [...ways.values()].map(async ({ request, answer, simulations }) => {
                 this.#checkAnswer(row, request, answer);
+                await this.#proveFailures(row, request, answer, simulations, reasons);
+                if (simulations.length) return;
+                if (method === 'GET') this.#reads.push({ row, request, value: answer.value });
                 await Promise.all([
-                    this.#proveFailures(row, request, answer, reasons),
                     this.#proveMinimal(row, request, answer),
                     this.#proveProducts(row, request, answer),
                 ]);
@@ -166,13 +176,13 @@ export class Proof {
     }
 
     /** Each of the calls fails once: the request fails then, or what failed does not matter. */
-    async #proveFailures(row, request, { calls }, reasons) {
+    async #proveFailures(row, request, { calls }, simulations, reasons) {
         const prove = async (name, at) => {
             const isChecked = checkedFunctions.has(name);
             const earlier = calls.slice(0, at).filter((call) => call.function === name).length;
             if (earlier && !isChecked) return;
-            const simulations = earlier ? [returns(name, 0, earlier)] : [];
-            const failed = await this.#ask(request, ...simulations, returns(name, isChecked ? stall : 0, 1));
+            const before = [...simulations, ...(earlier ? [returns(name, 0, earlier)] : [])];
+            const failed = await this.#ask(request, ...before, returns(name, isChecked ? stall : 0, 1));
             if (failed.error) reasons.add(failed.error.reason ?? '');
             this.#checkFailed(row, request, failed, `when ${name} fails`);
             if (!isChecked) return;
@@ -181,14 +191,15 @@ export class Proof {
             // What is done while events are sent cannot fail the request.
             const mustFail = row.reasons && !row.events;
             if (mustFail && !failed.error) this.#tell(`${describe(request)} succeeds although ${name} fails`);
-            const empty = await this.#ask(request, { ...returns(name, 0), outputs: [] });
+            const empty = await this.#ask(request, ...simulations, { ...returns(name, 0), outputs: [] });
+            if (empty.error) reasons.add(empty.error.reason ?? '');
             this.#checkFailed(row, request, empty, `when ${name} tells nothing`);
         };
         await Promise.all(calls.map((call, at) => prove(call.function, at)));
     }
 
     #checkFailed(row, request, answer, circumstance) {
-        const problem = this.#problemOf(request, answer, { row, refusals: [] });
+        const problem = this.#problemOf(request, answer, { row, refusals: this.#decide(request).refusals });
         if (problem) this.#tell(`${problem} ${circumstance}`);
     }
 
@@ -216,11 +227,12 @@ export class Proof {
     }
 
     /** What a GET answers can be put back; so can another value, and then reads the same. */
-    async #provePutBack({ request: get, value }) {
+    async #provePutBack({ row, request: get, value }) {
         if (!this.methods.PUT) return;
         const put = (body) => this.#request('PUT', get.query, body);
         const problem = await this.#problemOfDeciding(put(value));
         if (problem) this.#tell(problem);
+        if (this.resource.putBack) return;
         const selectors = this.methods.PUT.flatMap(({ query }) => Object.keys(query ?? {}));
         if (Object.keys(get.query).some((name) => !selectors.includes(name))) return;
         const { row: putRow } = this.#decide(put(value));
@@ -240,13 +252,15 @@ export class Proof {
             (place) =>
                 !isContainer(valueAt(value, place)) && covers(putRow.body, place) && !selectors.includes(place.at(-1)),
         );
-        await Promise.all(places.map((place) => this.#proveChange(get, put, value, place)));
+        await Promise.all(places.map((place) => this.#proveChange(row, get, put, value, place)));
     }
 
-    async #proveChange(get, put, value, place) {
+    async #proveChange(row, get, put, value, place) {
         const numbers = this.#reads.flatMap((read) => placesIn(read.value).map((place) => valueAt(read.value, place)));
-        for (const other of othersThan(valueAt(value, place), numbers)) {
-            const changed = replaceAt(value, place, other);
+        const others = othersThan(valueAt(value, place), numbers).map((other) => replaceAt(value, place, other));
+        const changes = others.filter((changed) => fits(row.answer, changed));
+        if (!changes.length) return; // some members depend on another one
+        for (const changed of changes) {
             const [taken, first, , second] = await this.world.full.run([put(changed), get, put(value), get]);
             if (taken.status !== 200) continue;
             if (!isDeepStrictEqual(first.value, changed))
