@@ -127,6 +127,7 @@ export class Proof {
                 this.#checkAnswer(row, request, answer);
                 await Promise.all([
                     this.#proveFailures(row, request, answer, reasons),
+                    this.#proveOtherSteps(row, request, answer, reasons),
                     this.#proveMinimal(row, request, answer),
                     this.#proveProducts(row, request, answer),
                 ]);
@@ -187,6 +188,17 @@ export class Proof {
         await Promise.all(calls.map((call, at) => prove(call.function, at)));
     }
 
+    /** The same on other monitors, where they take other steps. */
+    async #proveOtherSteps(row, request, { calls }, reasons) {
+        if (this.resource.of !== 'monitor') return;
+        const steps = (list) => list.map((call) => call.function).join();
+        for (const parameters of this.world.monitors.slice(1)) {
+            const answer = await this.#ask({ ...request, parameters });
+            if (answer.status === 200 && steps(answer.calls) !== steps(calls))
+                await this.#proveFailures(row, { ...request, parameters }, answer, reasons);
+        }
+    }
+
     #checkFailed(row, request, answer, circumstance) {
         const problem = this.#problemOf(request, answer, { row, refusals: [] });
         if (problem) this.#tell(`${problem} ${circumstance}`);
@@ -204,12 +216,13 @@ export class Proof {
     }
 
     /** Simulated products lack what the row says, and nothing else. */
-    async #proveProducts({ unsupportedBy = [] }, request, { calls }) {
+    async #proveProducts({ unsupportedBy = [], query = {}, answer: { type } }, request, { calls }) {
         if (this.resource.of !== 'monitor' || this.#isAboutPackage(request) || !calls.length) return;
+        const isFlag = ({ schema, optional }) => !schema && !optional;
+        const asksForSupport = 'supports' in query || (type === 'boolean' && Object.values(query).some(isFlag));
         for (const parameters of this.world.monitors) {
             const answer = await this.#ask({ ...request, parameters });
-            const isSupported =
-                'supports' in request.query ? answer.value !== false : answer.error?.message !== 'Unsupported.';
+            const isSupported = asksForSupport ? answer.value !== false : answer.error?.message !== 'Unsupported.';
             if (isSupported === unsupportedBy.includes(parameters.product))
                 this.#tell(`${describe(request)} answers ${outcome(answer)} for ${parameters.product}`);
         }
@@ -221,6 +234,7 @@ export class Proof {
         const put = (body) => this.#request('PUT', get.query, body);
         const problem = await this.#problemOfDeciding(put(value));
         if (problem) this.#tell(problem);
+        if (this.resource.putBack) return;
         const selectors = this.methods.PUT.flatMap(({ query }) => Object.keys(query ?? {}));
         if (Object.keys(get.query).some((name) => !selectors.includes(name))) return;
         const { row: putRow } = this.#decide(put(value));
@@ -240,16 +254,19 @@ export class Proof {
             (place) =>
                 !isContainer(valueAt(value, place)) && covers(putRow.body, place) && !selectors.includes(place.at(-1)),
         );
-        await Promise.all(places.map((place) => this.#proveChange(get, put, value, place)));
+        const others = placesIn(value).filter((place) => place.length && !covers(putRow.body, place));
+        await Promise.all(places.map((place) => this.#proveChange(get, put, value, place, others)));
     }
 
-    async #proveChange(get, put, value, place) {
+    /** Whether another value can be put at a place, and back. What a PUT does not take may change with it. */
+    async #proveChange(get, put, value, place, others) {
         const numbers = this.#reads.flatMap((read) => placesIn(read.value).map((place) => valueAt(read.value, place)));
         for (const other of othersThan(valueAt(value, place), numbers)) {
             const changed = replaceAt(value, place, other);
             const [taken, first, , second] = await this.world.full.run([put(changed), get, put(value), get]);
             if (taken.status !== 200) continue;
-            if (!isDeepStrictEqual(first.value, changed))
+            const expected = others.reduce((all, at) => replaceAt(all, at, valueAt(first.value, at)), changed);
+            if (!isDeepStrictEqual(first.value, expected))
                 this.#tell(`${describe(get)} answers ${outcome(first)} after ${describe(put(changed))}`);
             if (!isDeepStrictEqual(second.value, value))
                 this.#tell(`${describe(get)} answers ${outcome(second)} after ${describe(put(value))}`);
