@@ -273,22 +273,6 @@ TEST(Texts, HaveNothingBeyondWhatTheSecondCallWrote) {
         }
 }
 
-TEST(Texts, HaveASupportFunctionThatMayFail) {
-    for (const std::string resource : {"AssetTag", "UDI"}) {
-        Page page;
-        const std::string reason = resource == "UDI" ? "Support UDI." : "Support asset tag.";
-        const std::pair<std::uint32_t, std::string> cases[] = {{0, "200 false"},
-                                                               {1, "200 true"},
-                                                               {2, "200 true"},
-                                                               {0x80000006, "200 true"},
-                                                               {0x80000008, "500 DmError Stall. (" + reason + ")"}};
-        for (const auto& [result, outcome] : cases) {
-            page.returns(("DmCtrlSupported" + resource).c_str(), result);
-            EXPECT_EQ(summary(page.get(resource, R"({"supports":1})")), outcome);
-        }
-    }
-}
-
 TEST(Counts, ShowSupportWhereNoFunctionDoes) {
     const std::pair<const char*, const char*> cases[] = {
         {"USBCAltModePort", "DmCtrlGetUSBCAltModePortCount"},

@@ -137,6 +137,7 @@ export class Proof {
                 if (simulations.length) return;
                 if (method === 'GET') this.#reads.push({ row, request, value: answer.value });
                 await Promise.all([
+                    this.#proveOtherSteps(row, request, answer, reasons),
                     this.#proveMinimal(row, request, answer),
                     this.#proveProducts(row, request, answer),
                 ]);
@@ -198,6 +199,17 @@ export class Proof {
         await Promise.all(calls.map((call, at) => prove(call.function, at)));
     }
 
+    /** The same on other monitors, where they take other steps. */
+    async #proveOtherSteps(row, request, { calls }, reasons) {
+        if (this.resource.of !== 'monitor') return;
+        const steps = (list) => list.map((call) => call.function).join();
+        for (const parameters of this.world.monitors.slice(1)) {
+            const answer = await this.#ask({ ...request, parameters });
+            if (answer.status === 200 && steps(answer.calls) !== steps(calls))
+                await this.#proveFailures(row, { ...request, parameters }, answer, [], reasons);
+        }
+    }
+
     #checkFailed(row, request, answer, circumstance) {
         const problem = this.#problemOf(request, answer, { row, refusals: this.#decide(request).refusals });
         if (problem) this.#tell(`${problem} ${circumstance}`);
@@ -215,12 +227,13 @@ export class Proof {
     }
 
     /** Simulated products lack what the row says, and nothing else. */
-    async #proveProducts({ unsupportedBy = [] }, request, { calls }) {
+    async #proveProducts({ unsupportedBy = [], query = {}, answer: { type } }, request, { calls }) {
         if (this.resource.of !== 'monitor' || this.#isAboutPackage(request) || !calls.length) return;
+        const isFlag = ({ schema, optional }) => !schema && !optional;
+        const asksForSupport = 'supports' in query || (type === 'boolean' && Object.values(query).some(isFlag));
         for (const parameters of this.world.monitors) {
             const answer = await this.#ask({ ...request, parameters });
-            const isSupported =
-                'supports' in request.query ? answer.value !== false : answer.error?.message !== 'Unsupported.';
+            const isSupported = asksForSupport ? answer.value !== false : answer.error?.message !== 'Unsupported.';
             if (isSupported === unsupportedBy.includes(parameters.product))
                 this.#tell(`${describe(request)} answers ${outcome(answer)} for ${parameters.product}`);
         }
@@ -252,10 +265,12 @@ export class Proof {
             (place) =>
                 !isContainer(valueAt(value, place)) && covers(putRow.body, place) && !selectors.includes(place.at(-1)),
         );
-        await Promise.all(places.map((place) => this.#proveChange(row, get, put, value, place)));
+        const untaken = placesIn(value).filter((place) => place.length && !covers(putRow.body, place));
+        await Promise.all(places.map((place) => this.#proveChange(row, get, put, value, place, untaken)));
     }
 
-    async #proveChange(row, get, put, value, place) {
+    /** Whether another value can be put at a place, and back. What a PUT does not take may change with it. */
+    async #proveChange(row, get, put, value, place, untaken) {
         const numbers = this.#reads.flatMap((read) => placesIn(read.value).map((place) => valueAt(read.value, place)));
         const others = othersThan(valueAt(value, place), numbers).map((other) => replaceAt(value, place, other));
         const changes = others.filter((changed) => fits(row.answer, changed));
@@ -263,7 +278,8 @@ export class Proof {
         for (const changed of changes) {
             const [taken, first, , second] = await this.world.full.run([put(changed), get, put(value), get]);
             if (taken.status !== 200) continue;
-            if (!isDeepStrictEqual(first.value, changed))
+            const expected = untaken.reduce((all, at) => replaceAt(all, at, valueAt(first.value, at)), changed);
+            if (!isDeepStrictEqual(first.value, expected))
                 this.#tell(`${describe(get)} answers ${outcome(first)} after ${describe(put(changed))}`);
             if (!isDeepStrictEqual(second.value, value))
                 this.#tell(`${describe(get)} answers ${outcome(second)} after ${describe(put(value))}`);
