@@ -51,7 +51,7 @@ TEST(Power, TakesEveryValueButNull) {
 }
 
 TEST(Power, OfAMonitorThatSleepsIsAllThatAnswers) {
-    OtherMonitorPage page({{"settings", {{"power", {{"whenOff", "timesOut"}}}}}});
+    OtherMonitorPage page(Json{{"settings", {{"power", {{"whenOff", "timesOut"}}}}}});
     EXPECT_EQ(page.get("Brightness").status, 200);
     EXPECT_EQ(summary(page.put("Power", "false")), "200 null");
     EXPECT_EQ(summary(page.get("Power")), "200 false");
@@ -119,7 +119,7 @@ TEST(SignalInformation, SelectsEachPortFirstOnProductsThatMeasureOnlyOne) {
                  {"TQ271-P", 0, true, false},  {"TQ272-P", 1, false, false}, {"TQ2711-P", 1, false, false},
                  {"XTQ271-P", 1, false, false}};
     for (const auto& [product, supported, asks, selects] : cases) {
-        OtherMonitorPage page({{"product", product}, {"settings", {{"inputPort", {{"value", {3, 2}}}}}}});
+        OtherMonitorPage page(Json{{"product", product}, {"settings", {{"inputPort", {{"value", {3, 2}}}}}}});
         page.returns("DmCtrlSupportedTargetSelection", supported);
         std::vector<std::string> functions = before;
         if (asks) functions.push_back("DmCtrlSupportedTargetSelection");
