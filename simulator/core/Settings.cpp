@@ -48,61 +48,65 @@ Answer answer(std::initializer_list<Input> outputs) {
     return Answer(std::move(list));
 }
 
-Json* Key::find(Json& value) const {
+const Json* Key::find(const Json& value) const {
     if (!isNumber_ && !name_) return &value;
     if (value.is_array()) return isNumber_ && number_ < value.size() ? &value[number_] : nullptr;
     const auto found = value.find(isNumber_ ? std::to_string(number_) : name_);
     return found == value.end() ? nullptr : &*found;
 }
 
-Settings::Settings(Json settings) : json_(std::make_unique<Json>(std::move(settings))) {}
-Settings::Settings(const Settings& other) : Settings(*other.json_) {}
-Settings& Settings::operator=(const Settings& other) {
-    *json_ = *other.json_;
-    return *this;
+Json* Key::find(Json& value) const {
+    return const_cast<Json*>(find(std::as_const(value)));
 }
-Settings::Settings(Settings&&) noexcept = default;
-Settings& Settings::operator=(Settings&&) noexcept = default;
-Settings::~Settings() = default;
+
+Settings::Settings(const Json& settings) {
+    for (const auto& [name, setting] : settings.items()) settings_[name] = std::make_shared<Json>(setting);
+}
+
+const Json& Settings::at(const char* setting) const {
+    return *settings_.at(setting);
+}
 
 Json& Settings::at(const char* setting) {
-    return json_->at(setting);
+    auto& shared = settings_.at(setting);
+    if (shared.use_count() > 1) shared = std::make_shared<Json>(*shared);
+    return *shared;
 }
 
 const Json* Settings::find(const char* setting) const {
-    const auto found = json_->find(setting);
-    return found == json_->end() ? nullptr : &*found;
+    const auto found = settings_.find(setting);
+    return found == settings_.end() ? nullptr : found->second.get();
 }
 
 std::string Settings::featureOf(const std::string& setting) const {
-    const auto found = json_->find(setting);
-    return found == json_->end() ? setting : found->value("feature", setting);
+    const auto found = settings_.find(setting);
+    return found == settings_.end() ? setting : found->second->value("feature", setting);
 }
 
-Answer Settings::read(const char* setting, Key key) {
-    const auto kept = key.find(at(setting)["value"]);
+Answer Settings::read(const char* setting, Key key) const {
+    const auto kept = key.find(at(setting).at("value"));
     return kept ? Answer(Json::array({*kept})) : Answer(result::invalidArgument);
 }
 
 Answer Settings::write(const char* setting, const Input& input, Key key) {
-    auto& all = at(setting);
+    const auto& all = at(setting);
     const auto value = input.json();
-    const auto kept = key.find(all["value"]);
+    const auto kept = key.find(all.at("value"));
     if (!kept || value.is_null()) return result::invalidArgument;
     if (all.contains("of") && !offersAll(all.at("of"), value)) return result::invalidArgument;
     if (all.contains("size") && value.get_ref<const std::string&>().size() >= all.at("size"))
         return result::invalidBufferSize;
     if (value.is_array() && !fits(all, value.size(), kept->size())) return result::invalidDataSize;
     if (all.contains("min") && !within(all.at("min"), all.at("max"), value)) return result::outOfRange;
-    *kept = value;
+    *key.find(at(setting).at("value")) = value;
     return result::success;
 }
 
-std::uint32_t Settings::number(const char* setting) {
+std::uint32_t Settings::number(const char* setting) const {
     return at(setting).at("value").get<std::uint32_t>();
 }
 
-Answer Settings::readPercentage(const char* setting) {
+Answer Settings::readPercentage(const char* setting) const {
     const auto& kept = at(setting);
     const auto minimum = kept.at("min").get<double>();
     const auto range = kept.at("max").get<double>() - minimum;
@@ -118,28 +122,28 @@ Answer Settings::writePercentage(const char* setting, double percentage) {
     return result::success;
 }
 
-Answer Settings::members(const char* setting, std::initializer_list<const char*> names) {
+Answer Settings::members(const char* setting, std::initializer_list<const char*> names) const {
     auto list = Json::array();
     for (const auto name : names) list.push_back(at(setting).at(name));
     return Answer(std::move(list));
 }
 
-Answer Settings::count(const char* setting, const char* member) {
+Answer Settings::count(const char* setting, const char* member) const {
     return answer({at(setting).at(member).size()});
 }
 
-bool Settings::offers(const char* setting, const Input& value) {
+bool Settings::offers(const char* setting, const Input& value) const {
     return contains(at(setting).at("of"), value.json());
 }
 
-bool Settings::lists(const char* setting, Key key, const Input& value) {
-    const auto list = key.find(at(setting)["value"]);
+bool Settings::lists(const char* setting, Key key, const Input& value) const {
+    const auto list = key.find(at(setting).at("value"));
     return list && contains(*list, value.json());
 }
 
-bool Settings::copyFrom(Settings& other, const char* setting, Key key) {
-    const auto source = key.find(other.at(setting)["value"]);
-    const auto target = key.find(at(setting)["value"]);
+bool Settings::copyFrom(const Settings& other, const char* setting, Key key) {
+    const auto source = key.find(other.at(setting).at("value"));
+    const auto target = key.find(at(setting).at("value"));
     if (source && target) *target = *source;
     return source && target;
 }

@@ -77,7 +77,7 @@ Script readThrow(const Json& instruction) {
 
 }  // namespace
 
-State::State() : scenario(std::make_shared<const Json>(World::builtInScenario())), world(World::builtInScenario()) {}
+State::State() : initial(World::builtInScenario()), world(initial) {}
 
 State& State::instance() {
     // Never destroyed: the plug-in may let go of its libraries after our own static objects are gone.
@@ -89,8 +89,8 @@ void loadScenario(const Json& scenario) {
     World world(scenario);
     auto& state = State::instance();
     const std::lock_guard lock(state.mutex);
-    state.scenario = std::make_shared<const Json>(scenario);
-    state.world = std::move(world);
+    state.initial = std::move(world);
+    state.world = state.initial;
     state.scripts.clear();
 }
 
@@ -118,7 +118,7 @@ void simulate(const Json& instruction) {
     } else if (what == "reset") {
         requireMembers(instruction, {});
         state.scripts.clear();
-        state.world = World(*state.scenario);
+        state.world = state.initial;
     } else {
         require(false, "\"simulate\" must be \"return\", \"throw\", \"plug\", \"unplug\", \"advance\" or \"reset\"");
     }

@@ -15,7 +15,7 @@ struct State {
     State();
 
     std::mutex mutex;  ///< guards everything else
-    std::shared_ptr<const Json> scenario;
+    World initial;     ///< the world as the scenario has it
     World world;
     Scripts scripts;
     Handles handles;
