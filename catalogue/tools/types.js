@@ -100,7 +100,7 @@ export function toText({ node }, { rename = (name) => name, withComments = false
     const member = (other) => {
         const comment = withComments && commentBehind(other);
         const type = other.type ? text(other.type) : 'Flag';
-        return `${comment ? `/** ${comment} */ ` : ''}${other.name.getText()}${other.questionToken ? '?' : ''}: ${type}`;
+        return `${comment ? `\n/** ${comment} */ ` : ''}${other.name.getText()}${other.questionToken ? '?' : ''}: ${type}`;
     };
     return text(node);
 }

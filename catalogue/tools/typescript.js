@@ -55,7 +55,7 @@ function rowType({ query, body, answer }, resource) {
     const members = query.map(
         ({ name, isOptional, type }) => `${name}${isOptional ? '?' : ''}: ${type ? text(type) : 'Flag'}`,
     );
-    const comment = answer?.comment ? `/** ${answer.comment} */ ` : '';
+    const comment = answer?.comment ? `\n/** ${answer.comment} */ ` : '';
     const parts = [`query: {${members.join('; ')}}`, `${comment}answer: ${answer ? text(answer) : 'null'}`];
     if (body) parts.splice(1, 0, `body: ${text(body)}`);
     return `{${parts.join('; ')}}`;
