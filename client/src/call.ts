@@ -1,0 +1,138 @@
+import { PellError } from './errors.js';
+import type { Transport, TransportAnswer, TransportRequest } from './transport.js';
+
+export interface CallOptions {
+    /** Takes the call back as long as it has not been sent; later it does nothing, as the monitor cannot stop either. */
+    signal?: AbortSignal;
+}
+
+export interface PutOptions extends CallOptions {
+    /**
+     * Whether a later PUT of the same resource, monitor and query may take the place of this one while it waits. That is
+     * so for numbers, texts and booleans, as they set the whole resource. Objects and lists may each set another part: for
+     * them it must be said.
+     */
+    latest?: boolean;
+}
+
+interface Write {
+    transport: Transport;
+    /** the resource and whose it is */
+    target: string;
+    /** The query, of one that may be superseded. */
+    replaceable?: string;
+    send(): void;
+    supersede(): void;
+}
+
+/** What has been sent or waits, oldest first. Writes of one resource go out one after another, in their order. */
+const writes: Write[] = [];
+
+/** The value of the answer; that of a PUT is whether it was sent, or "superseded" by a later one. */
+export function call(transport: Transport, request: TransportRequest, options: PutOptions = {}): Promise<unknown> {
+    const { signal } = options;
+    const isPut = request.method === 'PUT';
+    return new Promise((resolve, reject) => {
+        if (signal && signal.aborted) return reject(abortReason(signal));
+        if (request.method === 'GET') return resolve(exchange(transport, request));
+
+        const leave = () => {
+            if (signal) signal.removeEventListener('abort', abort);
+        };
+        const abort = () => {
+            leave();
+            remove(write);
+            reject(abortReason(signal as AbortSignal));
+        };
+        const write: Write = {
+            transport,
+            target: JSON.stringify([request.resource, request.parameters]),
+            send() {
+                leave();
+                const done = exchange(transport, request);
+                resolve(isPut ? done.then(() => 'done') : done);
+                const next = () => {
+                    remove(write);
+                    const [waiting] = sameTarget(write);
+                    if (waiting) waiting.send();
+                };
+                done.then(next, next);
+            },
+            supersede() {
+                leave();
+                remove(write);
+                resolve('superseded');
+            },
+        };
+        const isLatest = options.latest === undefined ? typeof request.body !== 'object' : options.latest;
+        if (isPut && isLatest) write.replaceable = JSON.stringify(request.query);
+
+        const earlier = sameTarget(write);
+        const last = earlier[earlier.length - 1];
+        writes.push(write);
+        if (!last) return write.send();
+        if (signal) signal.addEventListener('abort', abort);
+        // The first of them is under way.
+        if (earlier.length > 1 && last.replaceable && last.replaceable === write.replaceable) last.supersede();
+    });
+}
+
+function sameTarget({ transport, target }: Write): Write[] {
+    return writes.filter((other) => other.transport === transport && other.target === target);
+}
+
+function remove(write: Write): void {
+    writes.splice(writes.indexOf(write), 1);
+}
+
+function abortReason({ reason }: AbortSignal): unknown {
+    if (reason) return reason;
+    const error = new Error('The call was aborted.');
+    error.name = 'AbortError';
+    return error;
+}
+
+function exchange(transport: Transport, request: TransportRequest): Promise<unknown> {
+    return new Promise<TransportAnswer>((resolve) => resolve(transport(request))).then(valueOf, (cause) => {
+        throw transportError(0, 'The plug-in cannot be reached: ' + ((cause && cause.message) || cause), cause);
+    });
+}
+
+function valueOf(answer: TransportAnswer): unknown {
+    let envelope;
+    try {
+        envelope = JSON.parse(answer.text);
+    } catch (cause) {
+        // It is reported below.
+    }
+    const error = envelope && envelope.error;
+    if (envelope && error === null && 'value' in envelope) return envelope.value;
+    const status = (answer && answer.status) || 0;
+    if (error && error.name) throw new PellError(status, error);
+    throw transportError(status, 'The answer is not one of the plug-in: ' + (answer && answer.text));
+}
+
+function transportError(status: number, message: string, cause?: unknown): PellError {
+    return new PellError(status, { name: 'TransportError', message: message.slice(0, 200) }, cause);
+}
+
+/** Calls the listener with the value of each event, until the function that is returned is called. */
+export function listen(transport: Transport, event: string, listener: (value: any) => void): () => void {
+    if (!transport.on) throw new Error('The transport has no events.');
+    let isActive = true;
+    const stop = transport.on(event, (text) => {
+        if (!isActive) return;
+        try {
+            listener(JSON.parse(text));
+        } catch (error) {
+            // The page's console shows it; the transport goes on with the other listeners.
+            setTimeout(() => {
+                throw error;
+            });
+        }
+    });
+    return () => {
+        if (isActive) stop();
+        isActive = false;
+    };
+}

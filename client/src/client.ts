@@ -1,0 +1,187 @@
+import { call, listen, type CallOptions, type PutOptions } from './call.js';
+import type { ApplicationMethods, EventMethods, FileMethods, MonitorMethods } from './methods.js';
+import type { Events, FileSystemDfwFile, MonitorAddress } from './resources.js';
+import type { Transport, TransportRequest } from './transport.js';
+
+export type Step = Events['transferFirmwareData'];
+
+/** What monitors, files and the application have in common; methods.d.ts tells which resources each of them has. */
+class Addressed {
+    constructor(
+        readonly transport: Transport,
+        readonly parameters: TransportRequest['parameters'],
+    ) {}
+
+    get(resource: string, query?: object, options?: CallOptions): Promise<any> {
+        return this.send('GET', resource, undefined, query, options);
+    }
+
+    tryGet(resource: string, query?: object, options?: CallOptions): Promise<any> {
+        return this.get(resource, query, options).then(undefined, (error) => {
+            if (!error.isUnsupported && !error.isOutdatedLibrary) throw error;
+        });
+    }
+
+    put(resource: string, body?: unknown, query?: object, options?: PutOptions): Promise<any> {
+        return this.send('PUT', resource, body, query, options);
+    }
+
+    post(resource: string, body?: unknown, query?: object, options?: CallOptions): Promise<any> {
+        return this.send('POST', resource, body, query, options);
+    }
+
+    delete(resource: string, query?: object, options?: CallOptions): Promise<any> {
+        return this.send('DELETE', resource, undefined, query, options);
+    }
+
+    on(event: string, listener: (value: any) => void): () => void {
+        return listen(this.transport, event, listener);
+    }
+
+    private send(
+        method: TransportRequest['method'],
+        resource: string,
+        body: unknown,
+        query: object = {},
+        options?: PutOptions,
+    ): Promise<any> {
+        return call(this.transport, { resource, method, parameters: this.parameters, query, body }, options);
+    }
+}
+
+// Hides the methods that take any name behind those of the interfaces.
+const Base = Addressed as new (transport: Transport, parameters: TransportRequest['parameters']) => {};
+
+export interface Pell extends ApplicationMethods, EventMethods {}
+export interface DfwFile extends FileMethods {}
+export interface Monitor extends MonitorMethods {}
+
+/** The plug-in, behind a transport. */
+export class Pell extends Base {
+    constructor(readonly transport: Transport) {
+        super(transport, {});
+    }
+
+    /** The connected monitors; with `{update: true}` after the library has looked for them afresh. */
+    monitors(query?: { update?: true }, options?: CallOptions): Promise<Monitor[]> {
+        return this.get('Monitors', query, options).then((addresses: MonitorAddress[]) =>
+            addresses.map(({ product, serial }) => new Monitor(this.transport, product, serial)),
+        );
+    }
+
+    /** Opens a firmware package, which is to be closed again. */
+    open(path: string, options?: CallOptions): Promise<DfwFile> {
+        const request = {
+            resource: 'FileSystemDfwFile',
+            method: 'POST' as const,
+            parameters: {},
+            query: {},
+            body: { path },
+        };
+        return call(this.transport, request, options).then(
+            (value) => new DfwFile(this.transport, (value as { id: string }).id),
+        );
+    }
+}
+
+/** A firmware package that is open. */
+export class DfwFile extends Base {
+    constructor(
+        readonly transport: Transport,
+        readonly id: string,
+    ) {
+        super(transport, { id });
+    }
+
+    /** Which product the package is for, and its version. */
+    describe(options?: CallOptions): Promise<FileSystemDfwFile.Target> {
+        return this.get('FileSystemDfwFile', {}, options);
+    }
+
+    close(options?: CallOptions): Promise<null> {
+        return this.delete('FileSystemDfwFile', {}, options);
+    }
+}
+
+/** A monitor, whether it is connected or not. Several objects may stand for the same one. */
+export class Monitor extends Base {
+    constructor(
+        readonly transport: Transport,
+        readonly product: string,
+        readonly serial: string,
+    ) {
+        super(transport, { product, serial });
+    }
+
+    /** Begins to send a firmware package to the monitor. Once begun, nothing stops it. */
+    transfer(file: { id: string }, options?: CallOptions): Transfer {
+        return new Transfer(this, file.id, options);
+    }
+}
+
+/** A firmware transfer. */
+export class Transfer {
+    /** Settles when the transfer is over. */
+    readonly done: Promise<void>;
+    private newest?: Step;
+    private steps = 0;
+    private isOver = false;
+    private changed!: Promise<void>;
+    private wake!: () => void;
+
+    constructor(monitor: Monitor, id: string, options?: CallOptions) {
+        const { transport, product, serial } = monitor;
+        const receive = (step: Step) => {
+            if (step.product !== product || step.serial !== serial) return;
+            this.newest = step;
+            ++this.steps;
+            this.change();
+        };
+        this.change();
+        const stop = transport.on && listen(transport, 'transferFirmwareData', receive);
+        const end = () => {
+            if (stop) stop();
+            this.isOver = true;
+            this.change();
+        };
+        this.done = monitor.post('FirmwareUpdateTransfer', { dfwFile: id }, {}, options).then(end, (error) => {
+            end();
+            throw error;
+        });
+    }
+
+    /**
+     * The steps of the transfer. A loop that is slower than the monitor gets the newest step, not all. It ends with the
+     * transfer, and throws if that fails. Whoever leaves it early learns the end from `done`.
+     */
+    progress(): AsyncIterableIterator<Step> {
+        let seen = 0;
+        let isLeft = false;
+        const end: IteratorResult<Step, undefined> = { done: true, value: undefined };
+        const next = (): Promise<IteratorResult<Step>> => {
+            if (isLeft) return Promise.resolve(end);
+            if (seen < this.steps) {
+                seen = this.steps;
+                return Promise.resolve({ done: false, value: this.newest as Step });
+            }
+            if (!this.isOver) return this.changed.then(next);
+            isLeft = true;
+            return this.done.then(() => end);
+        };
+        const leave = () => {
+            isLeft = true;
+            return Promise.resolve(end);
+        };
+        const iterator = { next, return: leave } as AsyncIterableIterator<Step>;
+        // Old browsers have no symbols.
+        if (typeof Symbol === 'function' && Symbol.asyncIterator) iterator[Symbol.asyncIterator] = () => iterator;
+        // The loop gets the failure; that nobody awaits `done` as well is no unhandled rejection.
+        this.done.then(undefined, () => {});
+        return iterator;
+    }
+
+    private change(): void {
+        if (this.wake) this.wake();
+        this.changed = new Promise((resolve) => (this.wake = resolve));
+    }
+}

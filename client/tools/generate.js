@@ -1,0 +1,137 @@
+// Makes the parts of the client that follow from the catalogue: methods.d.ts, in which every method tells in an editor what the
+// catalogue says about the resource that it is called with, and paths.js.
+import fs from 'node:fs';
+import ts from 'typescript';
+import { readTable } from '../../catalogue/tools/source.js';
+
+const directory = 'build/client-made';
+fs.mkdirSync(directory, { recursive: true });
+const source = ts.createSourceFile(
+    'resources.d.ts',
+    fs.readFileSync('build/catalogue/resources.d.ts', 'utf8'),
+    ts.ScriptTarget.Latest,
+    true,
+);
+
+const documentation = (node) => ts.getJSDocCommentsAndTags(node).map(({ comment }) => comment)[0] ?? '';
+const membersOf = (node) => Object.fromEntries(node.members.map((member) => [member.name.getText(), member]));
+const interfaceNamed = (name) =>
+    source.statements.find((one) => ts.isInterfaceDeclaration(one) && one.name.text === name);
+
+const resources = interfaceNamed('Resources').members.map((resource) => {
+    const { of, get, put, post, delete: remove } = membersOf(resource.type);
+    const methods = Object.entries({ get, put, post, delete: remove })
+        .filter(([, member]) => member)
+        .map(([method, member]) => [method, member.type.elements.map((row) => membersOf(row))]);
+    return {
+        name: resource.name.getText(),
+        about: documentation(resource),
+        of: of.type.literal.text,
+        methods: Object.fromEntries(methods),
+    };
+});
+
+/** The rows of a method as a table, which editors show. */
+function comment(about, rows) {
+    const cell = (type) => (type && type.getText() !== 'null' ? `\`${type.getText().replace(/\|/g, '\\|')}\`` : '');
+    const query = ({ type }) =>
+        type.members.map((one) => `\`${one.getText().replace(/[;,]$/, '').replace(': Flag', '')}\``).join(', ');
+    const lines = rows.map((row) => {
+        const answer = [cell(row.answer.type), documentation(row.answer)].filter(Boolean).join(': ');
+        return [query(row.query), cell(row.body?.type), answer];
+    });
+    const heads = ['query', 'body', 'answer'];
+    const used = heads.map((_, at) => at).filter((at) => lines.some((cells) => cells[at]));
+    const table = used.length
+        ? [
+              '',
+              ...[heads, heads.map(() => '---'), ...lines].map(
+                  (cells) => `| ${used.map((at) => cells[at]).join(' | ')} |`,
+              ),
+          ]
+        : [];
+    return ['/**', ...[about, ...table].map((line) => ` * ${line}`.trimEnd()), ' */']
+        .map((line) => `    ${line}\n`)
+        .join('');
+}
+
+const hasOnlyOptionals = ({ query }) => query.type.members.every(({ questionToken }) => questionToken);
+
+/** The overloads of a method: one for each resource, and one for a name that is known no better than as one of several. */
+function overloads(kind, of) {
+    const method = kind === 'tryGet' ? 'get' : kind;
+    const hasBody = method === 'put' || method === 'post';
+    const options = method === 'put' ? 'PutOptions' : 'CallOptions';
+    const signature = (names, R, needs) => {
+        const answer = `AnswerOf<${R}, '${method}', Q>`;
+        const result = { tryGet: `${answer} | undefined`, put: "'done' | 'superseded'" }[kind] ?? answer;
+        const parameters = [
+            `resource: ${R}`,
+            hasBody && `body${needs.body ? '' : '?'}: BodyOf<${R}, '${method}', Q>`,
+            `query${needs.query ? '' : '?'}: Only<${R}, '${method}', Q>`,
+            `options?: ${options}`,
+        ];
+        const constraint = `${needs.query ? 'RequiredQuery' : 'Query'}<${R}, '${method}'>`;
+        const variables = `${R === 'R' ? `R extends ${names}, ` : ''}const Q extends ${constraint}${needs.query ? '' : ' = {}'}`;
+        return `    ${kind}<${variables}>(${parameters.filter(Boolean).join(', ')}): Promise<${result}>;\n`;
+    };
+
+    const serving = resources.filter((resource) => resource.of === of && resource.methods[method]);
+    const simple = serving.filter(({ methods }) => methods[method].some(hasOnlyOptionals));
+    return [
+        ...serving.map(({ name, about, methods }) => {
+            const rows = methods[method];
+            const needs = { query: !rows.some(hasOnlyOptionals), body: rows.every(({ body }) => body) };
+            return comment(about, rows) + signature(`'${name}'`, `'${name}'`, needs);
+        }),
+        simple.length ? signature(simple.map(({ name }) => `'${name}'`).join(' | '), 'R', { body: true }) : '',
+    ].join('');
+}
+
+const kinds = ['get', 'tryGet', 'put', 'post', 'delete'];
+const methods = { MonitorMethods: 'monitor', FileMethods: 'file', ApplicationMethods: 'application' };
+const events = interfaceNamed('Events').members;
+const eventMethods = events.map((event) => {
+    const name = event.name.getText();
+    return `    /** ${documentation(event)} The function that is returned removes the listener. */\n    on(event: '${name}', listener: (value: Events['${name}']) => void): () => void;\n`;
+});
+fs.writeFileSync(
+    `${directory}/methods.d.ts`,
+    [
+        "import type { CallOptions, PutOptions } from './call.js';\n",
+        "import type { AnswerOf, BodyOf, Only, Query, RequiredQuery } from './requests.js';\n",
+        "import type { Events } from './resources.js';\n",
+        ...Object.entries(methods).map(
+            ([name, of]) => `\nexport interface ${name} {\n${kinds.map((kind) => overloads(kind, of)).join('')}}\n`,
+        ),
+        `\nexport interface EventMethods {\n${eventMethods.join('')}}\n`,
+    ].join(''),
+);
+
+// A path is mostly the name, or that with a slash behind some first words: FineContrastName is FineContrast/Name. Those
+// words make rules, one for each depth, and what is still different then is an exception.
+const catalogue = JSON.parse(fs.readFileSync('catalogue/catalogue.json', 'utf8'));
+const places = [...readTable().values()]
+    .filter(({ kind }) => kind !== 'ALIAS')
+    .map(({ name, path }) => [name, path || catalogue.resources[name].path.replace('/{id}', '')]);
+const rules = [];
+for (const [name, path] of places)
+    path.split('/')
+        .slice(0, -1)
+        .forEach((_, depth, parts) => {
+            if (path.replaceAll('/', '') !== name) return;
+            (rules[depth] ??= new Set()).add(parts.slice(0, depth + 1).join('\\/'));
+        });
+const patterns = rules.map((starts) => `/^(?:${[...starts].join('|')})(?=.)/`);
+const byRules = (name) =>
+    patterns.reduce((path, pattern) => path.replace(new RegExp(pattern.slice(1, -1)), '$&/'), name);
+const exceptions = places.filter(([name, path]) => byRules(name) !== path);
+fs.writeFileSync(
+    `${directory}/paths.js`,
+    `var exceptions = ${JSON.stringify(Object.fromEntries(exceptions))};
+export function pathOf(name) {
+    return exceptions[name] || name${patterns.map((pattern) => `.replace(${pattern}, '$&/')`).join('')};
+}
+`,
+);
+fs.writeFileSync(`${directory}/paths.d.ts`, 'export declare function pathOf(name: string): string;\n');
