@@ -103,7 +103,7 @@ function valueOf(answer: TransportAnswer): unknown {
     try {
         envelope = JSON.parse(answer.text);
     } catch (cause) {
-        // It is told below.
+        // It is reported below.
     }
     const error = envelope && envelope.error;
     if (envelope && error === null && 'value' in envelope) return envelope.value;
@@ -125,7 +125,7 @@ export function listen(transport: Transport, event: string, listener: (value: an
         try {
             listener(JSON.parse(text));
         } catch (error) {
-            // It is the page's to see, and not the transport's, which has other listeners to call.
+            // The page's console shows it; the transport goes on with the other listeners.
             setTimeout(() => {
                 throw error;
             });

@@ -71,7 +71,13 @@ export class Pell extends Base {
 
     /** Opens a firmware package, which is to be closed again. */
     open(path: string, options?: CallOptions): Promise<DfwFile> {
-        const request = { resource: 'FileSystemDfwFile', method: 'POST' as const, parameters: {}, query: {}, body: { path } };
+        const request = {
+            resource: 'FileSystemDfwFile',
+            method: 'POST' as const,
+            parameters: {},
+            query: {},
+            body: { path },
+        };
         return call(this.transport, request, options).then(
             (value) => new DfwFile(this.transport, (value as { id: string }).id),
         );
@@ -125,14 +131,14 @@ export class Transfer {
 
     constructor(monitor: Monitor, id: string, options?: CallOptions) {
         const { transport, product, serial } = monitor;
-        const hear = (step: Step) => {
+        const receive = (step: Step) => {
             if (step.product !== product || step.serial !== serial) return;
             this.newest = step;
             ++this.steps;
             this.change();
         };
         this.change();
-        const stop = transport.on && listen(transport, 'transferFirmwareData', hear);
+        const stop = transport.on && listen(transport, 'transferFirmwareData', receive);
         const end = () => {
             if (stop) stop();
             this.isOver = true;
@@ -169,7 +175,7 @@ export class Transfer {
         const iterator = { next, return: leave } as AsyncIterableIterator<Step>;
         // Old browsers have no symbols.
         if (typeof Symbol === 'function' && Symbol.asyncIterator) iterator[Symbol.asyncIterator] = () => iterator;
-        // Its failure is told to the loop.
+        // The loop gets the failure; that nobody awaits `done` as well is no unhandled rejection.
         this.done.then(undefined, () => {});
         return iterator;
     }

@@ -3,13 +3,13 @@ import type { Transport, TransportAnswer, TransportRequest } from './transport.j
 
 /** Asks a plug-in that is served under an address, such as "/pell" or "http://127.0.0.1:8080/pell". */
 export function httpTransport(address: string): Transport {
-    const listeners: { event: string; hear: (event: MessageEvent) => void }[] = [];
+    const listeners: { event: string; handler: (event: MessageEvent) => void }[] = [];
     let source: EventSource | undefined;
     let opened: Promise<unknown> = Promise.resolve();
 
     const open = () => {
         const own = (source = new EventSource(address + '/events'));
-        listeners.forEach(({ event, hear }) => own.addEventListener(event, hear));
+        listeners.forEach(({ event, handler }) => own.addEventListener(event, handler));
         opened = new Promise((resolve) => {
             own.onopen = resolve;
             own.onerror = (error) => {
@@ -20,16 +20,17 @@ export function httpTransport(address: string): Transport {
         });
     };
 
-    // What is posted may make events at once, so that these are to be heard by then.
-    const transport: Transport = (request) => (request.method === 'POST' ? opened : Promise.resolve()).then(() => send(address, request));
+    // A POST may cause events at once, so the stream that is to bring them must be open by then.
+    const transport: Transport = (request) =>
+        (request.method === 'POST' ? opened : Promise.resolve()).then(() => send(address, request));
     transport.on = (event, listener) => {
-        const entry = { event, hear: ({ data }: MessageEvent) => listener(data) };
+        const entry = { event, handler: ({ data }: MessageEvent) => listener(data) };
         listeners.push(entry);
-        if (source) source.addEventListener(event, entry.hear);
+        if (source) source.addEventListener(event, entry.handler);
         else open();
         return () => {
             listeners.splice(listeners.indexOf(entry), 1);
-            source!.removeEventListener(event, entry.hear);
+            source!.removeEventListener(event, entry.handler);
             if (listeners.length) return;
             source!.close();
             source = undefined;
@@ -38,9 +39,15 @@ export function httpTransport(address: string): Transport {
     return transport;
 }
 
-function send(address: string, { resource, method, parameters, query, body }: TransportRequest): Promise<TransportAnswer> {
+function send(
+    address: string,
+    { resource, method, parameters, query, body }: TransportRequest,
+): Promise<TransportAnswer> {
     const { product, serial, id } = parameters;
-    const parts = product === undefined ? [pathOf(resource)] : ['Monitors', encodeURIComponent(product), encodeURIComponent(serial!), pathOf(resource)];
+    const parts =
+        product === undefined
+            ? [pathOf(resource)]
+            : ['Monitors', encodeURIComponent(product), encodeURIComponent(serial!), pathOf(resource)];
     if (id !== undefined) parts.push(encodeURIComponent(id));
     const init: RequestInit = { method, cache: 'no-store' };
     if (body !== undefined) {
@@ -57,7 +64,10 @@ function search(query: object): string {
     const parts = Object.keys(query)
         .map((name) => [name, (query as Record<string, unknown>)[name]] as const)
         .filter(([, value]) => value !== undefined)
-        .map(([name, value]) => encodeURIComponent(name) + (value === true ? '' : '=' + encodeURIComponent(textOf(value))));
+        .map(
+            ([name, value]) =>
+                encodeURIComponent(name) + (value === true ? '' : '=' + encodeURIComponent(textOf(value))),
+        );
     return parts.length ? '?' + parts.join('&') : '';
 }
 

@@ -10,16 +10,19 @@ type Rows<R extends Name, M extends Method> = Resources[R] extends Record<M, inf
 type QueryOf<T extends Row[]> = T[number]['query'];
 type NamesIn<Q> = Q extends unknown ? keyof Q : never;
 type MemberIn<Q, K> = Q extends unknown ? (K extends keyof Q ? Q[K] : never) : never;
-type AnyMembers<Q> = { [K in NamesIn<Q>]?: MemberIn<Q, K> };
-type Complete<Q, All> = Q extends unknown ? Q & AnyMembers<All> : never;
+/** The members that any row of a method knows. */
+export type Query<R extends Name, M extends Method> = {
+    [K in NamesIn<QueryOf<Rows<R, M>>>]?: MemberIn<QueryOf<Rows<R, M>>, K>;
+};
 
-/** A query that fits a row; it may have members of other rows, too. */
-export type Query<R extends Name, M extends Method> = Complete<QueryOf<Rows<R, M>>, QueryOf<Rows<R, M>>>;
+/** The same where no row goes without a member. */
+export type RequiredQuery<R extends Name, M extends Method> = QueryOf<Rows<R, M>> & Query<R, M>;
 
-/** The same without any other member. */
-export type Only<R extends Name, M extends Method, Q> = Q extends Query<R, M>
-    ? Q & { [K in Exclude<keyof Q, NamesIn<QueryOf<Rows<R, M>>>>]: never }
-    : Query<R, M>;
+/** A query without any other member. That it names those which it may have lets editors complete it. */
+export type Only<R extends Name, M extends Method, Q> = Q &
+    Flat<Query<R, M>> & { [K in Exclude<keyof Q, keyof Query<R, M>>]: never };
+// Without this, TypeScript takes no query that is one of several.
+type Flat<T> = { [K in keyof T]: T[K] };
 
 type Required<Q> = { [K in keyof Q]-?: {} extends Pick<Q, K> ? never : K }[keyof Q];
 type FitsMember<Q, Wanted, K extends keyof Wanted> = K extends keyof Q

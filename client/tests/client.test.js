@@ -4,20 +4,26 @@ import { mock, test } from 'node:test';
 import { setImmediate as turn } from 'node:timers/promises';
 import { Monitor, Pell, PellError } from '../../build/client/index.js';
 
-/** A transport that answers what it was asked first when it is told to. */
+/** A transport that answers what it was requests first when it is told to. */
 function stub() {
-    const asked = [];
+    const requests = [];
     const listeners = new Set();
-    const transport = (request) => new Promise((resolve, reject) => asked.push({ request, resolve, reject }));
+    const transport = (request) => new Promise((resolve, reject) => requests.push({ request, resolve, reject }));
     transport.on = (event, listener) => {
         listeners.add(listener);
         return () => listeners.delete(listener);
     };
     const answer = async (text = '{"error":null,"value":null}', status = 200) => {
-        asked.shift().resolve({ status, text });
+        requests.shift().resolve({ status, text });
         await turn();
     };
-    return { transport, asked, listeners, answer, tell: (step) => listeners.forEach((one) => one(JSON.stringify(step))) };
+    return {
+        transport,
+        requests,
+        listeners,
+        answer,
+        dispatch: (step) => listeners.forEach((one) => one(JSON.stringify(step))),
+    };
 }
 
 const outcomeOf = (promise) => promise.catch((error) => error.name);
@@ -34,8 +40,15 @@ const orders = {
         sent: [{ red: 1 }, { red: 3 }],
         dropped: [1],
     },
-    'numbers that all count are sent': { puts: [1, 2, 3].map((one) => [one, 'Hue', {}, { latest: false }]), sent: [1, 2, 3] },
-    'nothing overtakes what must be sent': { puts: [1, { percentage: 2 }, 3, 4], sent: [1, { percentage: 2 }, 4], dropped: [2] },
+    'numbers that all count are sent': {
+        puts: [1, 2, 3].map((one) => [one, 'Hue', {}, { latest: false }]),
+        sent: [1, 2, 3],
+    },
+    'nothing overtakes what must be sent': {
+        puts: [1, { percentage: 2 }, 3, 4],
+        sent: [1, { percentage: 2 }, 4],
+        dropped: [2],
+    },
     'another query is another write': {
         puts: [0, 1, 1].map((index) => [[index], 'ColorMatrix', { index }, { latest: true }]),
         sent: [[0], [1]],
@@ -47,16 +60,17 @@ const orders = {
 
 for (const [name, { puts, sent, dropped = [], atOnce = 1 }] of Object.entries(orders))
     test(`writes: ${name}`, async () => {
-        const { transport, asked, answer } = stub();
+        const { transport, requests, answer } = stub();
         const results = puts.map((put) => {
-            const [body, resource = 'Hue', query, options, serial = 'one'] = Array.isArray(put) && put.length > 1 ? put : [put];
+            const [body, resource = 'Hue', query, options, serial = 'one'] =
+                Array.isArray(put) && put.length > 1 ? put : [put];
             // Several objects may stand for a monitor.
             return outcomeOf(new Monitor(transport, 'P', serial).put(resource, body, query, options));
         });
-        assert.equal(asked.length, atOnce);
+        assert.equal(requests.length, atOnce);
         const bodies = [];
-        while (asked.length) {
-            bodies.push(asked[0].request.body);
+        while (requests.length) {
+            bodies.push(requests[0].request.body);
             await answer();
         }
         assert.deepEqual(bodies, sent);
@@ -65,20 +79,22 @@ for (const [name, { puts, sent, dropped = [], atOnce = 1 }] of Object.entries(or
     });
 
 test('what waits is sent after a failure, too, and a DELETE does not overtake a PUT', async () => {
-    const { transport, asked, answer } = stub();
+    const { transport, requests, answer } = stub();
     const monitor = new Monitor(transport, 'P', 'S');
-    const results = [monitor.put('ColorPatch', {}), monitor.put('ColorPatch', {}), monitor.delete('ColorPatch')].map(outcomeOf);
+    const results = [monitor.put('ColorPatch', {}), monitor.put('ColorPatch', {}), monitor.delete('ColorPatch')].map(
+        outcomeOf,
+    );
     await answer(failure, 500);
-    asked.shift().reject(new Error('unreachable'));
+    requests.shift().reject(new Error('unreachable'));
     await turn();
-    assert.equal(asked[0].request.method, 'DELETE');
+    assert.equal(requests[0].request.method, 'DELETE');
     await answer();
     assert.deepEqual(await Promise.all(results), ['DmError', 'TransportError', null]);
     await Promise.all([monitor.put('ColorPatch', {}), answer()]);
 });
 
 test('what has not been sent can be aborted', async () => {
-    const { transport, asked, answer } = stub();
+    const { transport, requests, answer } = stub();
     const monitor = new Monitor(transport, 'P', 'S');
     const control = new AbortController();
     const options = { signal: control.signal };
@@ -90,7 +106,7 @@ test('what has not been sent can be aborted', async () => {
     ].map(outcomeOf);
     control.abort();
     results.push(outcomeOf(monitor.get('Hue', {}, options)));
-    while (asked.length) await answer();
+    while (requests.length) await answer();
     assert.deepEqual(await Promise.all(results), ['done', 'AbortError', 'AbortError', 'done', 'AbortError']);
     // The signals of old polyfills have no reason.
     await assert.rejects(monitor.get('Hue', {}, { signal: { aborted: true } }), { name: 'AbortError' });
@@ -99,7 +115,7 @@ test('what has not been sent can be aborted', async () => {
 });
 
 const noAnswers = {
-    'throws': [() => assert.fail('broken'), 0, /cannot be reached: broken/],
+    throws: [() => assert.fail('broken'), 0, /cannot be reached: broken/],
     'rejects with no error': [() => Promise.reject(), 0, /cannot be reached/],
     'answers nothing': [() => {}, 0, /not one of the plug-in/],
     'answers a page of a proxy': [() => ({ status: 502, text: '<html>Bad Gateway' }), 502, /<html>Bad Gateway/],
@@ -118,7 +134,7 @@ for (const [name, [transport, status, message]] of Object.entries(noAnswers))
     });
 
 test('a listener hears until it is removed, whatever others do', () => {
-    const { transport, listeners, tell } = stub();
+    const { transport, listeners, dispatch } = stub();
     const thrown = [];
     mock.method(globalThis, 'setTimeout', (work) => {
         assert.throws(work, (error) => Boolean(thrown.push(error.message)));
@@ -129,7 +145,7 @@ test('a listener hears until it is removed, whatever others do', () => {
         pell.on('transferFirmwareData', () => assert.fail('mistake of the page')),
         pell.on('transferFirmwareData', (step) => heard.push(step)),
     ];
-    tell(1);
+    dispatch(1);
     [...listeners][1]('no JSON');
     const late = [...listeners][1];
     stops.forEach((stop) => stop());
@@ -145,20 +161,20 @@ test('a listener hears until it is removed, whatever others do', () => {
 const step = (transferredBlock, product = 'P') => ({ product, serial: 'S', transferredBlock });
 
 test('progress tells the newest step of this monitor, and ends with the transfer', async () => {
-    const { transport, asked, listeners, answer, tell } = stub();
+    const { transport, requests, listeners, answer, dispatch } = stub();
     const update = new Monitor(transport, 'P', 'S').transfer({ id: 'package' });
-    assert.deepEqual(asked[0].request.body, { dfwFile: 'package' });
+    assert.deepEqual(requests[0].request.body, { dfwFile: 'package' });
     const blocks = [];
     const loop = (async () => {
         for await (const { transferredBlock } of update.progress()) blocks.push(transferredBlock);
     })();
-    tell(step(1));
+    dispatch(step(1));
     await turn();
-    [step(2), step(9, 'other'), step(3)].forEach(tell);
+    [step(2), step(9, 'other'), step(3)].forEach(dispatch);
     await turn();
-    tell(step(4));
+    dispatch(step(4));
     await answer();
-    tell(step(5));
+    dispatch(step(5));
     await Promise.all([loop, update.done]);
     assert.deepEqual(blocks, [1, 3, 4]);
     assert.equal(listeners.size, 0);
@@ -166,18 +182,18 @@ test('progress tells the newest step of this monitor, and ends with the transfer
 });
 
 test('a transfer that fails fails in the loop; one whose loop was left tells it in `done` alone', async () => {
-    const { transport, listeners, answer, tell } = stub();
+    const { transport, listeners, answer, dispatch } = stub();
     const monitor = new Monitor(transport, 'P', 'S');
     const loop = async () => {
         for await (const one of monitor.transfer({ id: 'package' }).progress()) assert.ok(one);
     };
     const failing = outcomeOf(loop());
-    tell(step(1));
+    dispatch(step(1));
     await answer(failure, 500);
     assert.equal(await failing, 'DmError');
 
     const left = monitor.transfer({ id: 'package' });
-    tell(step(1));
+    dispatch(step(1));
     for await (const one of left.progress()) if (one) break;
     await answer(failure, 500); // An unhandled rejection would fail this test.
     await assert.rejects(left.done, { name: 'DmError' });

@@ -30,7 +30,13 @@ export function answers(isRange: boolean, whichever: { range?: true }, name: 'Br
     is<null>()(monitor.post('FirmwareUpdateTrigger'), true);
     is<Monitor[]>()(pell.monitors({ update: true }), true);
     is<null>()(pell.delete('Monitors'), true);
-    is<number>()(pell.open('new.dfw').then((file) => file.describe()).then(({ version }) => version.osd), true);
+    is<number>()(
+        pell
+            .open('new.dfw')
+            .then((file) => file.describe())
+            .then(({ version }) => version.osd),
+        true,
+    );
     pell.on('transferFirmwareData', ({ transferredBlock }) => transferredBlock.toFixed());
 }
 

@@ -15,7 +15,8 @@ const source = ts.createSourceFile(
 
 const documentation = (node) => ts.getJSDocCommentsAndTags(node).map(({ comment }) => comment)[0] ?? '';
 const membersOf = (node) => Object.fromEntries(node.members.map((member) => [member.name.getText(), member]));
-const interfaceNamed = (name) => source.statements.find((one) => ts.isInterfaceDeclaration(one) && one.name.text === name);
+const interfaceNamed = (name) =>
+    source.statements.find((one) => ts.isInterfaceDeclaration(one) && one.name.text === name);
 
 const resources = interfaceNamed('Resources').members.map((resource) => {
     const { of, get, put, post, delete: remove } = membersOf(resource.type);
@@ -33,7 +34,8 @@ const resources = interfaceNamed('Resources').members.map((resource) => {
 /** The rows of a method as a table, which editors show. */
 function comment(about, rows) {
     const cell = (type) => (type && type.getText() !== 'null' ? `\`${type.getText().replace(/\|/g, '\\|')}\`` : '');
-    const query = ({ type }) => type.members.map((one) => `\`${one.getText().replace(/[;,]$/, '').replace(': Flag', '')}\``).join(', ');
+    const query = ({ type }) =>
+        type.members.map((one) => `\`${one.getText().replace(/[;,]$/, '').replace(': Flag', '')}\``).join(', ');
     const lines = rows.map((row) => {
         const answer = [cell(row.answer.type), documentation(row.answer)].filter(Boolean).join(': ');
         return [query(row.query), cell(row.body?.type), answer];
@@ -41,9 +43,16 @@ function comment(about, rows) {
     const heads = ['query', 'body', 'answer'];
     const used = heads.map((_, at) => at).filter((at) => lines.some((cells) => cells[at]));
     const table = used.length
-        ? ['', ...[heads, heads.map(() => '---'), ...lines].map((cells) => `| ${used.map((at) => cells[at]).join(' | ')} |`)]
+        ? [
+              '',
+              ...[heads, heads.map(() => '---'), ...lines].map(
+                  (cells) => `| ${used.map((at) => cells[at]).join(' | ')} |`,
+              ),
+          ]
         : [];
-    return ['/**', ...[about, ...table].map((line) => ` * ${line}`.trimEnd()), ' */'].map((line) => `    ${line}\n`).join('');
+    return ['/**', ...[about, ...table].map((line) => ` * ${line}`.trimEnd()), ' */']
+        .map((line) => `    ${line}\n`)
+        .join('');
 }
 
 const hasOnlyOptionals = ({ query }) => query.type.members.every(({ questionToken }) => questionToken);
@@ -62,7 +71,8 @@ function overloads(kind, of) {
             `query${needs.query ? '' : '?'}: Only<${R}, '${method}', Q>`,
             `options?: ${options}`,
         ];
-        const variables = `${R === 'R' ? `R extends ${names}, ` : ''}const Q${needs.query ? '' : ' = {}'}`;
+        const constraint = `${needs.query ? 'RequiredQuery' : 'Query'}<${R}, '${method}'>`;
+        const variables = `${R === 'R' ? `R extends ${names}, ` : ''}const Q extends ${constraint}${needs.query ? '' : ' = {}'}`;
         return `    ${kind}<${variables}>(${parameters.filter(Boolean).join(', ')}): Promise<${result}>;\n`;
     };
 
@@ -89,7 +99,7 @@ fs.writeFileSync(
     `${directory}/methods.d.ts`,
     [
         "import type { CallOptions, PutOptions } from './call.js';\n",
-        "import type { AnswerOf, BodyOf, Only } from './requests.js';\n",
+        "import type { AnswerOf, BodyOf, Only, Query, RequiredQuery } from './requests.js';\n",
         "import type { Events } from './resources.js';\n",
         ...Object.entries(methods).map(
             ([name, of]) => `\nexport interface ${name} {\n${kinds.map((kind) => overloads(kind, of)).join('')}}\n`,
@@ -106,12 +116,15 @@ const places = [...readTable().values()]
     .map(({ name, path }) => [name, path || catalogue.resources[name].path.replace('/{id}', '')]);
 const rules = [];
 for (const [name, path] of places)
-    path.split('/').slice(0, -1).forEach((_, depth, parts) => {
-        if (path.replaceAll('/', '') !== name) return;
-        (rules[depth] ??= new Set()).add(parts.slice(0, depth + 1).join('\\/'));
-    });
+    path.split('/')
+        .slice(0, -1)
+        .forEach((_, depth, parts) => {
+            if (path.replaceAll('/', '') !== name) return;
+            (rules[depth] ??= new Set()).add(parts.slice(0, depth + 1).join('\\/'));
+        });
 const patterns = rules.map((starts) => `/^(?:${[...starts].join('|')})(?=.)/`);
-const byRules = (name) => patterns.reduce((path, pattern) => path.replace(new RegExp(pattern.slice(1, -1)), '$&/'), name);
+const byRules = (name) =>
+    patterns.reduce((path, pattern) => path.replace(new RegExp(pattern.slice(1, -1)), '$&/'), name);
 const exceptions = places.filter(([name, path]) => byRules(name) !== path);
 fs.writeFileSync(
     `${directory}/paths.js`,
