@@ -1,6 +1,6 @@
 // How the time of parsing and writing grows with texts that are made to be difficult: doubling a text should double it.
-// The mean factor over all doublings tells; a single one may be larger where a text outgrows a cache. Prints a Markdown
-// table of the best times.
+// The mean factor over all doublings is what counts; a single one may be larger where a text outgrows a cache. Prints a
+// Markdown table of the best times.
 
 #include <algorithm>
 #include <chrono>

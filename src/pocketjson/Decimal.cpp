@@ -145,8 +145,7 @@ struct Candidate {
     bool isNearest;
 };
 
-// The same where the fraction is half a unit of the mantissa or just less, as far as the upper part of the product
-// tells.
+// The same where the fraction is half a unit of the mantissa or just less, by the upper part of the product alone.
 Candidate candidateNearTie(std::uint64_t digits, int q, std::uint64_t high, std::uint64_t fraction, std::uint64_t half,
                            std::uint64_t below) noexcept {
     const Product product(digits, powerBits(q));

@@ -99,7 +99,7 @@ POCKETJSON_ALWAYS_INLINE const char* scanDigits(const char* cursor, const char* 
     return cursor;
 }
 
-/// Reads the digits of an exponent, as many as it takes to tell that it is a huge one. Returns where they end.
+/// Reads the digits of an exponent; what is beyond all doubles becomes some huge number. Returns where they end.
 const char* scanExponent(const char* cursor, const char* end, std::int64_t& exponent) noexcept;
 
 /// Takes the decimal number at the beginning of a text apart.

@@ -35,16 +35,15 @@ struct Escaped {
     bool operator()(char byte) const noexcept { return kEscapes[static_cast<unsigned char>(byte)] != 0; }
 };
 
-// Gathers text in a buffer, which is appended to a string when it is full. Writers hold the place where the text goes
-// on and ask for room there.
+// Collects text in a buffer, which is appended to a string when it is full. Writers hold the cursor in it.
 class Output {
  public:
     explicit Output(std::string& text) : text_(text) {}
 
     char* begin() { return buffer_.data(); }
-    // Where to go on with at least kRoom bytes.
-    char* room(char* at) {
-        if (buffer_.data() + buffer_.size() - at >= static_cast<std::ptrdiff_t>(kRoom)) return at;
+    // Where to go on with space for at least kReserve bytes.
+    char* reserve(char* at) {
+        if (buffer_.data() + buffer_.size() - at >= static_cast<std::ptrdiff_t>(kReserve)) return at;
         flush(at);
         return begin();
     }
@@ -55,7 +54,7 @@ class Output {
         return begin();
     }
 
-    static constexpr std::size_t kRoom = 512;
+    static constexpr std::size_t kReserve = 512;
 
  private:
     std::string& text_;
@@ -114,7 +113,7 @@ bool copyIfPlain(std::string_view text, char* to) {
 
 }  // namespace
 
-// Writes what a value holds, going on at a place in the output and returning where it ends.
+// Writes a value. Each step takes the cursor in the output and returns it behind what it has written.
 class Writer {
  public:
     Writer(std::string& output, unsigned flags)
@@ -126,7 +125,7 @@ class Writer {
     // Nesting takes no call stack: the containers that are open are on a stack of our own.
     bool write(const Value& value) {
         char* at = startOfValue(output_.begin(), value);
-        while (!failed_ && !open_.empty()) at = output_.room(entries(at));
+        while (!failed_ && !open_.empty()) at = output_.reserve(entries(at));
         output_.flush(at);
         return !failed_;
     }
@@ -162,7 +161,7 @@ class Writer {
 
     // All of a scalar or of an array of scalars; of other containers, as much as comes before the first one in it.
     char* startOfValue(char* at, const Value& value) {
-        if (!value.holds(Value::kNestedMask)) return output_.room(scalar(at, value));
+        if (!value.holds(Value::kNestedMask)) return output_.reserve(scalar(at, value));
         Entries entries(value);
         *at++ = value.isObject() ? '{' : '[';
         bool first = true;
@@ -170,7 +169,7 @@ class Writer {
             for (; !entries.atEnd() && !entries.value().holds(Value::kNestedMask); entries.advance()) {
                 if (!first) *at++ = ',';
                 first = false;
-                at = output_.room(scalar(at, entries.value()));
+                at = output_.reserve(scalar(at, entries.value()));
                 if (failed_) return at;
             }
         }
@@ -180,7 +179,7 @@ class Writer {
             open_.push(entries);
             isFirst_ = first;
         }
-        return output_.room(at);
+        return output_.reserve(at);
     }
 
     char* scalar(char* at, const Value& value) {
@@ -210,7 +209,7 @@ class Writer {
         else
             at = escaped(at, text);
         *at++ = '"';
-        return output_.room(at);
+        return output_.reserve(at);
     }
 
     char* escaped(char* at, std::string_view text) {
@@ -218,7 +217,7 @@ class Writer {
         for (const char* run = text.data();;) {
             const char* const next = findFirst(run, end, Escaped());
             const std::string_view plain(run, next);
-            at = output_.room(at);
+            at = output_.reserve(at);
             if (plain.size() > kPlainLength)
                 at = output_.appendLong(at, plain);
             else
@@ -243,12 +242,13 @@ class Writer {
     char* startLine(char* at) {
         at = std::copy(lineBreak_.begin(), lineBreak_.end(), at);
         for (std::size_t depth = 0; depth < open_.size(); ++depth)
-            at = std::copy(indentUnit_.begin(), indentUnit_.end(), output_.room(at));
-        return output_.room(at);
+            at = std::copy(indentUnit_.begin(), indentUnit_.end(), output_.reserve(at));
+        return output_.reserve(at);
     }
 
-    // Of a text that is copied at once; what may stand beside it (quotes, separators, an escape) has room as well.
-    static constexpr std::size_t kPlainLength = Output::kRoom - 2 * kNumberBufferSize;
+    // Of a text that is copied at once: a reserve has space for it and for what stands beside it (quotes, separators,
+    // an escape).
+    static constexpr std::size_t kPlainLength = Output::kReserve - 2 * kNumberBufferSize;
 
     Output output_;
     const bool pretty_;

@@ -18,6 +18,17 @@
 
 namespace pocketjson {
 
+template <class T>
+concept IntegralNumber = std::integral<T> && !std::same_as<T, bool>;
+
+template <class T>
+concept TextLike = std::convertible_to<const T&, std::string_view> && !std::same_as<T, std::nullptr_t>;
+
+template <class Range, class Item>
+concept RangeOf = requires(const Range& range) {
+    { *std::begin(range) } -> std::convertible_to<Item>;
+};
+
 /// A JSON value: null, a boolean, a number, a string, an object or an array.
 ///
 /// Scalars are held inline. Strings, objects and arrays live in reference-counted containers which copies share until
@@ -46,9 +57,7 @@ class Value {
     Value(std::nullptr_t) noexcept {}
     Value(std::same_as<bool> auto boolean) noexcept : type_(Boolean) { payload_.boolean = boolean; }
     /// An unsigned number beyond the signed 64-bit range becomes a Float, as it does in the parser.
-    template <std::integral Integral>
-    requires(!std::same_as<Integral, bool>) Value(Integral integer)
-    noexcept;
+    Value(IntegralNumber auto integer) noexcept;
     Value(std::floating_point auto number) noexcept : type_(Float) { payload_.floating = static_cast<double>(number); }
     /// NUL-terminated; not null.
     Value(const char* text) : Value(std::string(text)) {}
@@ -65,24 +74,19 @@ class Value {
     /// Taken by value, so that `v["a"] = v` stores what v was and not v in itself.
     Value& operator=(Value other) noexcept;
     /// Replaces the text in place if this is a string that no copy shares.
-    template <class Text>
-    requires(std::convertible_to<const Text&, std::string_view> && !std::same_as<Text, std::nullptr_t>) Value&
-    operator=(const Text& text) {
-        return assignText(std::string_view(text));
-    }
-    template <class Text>
-    requires std::same_as<Text, std::string> Value& operator=(Text&& text) {
-        return assignText(std::forward<Text>(text));
+    Value& operator=(const TextLike auto& text) { return assignText(std::string_view(text)); }
+    template <std::same_as<std::string> String>
+    Value& operator=(String&& text) {
+        return assignText(std::move(text));
     }
 
     static Value object() { return Value(std::initializer_list<std::pair<std::string_view, Value>>{}); }
     static Value array(std::initializer_list<Value> elements = {}) { return fromElements(Elements(elements)); }
     /// An array of everything in a range whose items convert to a Value.
-    template <class Range>
-    requires requires(const Range& range) {
-        { *std::begin(range) } -> std::convertible_to<Value>;
+    template <RangeOf<Value> Range>
+    static Value array(const Range& range) {
+        return fromElements(Elements(std::begin(range), std::end(range)));
     }
-    static Value array(const Range& range) { return fromElements(Elements(std::begin(range), std::end(range))); }
     template <std::same_as<Elements> Moved>
     static Value array(Moved&& elements) {
         return fromElements(std::forward<Moved>(elements));
@@ -118,7 +122,7 @@ class Value {
     /// The element at that index; a null that lives for the whole program if there is none.
     const Value& at(std::size_t index) const noexcept;
     /// The element at that index, for changing it. As with operator[], any other kind of value becomes an array first,
-    /// and an array that is too short is filled up with nulls.
+    /// and nulls are appended to an array that is too short.
     Value& element(std::size_t index);
 
     /// The number of members, elements or bytes of text; 0 for all other kinds.
@@ -238,11 +242,9 @@ class Value::Container final : public AbstractContainer {
     T payload;
 };
 
-template <std::integral Integral>
-requires(!std::same_as<Integral, bool>) Value::Value(Integral integer)
-noexcept : type_(Integer) {
+inline Value::Value(IntegralNumber auto integer) noexcept : type_(Integer) {
     payload_.integer = static_cast<std::int64_t>(integer);
-    if (std::is_unsigned_v<Integral> && payload_.integer < 0) {
+    if (std::is_unsigned_v<decltype(integer)> && payload_.integer < 0) {
         type_ = Float;
         payload_.floating = static_cast<double>(integer);
     }
