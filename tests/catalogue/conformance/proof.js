@@ -39,6 +39,7 @@ const checkedFunctions = new Set(
 
 export class Proof {
     #problems = new Set();
+    #asked = new Map(); // answers by their requests
     #met = new Set(); // the messages of errors
     #reads = []; // what GETs answer: {row, request, value}
 
@@ -67,7 +68,7 @@ export class Proof {
         await Promise.all([
             ...methods.filter((method) => !listed.includes(method)).map((method) => this.#proveNotAllowed(method)),
             ...listed.flatMap((method) => [this.#proveDecisions(method), this.#proveRandom(method)]),
-            ...this.#reads.map((read) => this.#provePutBack(read)),
+            this.#provePutBack(),
             this.#proveExamples(),
         ]);
         for (const { refused, fails } of Object.values(this.methods).flat()) {
@@ -92,9 +93,15 @@ export class Proof {
     }
 
     /** @returns {Promise<Answer>} the answer of a request on fresh monitors, after these simulations */
-    async #ask(request, ...simulations) {
-        const answers = await this.world.full.run([...this.before, ...simulations, request]);
-        return this.#note(answers.at(-1));
+    #ask(request, ...simulations) {
+        const lines = [...this.before, ...simulations, request];
+        const key = JSON.stringify(lines);
+        if (!this.#asked.has(key))
+            this.#asked.set(
+                key,
+                this.world.full.run(lines).then((answers) => this.#note(answers.at(-1))),
+            );
+        return this.#asked.get(key);
     }
 
     #note(answer) {
@@ -232,53 +239,62 @@ export class Proof {
         }
     }
 
-    /** What a GET answers can be put back; so can another value, and then reads the same. */
-    async #provePutBack({ row, request: get, value }) {
-        if (!this.methods.PUT) return;
-        const put = (body) => this.#request('PUT', get.query, body);
-        const problem = await this.#problemOfDeciding(put(value));
-        if (problem) this.#tell(problem);
-        if (this.resource.putBack) return;
-        const selectors = this.methods.PUT.flatMap(({ query }) => Object.keys(query ?? {}));
-        if (Object.keys(get.query).some((name) => !selectors.includes(name))) return;
-        const { row: putRow } = this.#decide(put(value));
-        if (!putRow || !fits(putRow.body, value)) return this.#tell(`no PUT takes what ${describe(get)} answers`);
+    /** What a GET answers can be put back, unless the catalogue says that it cannot. */
+    async #provePutBack() {
+        if (!this.methods.PUT || !this.methods.GET) return;
+        const problems = (await Promise.all(this.#reads.map((read) => this.#problemsOfPuttingBack(read)))).flat();
+        if (!this.resource.putBack) problems.forEach((problem) => this.#tell(problem));
+        else if (!problems.length) this.#tell('what its GETs answer can be put back');
+    }
 
-        await Promise.all(
-            this.#reads.map(async ({ request }) => {
-                const [before] = await this.world.full.run([request]);
-                const [taken, after] = await this.world.full.run([put(value), request]);
-                if (taken.status !== 200 || after.text !== before.text)
-                    this.#tell(
-                        `${describe(request)} answers ${outcome(after)} after ${describe(put(value))}, not ${outcome(before)}`,
-                    );
-            }),
-        );
-        const places = placesIn(value).filter(
-            (place) =>
-                !isContainer(valueAt(value, place)) && covers(putRow.body, place) && !selectors.includes(place.at(-1)),
-        );
-        const untaken = placesIn(value).filter((place) => place.length && !covers(putRow.body, place));
-        await Promise.all(places.map((place) => this.#proveChange(row, get, put, value, place, untaken)));
+    /** Another value can be put back as well, and then reads the same. */
+    async #problemsOfPuttingBack({ row, request: get, value }) {
+        const put = (body) => this.#request('PUT', get.query, body);
+        const decision = await this.#problemOfDeciding(put(value));
+        if (decision) this.#tell(decision);
+        const selectors = this.methods.PUT.flatMap(({ query }) => Object.keys(query ?? {}));
+        if (Object.keys(get.query).some((name) => !selectors.includes(name))) return [];
+        const { row: putRow } = this.#decide(put(value));
+        if (!putRow || !fits(putRow.body, value)) return [`no PUT takes what ${describe(get)} answers`];
+
+        const effects = this.#reads.map(async ({ request }) => {
+            const before = await this.#ask(request);
+            const [taken, after] = await this.world.full.run([put(value), request]);
+            if (taken.status === 200 && after.text === before.text) return [];
+            return [
+                `${describe(request)} answers ${outcome(after)} after ${describe(put(value))}, not ${outcome(before)}`,
+            ];
+        });
+        const counts = (place) => place.length === 0 || covers(putRow.body, place);
+        const places = placesIn(value);
+        const untaken = places.filter((place) => !counts(place));
+        const changes = places
+            .filter(
+                (place) => !isContainer(valueAt(value, place)) && counts(place) && !selectors.includes(place.at(-1)),
+            )
+            .map((place) => this.#problemsOfChanging(row, get, put, value, place, untaken));
+        return (await Promise.all([...effects, ...changes])).flat();
     }
 
     /** Whether another value can be put at a place, and back. What a PUT does not take may change with it. */
-    async #proveChange(row, get, put, value, place, untaken) {
+    async #problemsOfChanging(row, get, put, value, place, untaken) {
         const numbers = this.#reads.flatMap((read) => placesIn(read.value).map((place) => valueAt(read.value, place)));
         const others = othersThan(valueAt(value, place), numbers).map((other) => replaceAt(value, place, other));
         const changes = others.filter((changed) => fits(row.answer, changed));
-        if (!changes.length) return; // some members depend on another one
+        if (!changes.length) return []; // some members depend on another one
         for (const changed of changes) {
             const [taken, first, , second] = await this.world.full.run([put(changed), get, put(value), get]);
             if (taken.status !== 200) continue;
             const expected = untaken.reduce((all, at) => replaceAt(all, at, valueAt(first.value, at)), changed);
-            if (!isDeepStrictEqual(first.value, expected))
-                this.#tell(`${describe(get)} answers ${outcome(first)} after ${describe(put(changed))}`);
-            if (!isDeepStrictEqual(second.value, value))
-                this.#tell(`${describe(get)} answers ${outcome(second)} after ${describe(put(value))}`);
-            return;
+            const readings = [
+                [changed, first, expected],
+                [value, second, value],
+            ];
+            return readings
+                .filter(([, answer, wanted]) => !isDeepStrictEqual(answer.value, wanted))
+                .map(([given, answer]) => `${describe(get)} answers ${outcome(answer)} after ${describe(put(given))}`);
         }
-        this.#tell(`no PUT takes another value of ${place.join('.') || 'what'} than ${describe(get)} answers`);
+        return [`no PUT takes another value of ${place.join('.') || 'what'} than ${describe(get)} answers`];
     }
 
     // ---- Any request ------------------------------------------------------------------------------------------------
