@@ -6,16 +6,20 @@ const ajv = new Ajv({
     strictRequired: false,
     formats: { uint8: true, uint16: true, uint32: true, int32: true },
 });
-const compiled = new Map();
+const compiled = new Map(); // by the texts of schemas, of which many are the same
+const validators = new WeakMap(); // by the schemas
 
 /** A row says how requests are served, refused or fail. */
 export const isServed = (row) => row.refused === undefined && row.fails === undefined;
 
 /** Whether a value is one of a schema. */
 export function fits(schema, value) {
-    const key = JSON.stringify(schema);
-    if (!compiled.has(key)) compiled.set(key, ajv.compile(schema));
-    return compiled.get(key)(value);
+    if (!validators.has(schema)) {
+        const key = JSON.stringify(schema);
+        if (!compiled.has(key)) compiled.set(key, ajv.compile(schema));
+        validators.set(schema, compiled.get(key));
+    }
+    return validators.get(schema)(value);
 }
 
 /** An object whose only member is "data" stands for that member. */

@@ -89,16 +89,16 @@ Answer Settings::read(const char* setting, Key key) const {
 }
 
 Answer Settings::write(const char* setting, const Input& input, Key key) {
-    const auto& all = at(setting);
+    auto& all = at(setting);
     const auto value = input.json();
-    const auto kept = key.find(all.at("value"));
+    const auto kept = key.find(all["value"]);
     if (!kept || value.is_null()) return result::invalidArgument;
     if (all.contains("of") && !offersAll(all.at("of"), value)) return result::invalidArgument;
     if (all.contains("size") && value.get_ref<const std::string&>().size() >= all.at("size"))
         return result::invalidBufferSize;
     if (value.is_array() && !fits(all, value.size(), kept->size())) return result::invalidDataSize;
     if (all.contains("min") && !within(all.at("min"), all.at("max"), value)) return result::outOfRange;
-    *key.find(at(setting).at("value")) = value;
+    *kept = value;
     return result::success;
 }
 

@@ -5,7 +5,7 @@ import path from 'node:path';
 import { Host } from './host.js';
 
 /** @returns {Promise<import('./proof.js').World>} */
-export async function openWorld(build, { seed = 11, runs = Number(process.env.RUNS ?? 60) } = {}) {
+export async function openWorld(build, { seed = 11, runs = Number(process.env.RUNS ?? 30) } = {}) {
     const [full, minimal] = ['full', 'minimal'].map((name) => new Host(build, name));
     full.start();
     minimal.start();
