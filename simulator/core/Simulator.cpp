@@ -113,7 +113,8 @@ void simulate(const Json& instruction) {
     } else if (what == "advance") {
         requireMembers(instruction, {"milliseconds"});
         const auto milliseconds = instruction.at("milliseconds");
-        require(milliseconds.is_number_unsigned(), "\"milliseconds\" must be a number that is not negative");
+        require(milliseconds.is_number_integer() && milliseconds >= 0,
+                "\"milliseconds\" must be a number that is not negative");
         advance(std::chrono::milliseconds(milliseconds.get<std::uint32_t>()));
     } else if (what == "reset") {
         requireMembers(instruction, {});

@@ -1,5 +1,6 @@
 // Records in both directions: every kind of member, what the data lacks, and that the tables are complete.
 #include <gtest/gtest.h>
+#include <records/device.h>
 #include <records/firmware.h>
 #include <records/picture.h>
 #include <records/selfcalibration.h>
@@ -281,10 +282,17 @@ std::size_t expectWholeTables(std::tuple<Record...>) {
 }
 
 TEST(RecordTables, HaveEveryMemberOfTheirRecord) {
-    const std::size_t tested =
-        expectWholeTables(std::tuple<DmChromaticity, DmColorValue, DmSixColors, DmPrimaries, DmProfileData,
-                                     DmGainDefinition, DmPanelLuminance, DmColor, DmBounds, DmColorPatch,
-                                     DmAmbientSensor, DmCalibrationTarget, FirmwareVersionRecord>());
+    const std::size_t tested = expectWholeTables(
+        std::tuple<DmChromaticity, DmColorValue, DmSixColors, DmPrimaries, DmProfileData, DmGainDefinition,
+                   DmPanelLuminance, DmColor, DmBounds, DmColorPatch, DmSignalSync, DmSignalInformation,
+                   DmSignalResolution, DmSignalInfoFrame, DmAutoLumisavePoint, DmAutoLumisaveSettings, DmYearMonth,
+                   DmBacklightReplaceInfo, DmBoosterTarget, DmBacklightBooster, DmBoosterUsageTime, DmFirmwareVersion,
+                   DmDisplayFirmwareVersion, DmUsageTime, DmAmbientSensor, DmCalibrationTarget, DmSelfQCSchedule,
+                   DmClockTime, DmSelfCorrectionTarget, DmSelfCorrectionResult, DmSelfDiagnosis, DmCalibrationWindow,
+                   DmSelfCalibrationTarget, DmSelfCalibrationResult, DmSelfCalibrationResultSetting,
+                   DmSelfCalibrationSchedule, DmUsageHourMinute, DmSelfQCNextSchedule, DmSelfQCCalibrationResult,
+                   DmGrayScaleCheckTarget, DmGrayScaleCheckLastTarget, DmGrayScaleCheckResult, DmLEAData,
+                   DmPhotoADAgingCorrection, FirmwareVersionRecord>());
 
     std::size_t tables = 0;
     const std::regex table("auto members<\\w+>");

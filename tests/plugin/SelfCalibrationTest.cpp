@@ -305,6 +305,7 @@ TEST(SelfQCEnable, HasAFlagForEachModeOfTheMonitorsGeneration) {
     const Answer answer = page.put("SelfQCEnable", R"([true, 0.5, "true", -1, 0, "yes", null, []])");
     EXPECT_EQ(inputsOf(answer, "DmCtrlSetEnableSelfCalibrationMode")[0], Json::parse("[[1,1,1,1,0,0,0,0]]"));
 
+    page.simulate({{"simulate", "reset"}});
     Page older;
     older.product = "TB240";
     older.returns("DmCtrlGetEnableSelfCalibrationMode", 0, Json::parse("[[0,1]]"));

@@ -49,7 +49,8 @@ class Layout {
         for (const char* folder : {"program/plugins", "shared"}) std::filesystem::create_directories(root_ / folder);
         copyInto(root_ / "program", built_ / hostProgram);
         for (const auto& entry : std::filesystem::directory_iterator(built_))
-            for (const char* library : {"pell_simulator.", "QtWebKitBridgeHelper.", "libstdc++-", "libgcc_", "libwin"})
+            for (const char* library :
+                 {"pell_simulator.", "libcolour_x64.", "QtWebKitBridgeHelper.", "libstdc++-", "libgcc_", "libwin"})
                 if (entry.path().filename().string().starts_with(library)) copyInto(root_ / "program", entry);
     }
     ~Layout() { std::filesystem::remove_all(root_); }
