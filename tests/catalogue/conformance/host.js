@@ -16,7 +16,7 @@ import readline from 'node:readline';
  * @property {string} text the answer as it came
  * @property {{function: string, arguments: unknown[], result: number}[]} calls those of companion libraries, without the
  * look-up of the monitor
- * @property {{name: string, text: string}[]} events
+ * @property {{name: string, text: string}[]} events @property {{line: string}[]} log
  */
 
 /** What every request of a monitor begins with, and what `Monitors` lists. */
@@ -131,7 +131,7 @@ function readAnswer(request, { returned, responses, events, log, calls, error })
     const { status, text } = responses[0];
     const answer = JSON.parse(text);
     if (Object.keys(answer).sort().join() !== 'error,value') fail(`answers ${text}`);
-    return { status, text, ...answer, events, calls: calls.filter((call) => !lookUp.includes(call.function)) };
+    return { status, text, ...answer, events, log, calls: calls.filter((call) => !lookUp.includes(call.function)) };
 }
 
 /** A request as in an example. */
