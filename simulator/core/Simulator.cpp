@@ -112,10 +112,10 @@ void simulate(const Json& instruction) {
                 "unknown monitor");
     } else if (what == "advance") {
         requireMembers(instruction, {"milliseconds"});
-        const auto milliseconds = instruction.at("milliseconds");
-        require(milliseconds.is_number_integer() && milliseconds >= 0,
+        const auto& milliseconds = instruction.at("milliseconds");
+        require(milliseconds.is_number_integer() && milliseconds.get<std::int64_t>() >= 0,
                 "\"milliseconds\" must be a number that is not negative");
-        advance(std::chrono::milliseconds(milliseconds.get<std::uint32_t>()));
+        advance(std::chrono::milliseconds(milliseconds.get<std::int64_t>()));
     } else if (what == "reset") {
         requireMembers(instruction, {});
         state.scripts.clear();
