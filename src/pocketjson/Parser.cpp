@@ -97,6 +97,7 @@ class Parser {
     };
 
     bool isNext(const char* at, char byte) const { return at != end_ && *at == byte; }
+    // As much of it as is there.
     const char* skipByteOrderMark(const char* at) const {
         for (const char byte : {'\xEF', '\xBB', '\xBF'}) {
             if (!isNext(at, byte)) break;
@@ -149,20 +150,23 @@ class Parser {
     const char* upToNextValue(const char* at) {
         while (at && !outer_.empty()) {
             const bool isFirst = innermost_.count == 0;
-            if (!isFirst) at = skipWhitespace(at);
-            if (isFirst || isNext(at, ',')) {
-                at += !isFirst;
-                if (at != end_) {
-                    at = skipWhitespace(at);
-                    if (!isNext(at, innermost_.closingBracket)) return inArray() ? at : name(at);
-                    if (!isFirst && !(flags_ & AllowTrailingComma))
-                        return fail(inArray() ? "Unexpected comma exists while parsing array."
-                                              : "Unexpected comma exists while parsing object.");
-                    ++at;
+            if (!isFirst) {
+                at = skipWhitespace(at);
+                if (isNext(at, innermost_.closingBracket)) {
+                    at = goOn(endContainer(), at + 1);
+                    continue;
                 }
-            } else {
-                if (!isNext(at, innermost_.closingBracket))
+                if (!isNext(at, ','))
                     return fail(inArray() ? "Unexpected string exists while parsing array." : kUnexpectedInObject);
+                ++at;
+            }
+            // Behind an opening bracket or a comma, where the end of the text ends the container as well.
+            if (at != end_) {
+                at = skipWhitespace(at);
+                if (!isNext(at, innermost_.closingBracket)) return inArray() ? at : name(at);
+                if (!isFirst && !(flags_ & AllowTrailingComma))
+                    return fail(inArray() ? "Unexpected comma exists while parsing array."
+                                          : "Unexpected comma exists while parsing object.");
                 ++at;
             }
             at = goOn(endContainer(), at);

@@ -34,14 +34,15 @@ class SaxHandler {
 /// the English message of the first error. Nesting has no limit, and the time is linear in the length of the text but
 /// for the ordering of members.
 ///
-/// Lenient on purpose: a byte order mark is skipped, whole or only its beginning; a text that ends right after an
-/// opening bracket or a comma ends that one object or array; a NUL after the value and whitespace ends the text.
+/// Lenient on purpose: a byte order mark (EF BB BF) at the beginning is skipped, and so are its first byte or its first
+/// two; a text that ends right after an opening bracket or a comma ends that one object or array; a NUL after the value
+/// and whitespace ends the text.
 ///
 /// A number without fraction and exponent is an Integer; beyond the signed 64-bit range it is a Float, as are all other
 /// numbers. A number too large for a double, such as 1e999, is an infinity, which write() refuses; one too small is 0.
 ///
 /// On failure the target keeps what was built up to the error, unfinished containers included, and its old content if
-/// nothing was. The text may be one that the target itself holds. std::bad_alloc passes through.
+/// nothing was. std::bad_alloc passes through, with the target as it was. The text may be one that the target holds.
 bool parse(std::string& errorMessage, Value& target, const char* begin, const char* end, unsigned flags = 0);
 bool parse(std::string& errorMessage, SaxHandler& target, const char* begin, const char* end, unsigned flags = 0);
 

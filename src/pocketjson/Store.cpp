@@ -17,19 +17,20 @@ constinit std::atomic<Store::Cursor> Store::shared_{Cursor{}};
 
 void Store::BatchAllocator::moveTo(Cursor cursor) noexcept {
     next_ = cursor.next;
-    end_ = Region::of(next_)->end();
+    end_ = cursor.region()->end();
 }
 
 void Store::BatchAllocator::openRegion(std::size_t size) {
     if (!end_) {
-        // What others have begun, if there is still space; from its beginning, if all of that has been released.
-        if (const Cursor cursor = shared_.exchange({}, std::memory_order_acquire); cursor.next) {
-            Region* const region = Region::of(cursor.next);
-            const bool isEmpty = region->units.load(std::memory_order_acquire) ==
-                                 Region::kOpen - unitsFor(static_cast<std::size_t>(cursor.next - region->begin()));
-            if (isEmpty) region->units.store(Region::kOpen, std::memory_order_relaxed);
-            moveTo(isEmpty ? Cursor{region->begin()} : cursor);
-            if (size <= static_cast<std::size_t>(end_ - next_)) return;
+        // The one that all share, if there is still space; from its beginning, if all objects in it have been released.
+        if (Cursor cursor = shared_.exchange({}, std::memory_order_acquire); cursor.next) {
+            Region& region = *cursor.region();
+            if (region.units.load(std::memory_order_acquire) == Region::kOpen - cursor.allocatedUnits()) {
+                region.units.store(Region::kOpen, std::memory_order_relaxed);
+                cursor.next = region.begin();
+            }
+            moveTo(cursor);
+            if (size <= cursor.space()) return;
         }
     }
     if (end_) close({next_});
@@ -39,7 +40,7 @@ void Store::BatchAllocator::openRegion(std::size_t size) {
 
 Store::BatchAllocator::~BatchAllocator() {
     if (!end_) return;
-    // Another thread may have left a region of its own meanwhile, which nobody needs.
+    // Another thread may have left another region open meanwhile.
     if (const Cursor other = shared_.exchange({next_}, std::memory_order_acq_rel); other.next) close(other);
 }
 
@@ -60,8 +61,7 @@ Store::Cursor Store::openSpare() {
 }
 
 void Store::close(Cursor cursor) noexcept {
-    Region* const region = Region::of(cursor.next);
-    release(region, Region::kOpen - unitsFor(static_cast<std::size_t>(cursor.next - region->begin())));
+    release(cursor.region(), Region::kOpen - cursor.allocatedUnits());
 }
 
 void Store::keepSpare(Region* region) noexcept {

@@ -84,6 +84,7 @@ class ExhaustedStore {
 TEST(Memory, FailingAtAnyAllocationLeavesTheValueAsItWas) {
     const std::string longText(100, 'x');
     const std::string aLongName = "a name that needs memory";
+    std::string message;
     const Value starts[] = {Value(),
                             7,
                             longText,
@@ -113,12 +114,10 @@ TEST(Memory, FailingAtAnyAllocationLeavesTheValueAsItWas) {
          [&](Value& value) {
              value = Value::array({longText, 1, longText});
          }},
-        {"parse", [&](Value& value) { value = parseOrNull(R"([{"a":"a text that is not short"},[1,2],3.5])"); }},
+        {"parse", [&](Value& value) { parse(message, value, R"([{"a":"a text that is not short"},[1,2],3.5])"); }},
         {"failing parse",
-         [&](Value& value) {
-             std::string message;
-             parse(message, value, R"({"a":["a text that is not short",{"a\n name that is not short":x)");
-         }},
+         [&](Value& value) { parse(message, value, R"({"a":["a text that is not short",{"a\n name so long":x)"); }},
+        {"parse with more behind", [&](Value& value) { parse(message, value, "[1] x"); }},
     };
     for (const Value& start : starts) {
         for (const auto& [name, change] : changes) {
@@ -127,6 +126,7 @@ TEST(Memory, FailingAtAnyAllocationLeavesTheValueAsItWas) {
                 bool failed = true;
                 for (long n = 1; failed; ++n) {
                     Value value = parsed(before);
+                    message = std::string();
                     const Value copy = isShared ? value : Value();
                     failed = false;
                     {
