@@ -108,7 +108,6 @@ class Call {
     };
 
     Result pass(const Needs& needs, const Work& work, std::initializer_list<Output> outputs);
-    Answer answer(const Needs& needs, const Work& work);
     Answer perform(const Needs& needs, const Work& work, World& world) const;
 
     const Journal journal_;

@@ -4,8 +4,8 @@
 //   "settings"  what every monitor keeps, by name: an object that may have
 //               "value"        a number, text, list or record; or one for each mode or colour, as a list or an object
 //               "min", "max"   the range of all numbers in the value; objects when its members have their own
-//               "of"           a list of the values that there are
-//               "most"         of a list that is not always as long: how many items it may have
+//               "of"           a list of the values that there are; of a list, those that its items may have
+//               "most"         how many items a list may have; otherwise a list keeps its length
 //               "size"         of a text, the closing NUL included
 //               "feature"      the feature that it belongs to, unless it is one itself
 //             and of some settings, as their functions say
