@@ -2,33 +2,33 @@ import { PellError } from './errors.js';
 import type { Transport, TransportAnswer, TransportRequest } from './transport.js';
 
 export interface CallOptions {
-    /** Takes the call back as long as it has not been sent; later it does nothing, as the monitor cannot stop either. */
+    /** Cancels the call if it has not been sent yet. Later it does nothing: what a monitor has begun cannot be stopped. */
     signal?: AbortSignal;
 }
 
 export interface PutOptions extends CallOptions {
     /**
-     * Whether a later PUT of the same resource, monitor and query may take the place of this one while it waits. That is
-     * so for numbers, texts and booleans, as they set the whole resource. Objects and lists may each set another part: for
-     * them it must be said.
+     * Whether a later PUT of the same resource, monitor and query replaces this one while it waits. By default it does if
+     * the body is a number, a text or a boolean, which set the whole resource, and does not if it is an object or a list,
+     * as each of these may set another part.
      */
     latest?: boolean;
 }
 
 interface Write {
     transport: Transport;
-    /** the resource and whose it is */
+    /** The resource and its monitor or file, as JSON. */
     target: string;
-    /** The query, of one that may be superseded. */
+    /** The query as JSON, if a later PUT may replace this one. */
     replaceable?: string;
     send(): void;
     supersede(): void;
 }
 
-/** What has been sent or waits, oldest first. Writes of one resource go out one after another, in their order. */
+/** The writes that are under way or wait, oldest first. Those of one target are sent one after another. */
 const writes: Write[] = [];
 
-/** The value of the answer; that of a PUT is whether it was sent, or "superseded" by a later one. */
+/** Resolves with the value of the answer; for a PUT with "done", or "superseded" if a later one replaced it. */
 export function call(transport: Transport, request: TransportRequest, options: PutOptions = {}): Promise<unknown> {
     const { signal } = options;
     const isPut = request.method === 'PUT';
@@ -71,8 +71,10 @@ export function call(transport: Transport, request: TransportRequest, options: P
         const last = earlier[earlier.length - 1];
         writes.push(write);
         if (!last) return write.send();
+        // The page may change its object meanwhile.
+        if (request.body !== undefined) request.body = JSON.parse(JSON.stringify(request.body));
         if (signal) signal.addEventListener('abort', abort);
-        // The first of them is under way.
+        // The first of a target is under way, all others wait.
         if (earlier.length > 1 && last.replaceable && last.replaceable === write.replaceable) last.supersede();
     });
 }

@@ -5,7 +5,7 @@ import type { Transport, TransportRequest } from './transport.js';
 
 export type Step = Events['transferFirmwareData'];
 
-/** What monitors, files and the application have in common; methods.d.ts tells which resources each of them has. */
+/** What monitors, files and the application have in common. methods.d.ts restricts each to its own resources. */
 class Addressed {
     constructor(
         readonly transport: Transport,
@@ -151,8 +151,9 @@ export class Transfer {
     }
 
     /**
-     * The steps of the transfer. A loop that is slower than the monitor gets the newest step, not all. It ends with the
-     * transfer, and throws if that fails. Whoever leaves it early learns the end from `done`.
+     * The steps of the transfer. A loop that is slower than the monitor gets the newest step and skips those before. It
+     * ends when the transfer is over, and throws if the transfer fails. Leaving it early does not stop the transfer: then
+     * `done` says how it ends.
      */
     progress(): AsyncIterableIterator<Step> {
         let seen = 0;
@@ -175,7 +176,7 @@ export class Transfer {
         const iterator = { next, return: leave } as AsyncIterableIterator<Step>;
         // Old browsers have no symbols.
         if (typeof Symbol === 'function' && Symbol.asyncIterator) iterator[Symbol.asyncIterator] = () => iterator;
-        // The loop gets the failure; that nobody awaits `done` as well is no unhandled rejection.
+        // The loop throws the failure, so `done` must not report it as unhandled as well.
         this.done.then(undefined, () => {});
         return iterator;
     }

@@ -14,15 +14,15 @@ export function httpTransport(address: string): Transport {
             own.onopen = resolve;
             own.onerror = (error) => {
                 resolve(error);
-                // It opens itself again, unless something else than the plug-in has answered, such as a proxy.
-                if (own.readyState === 2) setTimeout(() => own === source && open(), 1000);
+                // It reconnects by itself, unless it got another answer than a stream, as a proxy gives meanwhile.
+                if (own.readyState === EventSource.CLOSED) setTimeout(() => own === source && open(), 1000);
             };
         });
     };
 
     // A POST may cause events at once, so the stream that is to bring them must be open by then.
     const transport: Transport = (request) =>
-        (request.method === 'POST' ? opened : Promise.resolve()).then(() => send(address, request));
+        request.method === 'POST' ? opened.then(() => send(address, request)) : send(address, request);
     transport.on = (event, listener) => {
         const entry = { event, handler: ({ data }: MessageEvent) => listener(data) };
         listeners.push(entry);

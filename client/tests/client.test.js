@@ -2,7 +2,7 @@
 import assert from 'node:assert/strict';
 import { mock, test } from 'node:test';
 import { setImmediate as turn } from 'node:timers/promises';
-import { Monitor, Pell, PellError } from '../../build/client/index.js';
+import { httpTransport, Monitor, Pell, PellError } from '../../build/client/index.js';
 
 /** A transport that answers what it was requests first when it is told to. */
 function stub() {
@@ -11,7 +11,7 @@ function stub() {
     const transport = (request) => new Promise((resolve, reject) => requests.push({ request, resolve, reject }));
     transport.on = (event, listener) => {
         listeners.add(listener);
-        return () => listeners.delete(listener);
+        return () => assert.ok(listeners.delete(listener));
     };
     const answer = async (text = '{"error":null,"value":null}', status = 200) => {
         requests.shift().resolve({ status, text });
@@ -78,6 +78,12 @@ for (const [name, { puts, sent, dropped = [], atOnce = 1 }] of Object.entries(or
         assert.deepEqual(await Promise.all(results), expected);
     });
 
+test('writes: other transports do not wait', () => {
+    const stubs = [stub(), stub()];
+    for (const { transport } of stubs) new Monitor(transport, 'P', 'S').put('Hue', 1);
+    assert.ok(stubs.every(({ requests }) => requests.length));
+});
+
 test('what waits is sent after a failure, too, and a DELETE does not overtake a PUT', async () => {
     const { transport, requests, answer } = stub();
     const monitor = new Monitor(transport, 'P', 'S');
@@ -93,6 +99,17 @@ test('what waits is sent after a failure, too, and a DELETE does not overtake a 
     await Promise.all([monitor.put('ColorPatch', {}), answer()]);
 });
 
+test('what waits is sent as it was given, though the page uses its object again', async () => {
+    const { transport, requests, answer } = stub();
+    const monitor = new Monitor(transport, 'P', 'S');
+    const name = { mode: 1, name: 'first' };
+    monitor.put('ModeName', []);
+    monitor.put('ModeName', name);
+    name.name = 'second';
+    await answer();
+    assert.deepEqual(requests[0].request.body, { mode: 1, name: 'first' });
+});
+
 test('what has not been sent can be aborted', async () => {
     const { transport, requests, answer } = stub();
     const monitor = new Monitor(transport, 'P', 'S');
@@ -106,8 +123,29 @@ test('what has not been sent can be aborted', async () => {
     ].map(outcomeOf);
     control.abort();
     results.push(outcomeOf(monitor.get('Hue', {}, options)));
+    await answer();
+    assert.deepEqual(
+        requests.map(({ request }) => request.body),
+        [[4]],
+    );
+
+    // Once sent, it is not aborted, and what follows waits for it.
+    const later = new AbortController();
+    results.push(
+        ...[5, 6].map((step) => outcomeOf(monitor.put('Hue', step, {}, { signal: later.signal, latest: false }))),
+    );
+    await answer();
+    later.abort();
+    results.push(outcomeOf(monitor.put('Hue', 7)));
+    assert.deepEqual(
+        requests.map(({ request }) => request.body),
+        [5],
+    );
     while (requests.length) await answer();
-    assert.deepEqual(await Promise.all(results), ['done', 'AbortError', 'AbortError', 'done', 'AbortError']);
+    assert.deepEqual(await Promise.all(results), [
+        ...['done', 'AbortError', 'AbortError', 'done', 'AbortError'],
+        ...['done', 'AbortError', 'done'],
+    ]);
     // The signals of old polyfills have no reason.
     await assert.rejects(monitor.get('Hue', {}, { signal: { aborted: true } }), { name: 'AbortError' });
     const reason = new Error('left the page');
@@ -158,6 +196,31 @@ test('a listener hears until it is removed, whatever others do', () => {
     assert.throws(() => new Pell(() => {}).on('transferFirmwareData', () => {}), /has no events/);
 });
 
+test('a stream of events that was refused opens again as long as someone listens', () => {
+    const waiting = mock.method(globalThis, 'setTimeout', () => {}).mock;
+    const sources = [];
+    globalThis.EventSource = class extends EventTarget {
+        static CLOSED = 2;
+        constructor() {
+            super();
+            sources.push(this);
+        }
+        fail() {
+            this.readyState = EventSource.CLOSED;
+            this.onerror({});
+            waiting.calls.at(-1).arguments[0]();
+        }
+        close() {}
+    };
+    const stop = httpTransport('/pell').on('transferFirmwareData', () => {});
+    sources[0].fail();
+    assert.equal(sources.length, 2);
+    stop();
+    sources[1].fail();
+    mock.restoreAll();
+    assert.equal(sources.length, 2);
+});
+
 const step = (transferredBlock, product = 'P') => ({ product, serial: 'S', transferredBlock });
 
 test('progress tells the newest step of this monitor, and ends with the transfer', async () => {
@@ -170,7 +233,7 @@ test('progress tells the newest step of this monitor, and ends with the transfer
     })();
     dispatch(step(1));
     await turn();
-    [step(2), step(9, 'other'), step(3)].forEach(dispatch);
+    [step(2), step(3), step(9, 'other')].forEach(dispatch);
     await turn();
     dispatch(step(4));
     await answer();

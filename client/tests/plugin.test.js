@@ -96,7 +96,7 @@ test('every resource stands at its path', () => {
     );
 });
 
-test('queries arrive as they were given', async () => {
+test('addresses and queries arrive as they were given', async () => {
     const transport = httpTransport(server.address);
     const values = [
         true,
@@ -114,17 +114,21 @@ test('queries arrive as they were given', async () => {
         { a: { b: null } },
         null,
     ];
+    const parameters = { product: 'A/B?#%20 1', serial: '7%' };
     const heard = [];
     const { call } = host;
     host.call = (resource, texts, answered) => {
-        heard.push(JSON.parse(texts[2]));
+        heard.push(texts.slice(1, 3).map((text) => JSON.parse(text)));
         answered(200, '{"error":null,"value":null}');
     };
     const queries = values.map((value) => ({ value, 'another name': value }));
     for (const query of [...queries, { range: undefined }])
-        await transport({ resource: 'Hue', method: 'GET', parameters: { product, serial }, query });
+        await transport({ resource: 'Hue', method: 'GET', parameters, query });
     host.call = call;
-    assert.deepEqual(heard, [...queries, {}]);
+    assert.deepEqual(
+        heard,
+        [...queries, {}].map((query) => [parameters, query]),
+    );
 });
 
 const advices = { isUnsupported: 'unsupported', isDisconnected: 'reconnect', isOutdatedLibrary: 'outdated' };
@@ -143,35 +147,39 @@ test('errors advise what the catalogue does', async () => {
     assert.deepEqual(flagsOf(gone), ['isDisconnected']);
 });
 
-test('what an older library or monitor lacks is undefined for tryGet', async () => {
+test('what an older library or monitor lacks is undefined for tryGet', async (context) => {
     await host.line({ simulate: 'reset' });
     assert.equal(await new Monitor(bridge(host), 'TB240', '10000002').tryGet('ModeName'), undefined);
     const older = new Host('minimal');
+    context.after(() => older.close());
     const monitor = new Monitor(bridge(older), product, serial);
     assert.equal(await monitor.tryGet('ColorPatch', { supports: true }), undefined);
     assert.deepEqual(flagsOf(await monitor.put('ColorPatch', {}).catch((error) => error)), ['isOutdatedLibrary']);
-    older.close();
 });
 
 for (const refusals of [0, 1])
-    test(`the steps of a transfer over HTTP, of which ${refusals} streams are refused at first`, async () => {
-        await host.line({ simulate: 'reset' });
-        const pell = new Pell(httpTransport(server.address));
-        const opened = server.refuseEvents(refusals);
-        const steps = [];
-        const { promise, resolve } = withResolvers();
-        const stop = pell.on('transferFirmwareData', (step) => {
-            steps.push(step.transferredBlock);
-            if (step.transferredBlock === step.blockCount) resolve(step.blockCount);
-        });
-        if (refusals) await opened;
-        const file = await pell.open(firmware);
-        const update = new Monitor(pell.transport, product, serial).transfer(file);
-        for await (const step of update.progress()) assert.equal(step.product, product);
-        assert.deepEqual(
-            steps,
-            Array.from({ length: await promise }, (_, at) => at + 1),
-        );
-        await file.close();
-        stop();
-    });
+    test(
+        `the steps of a transfer over HTTP, of which ${refusals} streams are refused at first`,
+        { timeout: 60000 },
+        async () => {
+            await host.line({ simulate: 'reset' });
+            const pell = new Pell(httpTransport(server.address));
+            const opened = server.refuseEvents(refusals);
+            const steps = [];
+            const { promise, resolve } = withResolvers();
+            const stop = pell.on('transferFirmwareData', (step) => {
+                steps.push(step.transferredBlock);
+                if (step.transferredBlock === step.blockCount) resolve(step.blockCount);
+            });
+            if (refusals) await opened;
+            const file = await pell.open(firmware);
+            const update = new Monitor(pell.transport, product, serial).transfer(file);
+            for await (const step of update.progress()) assert.equal(step.product, product);
+            assert.deepEqual(
+                steps,
+                Array.from({ length: await promise }, (_, at) => at + 1),
+            );
+            await file.close();
+            stop();
+        },
+    );

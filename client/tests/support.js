@@ -1,11 +1,10 @@
 // The plug-in, as the tests of the client reach it: played by the development host, directly and over HTTP.
-import assert from 'node:assert/strict';
 import { execFileSync, spawn } from 'node:child_process';
 import fs from 'node:fs';
 import http from 'node:http';
 import path from 'node:path';
 import readline from 'node:readline';
-import { setImmediate as turn } from 'node:timers/promises';
+import { setImmediate as turn, setTimeout as later } from 'node:timers/promises';
 import ts from 'typescript';
 
 /** Where a test places files. */
@@ -75,10 +74,12 @@ export async function serve(host) {
         const { pathname, search } = new URL(request.url, 'http://host');
         if (pathname === '/pell/events') {
             if (refusals-- > 0) return response.writeHead(502).end();
+            await later(100); // What the page posts meanwhile is to wait.
             sendEvents(host, response);
             return hasOpened();
         }
         const { resource, parameters } = addressed(pathname.slice('/pell/'.length));
+        if (!resource) return response.writeHead(404).end('nothing is here');
         let body = '';
         for await (const chunk of request.setEncoding('utf8')) body += chunk;
         const texts = [{ method: request.method }, parameters, queryOf(search)].map((part) => JSON.stringify(part));
@@ -111,13 +112,11 @@ const templates = Object.entries(catalogue.resources).map(([resource, { path }])
 }));
 
 function addressed(path) {
-    const { resource, pattern } =
-        templates.find((one) => one.pattern.test(path)) ?? assert.fail(`nothing is at ${path}`);
-    const entries = Object.entries(pattern.exec(path).groups ?? {}).filter(([, value]) => value !== undefined);
-    return {
-        resource,
-        parameters: Object.fromEntries(entries.map(([name, value]) => [name, decodeURIComponent(value)])),
-    };
+    const template = templates.find(({ pattern }) => pattern.test(path));
+    if (!template) return {};
+    const entries = Object.entries(template.pattern.exec(path).groups ?? {}).filter(([, value]) => value !== undefined);
+    const parameters = entries.map(([name, value]) => [name, decodeURIComponent(value)]);
+    return { resource: template.resource, parameters: Object.fromEntries(parameters) };
 }
 
 /** A member alone is true, a value is JSON if it can be, else a text. */
