@@ -14,14 +14,14 @@ let copy;
 // A few resources are enough: the table has no others there.
 const gain = 'catalogue/picture/Gain.yaml';
 const hue = 'catalogue/picture/Hue.yaml';
-const target = 'catalogue/selfcalibration/SelfQCCalibrationTarget.yaml';
 const transfer = 'catalogue/firmware/FirmwareUpdateTransfer.yaml';
-const others = ['FirmwareUpdate', 'FileSystemDfwFile'].map((name) => `catalogue/firmware/${name}.yaml`);
+const dfwFile = 'catalogue/firmware/FileSystemDfwFile.yaml';
+const others = ['catalogue/firmware/FirmwareUpdate.yaml'];
 
 before(() => {
     copy = fs.mkdtempSync(path.join(os.tmpdir(), 'catalogue-'));
     const shared = fs.readdirSync('catalogue').filter((name) => /\.(yaml|ts|json)$/.test(name));
-    const files = [...shared.map((name) => `catalogue/${name}`), gain, hue, target, transfer, ...others];
+    const files = [...shared.map((name) => `catalogue/${name}`), gain, hue, transfer, dfwFile, ...others];
     for (const part of [...files, 'src/exports', 'src/resources', 'simulator/core/scenario.json'])
         fs.cpSync(part, path.join(copy, part), { recursive: true });
     process.chdir(copy);
@@ -57,8 +57,13 @@ const mistakes = {
         'answer: PerRGB',
         /Gain.yaml:9: PerRGB has 1 arg/,
     ],
-    'an unknown type within a declaration': [target, 'serial: Text<31>', 'serial: Txt<32>', /Target.yaml:20: .* Txt;/],
-    'a declaration that nothing uses': [target, 'types: |', 'types: |\n  type Spare = number;', /Spare/],
+    'an unknown type within a declaration': [
+        dfwFile,
+        'version: FirmwareVersions',
+        'version: Versions',
+        /DfwFile.yaml:8: .* Versions;/,
+    ],
+    'a declaration that nothing uses': [dfwFile, 'types: |', 'types: |\n  type Spare = number;', /Spare/],
     'a GET without an answer': [gain, 'answer: Range, ', '', /Gain.yaml:6: a GET has an answer/],
     'a method that the table does not have': [
         gain,
@@ -147,6 +152,14 @@ test('types become schemas, exact in answers and open in what is given', () => {
         UInt8: [uint8, { type: 'number', format: 'uint8' }],
         'Pair<string>': [{ ...pair, additionalProperties: false }, pair],
         'Partial<Pair<string>>': [undefined, { type: 'object', properties: pair.properties }],
+        'Omit<Pair<string>, "second">': [
+            { ...pair, properties: { first: { type: 'string' } }, additionalProperties: false },
+            { ...pair, properties: { first: { type: 'string' } } },
+        ],
+        'Omit<Pair<string>, "first" | "third">': [
+            undefined,
+            { ...pair, properties: { second: { type: 'string' } }, required: [] },
+        ],
         'AtLeastOne<{a: null; b: unknown}>': [
             undefined,
             {
