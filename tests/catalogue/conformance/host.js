@@ -32,9 +32,9 @@ export class Host {
     #waiting = [];
     #turn = Promise.resolve();
 
-    /** @param {string} preset @param {'full' | 'minimal'} folder those of build/ */
-    constructor(preset, folder) {
-        const program = `build/${preset}/${folder}/pellhost`;
+    /** @param {string} root the project's folder @param {string} preset @param {'full' | 'minimal'} folder of its build */
+    constructor(root, preset, folder) {
+        const program = path.join(root, 'build', preset, folder, 'pellhost');
         this.command = preset === 'windows' ? ['scripts/wine', `${program}.exe`] : [program];
         assert.ok(fs.existsSync(this.command.at(-1)), `${this.command.at(-1)} is not built: scripts/build ${preset}`);
         // Under Wine, the system's root is a drive of its own.

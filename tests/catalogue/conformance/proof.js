@@ -5,7 +5,7 @@ import fc from 'fast-check';
 import { parseExamples } from '../../../catalogue/tools/examples.js';
 import { decide, fits, isServed } from '../../../catalogue/tools/match.js';
 import { describe, outcome, returns } from './host.js';
-import { covers, nearly, placesIn, replaceAt, samplesOf, strangers, valueAt, valueOf } from './values.js';
+import { covers, nearly, placesIn, replaceAt, samplesOf, spoiltOf, valueAt, valueOf } from './values.js';
 
 /**
  * @typedef {import('./host.js').Request} Request
@@ -348,18 +348,14 @@ export class Proof {
         const rows = this.methods[method].filter(isServed);
         const queries = rows.map((row) => samplesOf(querySchema(row), this.world.known)[0]);
         const merged = queries.flatMap((one) => queries.map((other) => ({ ...one, ...other })));
-        const strange = queries.flatMap((query) =>
-            Object.keys(query).flatMap((name) => strangers.map((value) => ({ ...query, [name]: value }))),
-        );
+        const spoilt = queries.flatMap(spoiltOf).filter((query) => isContainer(query) && !Array.isArray(query));
         const bodies = rows.flatMap(({ body }) => (body ? samplesOf(body, this.world.known) : []));
-        const spoilt = bodies.flatMap((body) =>
-            placesIn(body).flatMap((place) => [undefined, ...strangers].map((other) => replaceAt(body, place, other))),
-        );
-        const fitting = [undefined, ...bodies];
-        const requests = [
-            ...[...merged, ...strange].flatMap((query) => fitting.map((body) => this.#request(method, query, body))),
-            ...queries.flatMap((query) => spoilt.map((body) => this.#request(method, query, body))),
+        const combined = [
+            ...[...merged, ...spoilt].flatMap((query) => [undefined, ...bodies].map((body) => ({ query, body }))),
+            ...bodies.flatMap(spoiltOf).flatMap((body) => queries.map((query) => ({ query, body }))),
+            ...this.examples.filter((one) => one.method === method && !one.resource),
         ];
+        const requests = combined.map(({ query, body }) => this.#request(method, query, body));
         const problems = await Promise.all(requests.map((request) => this.#problemOfDeciding(request)));
         problems.filter(Boolean).forEach((problem) => this.#tell(problem));
     }
