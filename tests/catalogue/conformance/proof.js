@@ -1,9 +1,9 @@
 // What the catalogue says of one resource, proven against the plug-in.
-import fs from 'node:fs';
 import { isDeepStrictEqual } from 'node:util';
 import fc from 'fast-check';
 import { parseExamples } from '../../../catalogue/tools/examples.js';
 import { decide, fits, isServed } from '../../../catalogue/tools/match.js';
+import { checkedFunctions, isCleanUp, isReading, isSupport } from './functions.js';
 import { describe, outcome, returns } from './host.js';
 import { covers, nearly, placesIn, replaceAt, samplesOf, spoiltOf, valueAt, valueOf } from './values.js';
 
@@ -21,21 +21,6 @@ import { covers, nearly, placesIn, replaceAt, samplesOf, spoiltOf, valueAt, valu
 
 const methods = ['GET', 'PUT', 'POST', 'DELETE'];
 const stall = 0x80000008;
-
-// ---- Companion functions --------------------------------------------------------------------------------------------
-
-const isCleanUp = (name) => /ExitCritical|Release|UnlockMonitor/.test(name);
-const isSupport = (name) => name.startsWith('DmCtrlSupported');
-const isReading = (name) =>
-    /^DmCtrl(Get|Enum|Supported|Prof|Find|Lock|Unlock)|^FW(?!.*(Transfer|Trigger)Firm)/.test(name);
-
-/** Those whose failure is the request's: they return a DmResult. A monitor need not be locked or looked for. */
-const checkedFunctions = new Set(
-    ['companions/libfwupdate.h', ...fs.readdirSync('companions/libdmc').map((name) => `companions/libdmc/${name}`)]
-        .flatMap((file) => [...fs.readFileSync(file, 'utf8').matchAll(/^DmResult (\w+)\(/gm)])
-        .map(([, name]) => name)
-        .filter((name) => !isCleanUp(name) && !/Find|LockMonitor/.test(name)),
-);
 
 export class Proof {
     #problems = new Set();
