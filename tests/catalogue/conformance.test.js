@@ -2,6 +2,7 @@
 import assert from 'node:assert/strict';
 import fs from 'node:fs';
 import { test } from 'node:test';
+import { isReading } from './conformance/functions.js';
 import { outcome, returns } from './conformance/host.js';
 import { Proof } from './conformance/proof.js';
 import { openWorld } from './conformance/world.js';
@@ -25,6 +26,7 @@ for (const build of builds)
             t.test(name, () => prove(world)),
         );
         await Promise.all([...proofs, ...others]);
+        await t.test('proveWriters', () => proveWriters(world));
         t.diagnostic(`${build}: ${world.requests()} requests in ${(Date.now() - started) / 1000} s`);
     });
 
@@ -69,6 +71,15 @@ async function proveAliases({ full, monitors: [parameters] }) {
         for (const resource of aliases) {
             const request = { method: 'GET', parameters };
             const [one, other] = await full.run([name, resource].map((each) => ({ ...request, resource: each })));
-            assert.deepEqual([other.text, other.calls], [one.text, one.calls], resource);
+            assert.deepEqual(other, one, resource);
         }
+}
+
+/** A setting is written by one resource; whatever else has written it, has taken the wrong function. */
+async function proveWriters({ full: { callers } }) {
+    const shared = /CriticalSection|^DmCtrlSetSelf(CalibrationState|TargetPairing)$/;
+    const several = [...callers].filter(
+        ([name, resources]) => resources.size > 1 && !isReading(name) && !shared.test(name),
+    );
+    assert.deepEqual(several, []);
 }

@@ -4,6 +4,7 @@ import { execFileSync, spawn } from 'node:child_process';
 import fs from 'node:fs';
 import path from 'node:path';
 import readline from 'node:readline';
+import { isLookUp } from './functions.js';
 
 /**
  * @typedef {object} Request
@@ -19,9 +20,6 @@ import readline from 'node:readline';
  * @property {{name: string, text: string}[]} events @property {{line: string}[]} log
  */
 
-/** What every request of a monitor begins with, and what `Monitors` lists. */
-const lookUp = ['DmCtrlGetNumMonitors', 'DmCtrlGetSerialProduct'];
-
 export const reset = { simulate: 'reset' };
 
 /** A simulation: the function returns this result, the next time or the next times. */
@@ -29,12 +27,13 @@ export const returns = (name, result, times) => ({ simulate: 'return', function:
 
 export class Host {
     requests = 0;
+    callers = new Map(); // functions, and the resources that have called them
     #waiting = [];
     #turn = Promise.resolve();
 
-    /** @param {string} preset @param {'full' | 'minimal'} folder those of build/ */
-    constructor(preset, folder) {
-        const program = `build/${preset}/${folder}/pellhost`;
+    /** @param {string} root the project's folder @param {string} preset @param {'full' | 'minimal'} folder of its build */
+    constructor(root, preset, folder) {
+        const program = path.join(root, 'build', preset, folder, 'pellhost');
         this.command = preset === 'windows' ? ['scripts/wine', `${program}.exe`] : [program];
         assert.ok(fs.existsSync(this.command.at(-1)), `${this.command.at(-1)} is not built: scripts/build ${preset}`);
         // Under Wine, the system's root is a drive of its own.
@@ -107,8 +106,18 @@ export class Host {
         const answers = lines.flatMap((line, index) => (line.simulate ? [] : [readAnswer(line, all[index])]));
         const refused = lines.findIndex((line, index) => line.simulate && !all[index].ok);
         assert.equal(refused, -1, `${texts[refused]}: ${JSON.stringify(all[refused])}`);
-        this.requests += answers.length;
+        this.#count(lines, answers);
         return answers;
+    }
+
+    #count(lines, answers) {
+        this.requests += answers.length;
+        const requests = lines.filter((line) => !line.simulate);
+        for (const [at, { calls }] of answers.entries())
+            for (const { function: name } of calls) {
+                if (!this.callers.has(name)) this.callers.set(name, new Set());
+                this.callers.get(name).add(requests[at].resource);
+            }
     }
 }
 
@@ -131,7 +140,7 @@ function readAnswer(request, { returned, responses, events, log, calls, error })
     const { status, text } = responses[0];
     const answer = JSON.parse(text);
     if (Object.keys(answer).sort().join() !== 'error,value') fail(`answers ${text}`);
-    return { status, text, ...answer, events, log, calls: calls.filter((call) => !lookUp.includes(call.function)) };
+    return { status, text, ...answer, events, log, calls: calls.filter((call) => !isLookUp(call.function)) };
 }
 
 /** A request as in an example. */

@@ -1,11 +1,11 @@
 // What the catalogue says of one resource, proven against the plug-in.
-import fs from 'node:fs';
 import { isDeepStrictEqual } from 'node:util';
 import fc from 'fast-check';
 import { parseExamples } from '../../../catalogue/tools/examples.js';
 import { decide, fits, isServed } from '../../../catalogue/tools/match.js';
+import { checkedFunctions, isCleanUp, isReading, isSupport } from './functions.js';
 import { describe, outcome, returns } from './host.js';
-import { covers, nearly, placesIn, replaceAt, samplesOf, strangers, valueAt, valueOf } from './values.js';
+import { covers, nearly, placesIn, replaceAt, samplesOf, spoiltOf, valueAt, valueOf } from './values.js';
 
 /**
  * @typedef {import('./host.js').Request} Request
@@ -21,21 +21,6 @@ import { covers, nearly, placesIn, replaceAt, samplesOf, strangers, valueAt, val
 
 const methods = ['GET', 'PUT', 'POST', 'DELETE'];
 const stall = 0x80000008;
-
-// ---- Companion functions --------------------------------------------------------------------------------------------
-
-const isCleanUp = (name) => /ExitCritical|Release|UnlockMonitor/.test(name);
-const isSupport = (name) => name.startsWith('DmCtrlSupported');
-const isReading = (name) =>
-    /^DmCtrl(Get|Enum|Supported|Prof|Find|Lock|Unlock)|^FW(?!.*(Transfer|Trigger)Firm)/.test(name);
-
-/** Those whose failure is the request's: they return a DmResult. A monitor need not be locked or looked for. */
-const checkedFunctions = new Set(
-    ['companions/libfwupdate.h', ...fs.readdirSync('companions/libdmc').map((name) => `companions/libdmc/${name}`)]
-        .flatMap((file) => [...fs.readFileSync(file, 'utf8').matchAll(/^DmResult (\w+)\(/gm)])
-        .map(([, name]) => name)
-        .filter((name) => !isCleanUp(name) && !/Find|LockMonitor/.test(name)),
-);
 
 export class Proof {
     #problems = new Set();
@@ -348,18 +333,14 @@ export class Proof {
         const rows = this.methods[method].filter(isServed);
         const queries = rows.map((row) => samplesOf(querySchema(row), this.world.known)[0]);
         const merged = queries.flatMap((one) => queries.map((other) => ({ ...one, ...other })));
-        const strange = queries.flatMap((query) =>
-            Object.keys(query).flatMap((name) => strangers.map((value) => ({ ...query, [name]: value }))),
-        );
+        const spoilt = queries.flatMap(spoiltOf).filter((query) => isContainer(query) && !Array.isArray(query));
         const bodies = rows.flatMap(({ body }) => (body ? samplesOf(body, this.world.known) : []));
-        const spoilt = bodies.flatMap((body) =>
-            placesIn(body).flatMap((place) => [undefined, ...strangers].map((other) => replaceAt(body, place, other))),
-        );
-        const fitting = [undefined, ...bodies];
-        const requests = [
-            ...[...merged, ...strange].flatMap((query) => fitting.map((body) => this.#request(method, query, body))),
-            ...queries.flatMap((query) => spoilt.map((body) => this.#request(method, query, body))),
+        const combined = [
+            ...[...merged, ...spoilt].flatMap((query) => [undefined, ...bodies].map((body) => ({ query, body }))),
+            ...bodies.flatMap(spoiltOf).flatMap((body) => queries.map((query) => ({ query, body }))),
+            ...this.examples.filter((one) => one.method === method && !one.resource),
         ];
+        const requests = combined.map(({ query, body }) => this.#request(method, query, body));
         const problems = await Promise.all(requests.map((request) => this.#problemOfDeciding(request)));
         problems.filter(Boolean).forEach((problem) => this.#tell(problem));
     }

@@ -1,8 +1,8 @@
 // Values of the catalogue's schemas, and values that nearly are.
 import fc from 'fast-check';
 
-/** Values of any kind; some kinds for those who do not want all. */
-export const strangers = [null, true, false, 0, -1, 2.5, 4294967296, '', 'a\0b', '7', [], [1], {}, { x: 1 }];
+/** Values of all kinds. */
+const strangers = [null, true, false, 0, -1, 2.5, 4294967296, '', 'a\0b', '7', [], [1], {}, { x: 1 }];
 
 /**
  * A few values of a schema, the fullest first: every option of it is among them.
@@ -113,6 +113,11 @@ export function replaceAt(value, [name, ...place], other) {
         return value.flatMap((one, at) => (at !== name ? [one] : inner === undefined ? [] : [inner]));
     const { [name]: _, ...others } = value;
     return inner === undefined ? others : { ...value, [name]: inner };
+}
+
+/** A value with another one, or with nothing, at each of its places. */
+export function spoiltOf(value) {
+    return placesIn(value).flatMap((place) => [undefined, ...strangers].map((other) => replaceAt(value, place, other)));
 }
 
 /** Whether a schema tells anything of a place, so that what stands there counts. */

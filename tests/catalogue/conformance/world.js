@@ -5,8 +5,8 @@ import path from 'node:path';
 import { Host } from './host.js';
 
 /** @returns {Promise<import('./proof.js').World>} */
-export async function openWorld(build, { seed = 11, runs = Number(process.env.RUNS ?? 30) } = {}) {
-    const [full, minimal] = ['full', 'minimal'].map((name) => new Host(build, name));
+export async function openWorld(build, { root = '.', seed = 11, runs = 30 } = {}) {
+    const [full, minimal] = ['full', 'minimal'].map((name) => new Host(root, build, name));
     full.start();
     minimal.start();
     const folder = fs.mkdtempSync(path.join(os.tmpdir(), 'pell-'));
