@@ -8,10 +8,9 @@
 #ifndef PELL_COMPANIONS_LIBFWUPDATE_H
 #define PELL_COMPANIONS_LIBFWUPDATE_H
 
+#include <libdmc/result.h>
 #include <stddef.h>
 #include <stdint.h>
-
-#include <libdmc/result.h>
 
 #ifdef __cplusplus
 extern "C" {

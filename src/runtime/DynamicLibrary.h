@@ -38,8 +38,8 @@ class DynamicLibrary {
     /// call tries again: a file that has been installed meanwhile is found.
     void load(const fs::Path& file);
 
-    /// Takes the very module that libpell's imports from the library of this file name are bound to, with a reference of
-    /// its own, unless a library is loaded already.
+    /// Takes the very module that libpell's imports from the library of this file name are bound to, with a reference
+    /// of its own, unless a library is loaded already.
     void loadImported(const std::string& fileName);
 
     /// The directory of the loaded file; empty when none is loaded, or when it is unknown.
