@@ -90,11 +90,3 @@ inline std::vector<Json> inputsOf(const Answer& answer, const std::string& funct
         if (call["function"] == function) inputs.emplace_back(call["arguments"].begin() + 2, call["arguments"].end());
     return inputs;
 }
-
-/// The query of a GET that has nothing special in it, but what the resource requires.
-inline std::string plainQuery(const std::string& resource) {
-    if (resource == "ColorPatch" || resource == "CenterCrossMarker") return R"({"supports":1})";
-    if (resource == "VirtualKey") return R"({"available":1})";
-    if (resource == "InputPortUSBSelectionSetting") return R"({"usbSelection":0})";
-    return resource == "ColorMatrix" ? R"({"index":0})" : "";
-}

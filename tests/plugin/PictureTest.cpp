@@ -1,4 +1,4 @@
-// Brightness and its siblings, and the list of monitors.
+// Brightness, and the list of monitors.
 #include "tests/plugin/Page.h"
 
 namespace {
@@ -65,43 +65,6 @@ TEST(Brightness, SetsWhatTheBodyHolds) {
         EXPECT_EQ(inputsOf(answer, "DmCtrlSetBrightnessForStep"), steps) << body;
         EXPECT_EQ(inputsOf(answer, "DmCtrlSetBrightnessForPercentage"), percentages) << body;
     }
-}
-
-TEST(Siblings, SpeakToTheirOwnFunctionsWithTheirOwnWords) {
-    Page page;
-    const struct {
-        const char* resource;
-        const char* query;
-        const char* body;  // of a PUT; null is a GET
-        const char* function;
-        const char* action;
-    } cases[] = {
-        {"Brightness", R"({"range":1})", nullptr, "DmCtrlGetRangeBrightnessForStep", "Get brightness range."},
-        {"Brightness", R"({"percentage":1})", nullptr, "DmCtrlGetBrightnessForPercentage",
-         "Get brightness percentage."},
-        {"Contrast", "", nullptr, "DmCtrlGetContrastForStep", "Get contrast."},
-        {"Contrast", R"({"range":1})", nullptr, "DmCtrlGetRangeContrastForStep", "Get contrast range."},
-        {"Contrast", R"({"percentage":1})", nullptr, "DmCtrlGetContrastForPercentage", "Get contrast percentage."},
-        {"Contrast", "", "7", "DmCtrlSetContrastForStep", "Set contrast."},
-        {"Contrast", "", R"({"percentage":7})", "DmCtrlSetContrastForPercentage", "Set contrast percentage."},
-        {"Hue", "", nullptr, "DmCtrlGet6ColorsHue", "Get hue."},
-        {"Hue", R"({"range":1})", nullptr, "DmCtrlGetRange6ColorsHue", "Get hue range."},
-        {"Hue", "", "7", "DmCtrlSet6ColorsHue", "Set hue."},
-        {"Saturation", "", nullptr, "DmCtrlGet6ColorsSaturation", "Get saturation."},
-        {"Saturation", R"({"range":1})", nullptr, "DmCtrlGetRange6ColorsSaturation", "Get saturation range."},
-        {"Saturation", "", "7", "DmCtrlSet6ColorsSaturation", "Set saturation."},
-    };
-    for (const auto& [resource, query, body, function, action] : cases) {
-        page.returns(function, 0x80000008);
-        const Answer answer = body ? page.put(resource, body, query) : page.get(resource, query);
-        EXPECT_EQ(summary(answer), "500 DmError Stall. (" + std::string(action) + ")") << resource << query;
-        page.simulate({{"simulate", "reset"}});
-        if (body) EXPECT_EQ(summary(page.put(resource, body, query)), "200 null") << resource;
-        if (body && std::string(body) == "7") EXPECT_EQ(summary(page.get(resource)), "200 7") << resource;
-    }
-    for (const char* resource : {"Contrast", "Hue", "Saturation"})
-        EXPECT_EQ(summary(page.put(resource, "true")), "400 BadRequestError data must be number.") << resource;
-    EXPECT_EQ(summary(page.put("Hue", R"({"percentage":7})")), "400 BadRequestError data must be number.");
 }
 
 // ---- Monitors ------------------------------------------------------------------------------------------------------

@@ -101,37 +101,6 @@ TEST(Request, WritesTheEnvelopeByteForByte) {
               "range.\tcode:0x8000000a");
 }
 
-TEST(Request, NamesEveryResultOfTheMonitorControlLibrary) {
-    Page page;
-    const struct {
-        std::uint32_t code;
-        const char* message;
-    } failures[] = {
-        {0x80000000, "Failed."},
-        {0x80000005, "Not registered."},
-        {0x80000007, "Unsupported."},
-        {0x80000012, "Already used."},
-        {0x8000001F, "Rejected by critical section."},
-        {0x80000020, "Undefined error."},
-        {0x80010000, "Undefined error."},
-        {0x80010001, "Monitor connection error."},
-        {0x80010006, "Chamber error."},
-        {0x8001000A, "Monitor critical section is owned."},
-        {0x8001000B, "Undefined error."},
-        {0xFFFFFFFF, "Undefined error."},
-    };
-    for (const auto& [code, message] : failures) {
-        page.returns("DmCtrlGetBrightnessForStep", code);
-        const Answer answer = page.get("Brightness");
-        EXPECT_EQ(summary(answer), "500 DmError " + std::string(message) + " (Get brightness.)");
-        EXPECT_EQ(answer.error["code"], code);
-    }
-    for (const std::uint32_t notAFailure : {0U, 1U, 4U, 77U, 0x7FFFFFFFU, 0x80000006U}) {
-        page.returns("DmCtrlGetBrightnessForStep", notAFailure, Json::array({33}));
-        EXPECT_EQ(summary(page.get("Brightness")), "200 33") << notAFailure;
-    }
-}
-
 TEST(Request, SurvivesWhatACompanionDoes) {
     Page page;
     for (const char* number : {"NaN", "Infinity", "-Infinity"}) {

@@ -31,29 +31,4 @@ TEST(Table, IsWhatThePluginExports) {
     EXPECT_NE(plugin.find("TearDown"), nullptr);
 }
 
-TEST(Table, EveryGetAnswersOnAMonitorThatSupportsEverything) {
-    Page page;
-    for (const ResourceRow& row : resourceTable) {
-        if (!(row.methods & torvo::exports::Get) || !*row.path) continue;
-        const Answer answer = page.get(row.name, plainQuery(row.name));
-        EXPECT_EQ(answer.status, 200) << row.name << " " << summary(answer);
-    }
-}
-
-TEST(Table, MethodsThatARowLacksAreRefusedAndOthersAreNot) {
-    Page page;
-    const std::pair<const char*, unsigned> methods[] = {{"GET", torvo::exports::Get},
-                                                        {"PUT", torvo::exports::Put},
-                                                        {"POST", torvo::exports::Post},
-                                                        {"DELETE", torvo::exports::Delete}};
-    for (const ResourceRow& row : resourceTable) {
-        for (const auto& [method, bit] : methods) {
-            const Answer answer = page.ask(method, row.name);
-            EXPECT_EQ(answer.status == 405, !(row.methods & bit)) << method << " " << row.name;
-            const std::string uri = *row.path ? "/pell/Monitors/TQ271-P/10000001/" + std::string(row.path) : "/pell/";
-            EXPECT_NE(answer.log.find("\turi:" + uri), std::string::npos) << answer.log;
-        }
-    }
-}
-
 }  // namespace
