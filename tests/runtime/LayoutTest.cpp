@@ -49,8 +49,7 @@ class Layout {
         for (const char* folder : {"program/plugins", "shared"}) std::filesystem::create_directories(root_ / folder);
         copyInto(root_ / "program", built_ / hostProgram);
         for (const auto& entry : std::filesystem::directory_iterator(built_))
-            for (const char* library :
-                 {"pell_simulator.", "libcolour_x64.", "QtWebKitBridgeHelper.", "libstdc++-", "libgcc_", "libwin"})
+            for (const char* library : {"pell_simulator.", "QtWebKitBridgeHelper.", "libstdc++-", "libgcc_", "libwin"})
                 if (entry.path().filename().string().starts_with(library)) copyInto(root_ / "program", entry);
     }
     ~Layout() { std::filesystem::remove_all(root_); }
@@ -76,6 +75,7 @@ class Layout {
     /// What the host prints when it loads the plug-in from a folder and takes these steps.
     Lines run(const path& folder, const std::string& steps) const {
         copyInto(root_ / folder, built_ / plugin);
+        copyInto(root_ / folder, built_ / fileOf("libcolour"));  // an import that the host has not loaded
         setSearchPath(root_ / "shared");
         const path before = std::filesystem::current_path();
         std::filesystem::current_path(root_);
