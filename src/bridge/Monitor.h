@@ -159,32 +159,32 @@ class Monitor {
     }
 
     /// The items of a function that ends in (items, count*): asked for their count first, then for the items. Never
-    /// more than `maximumItems`, nor than the library returned, whatever count it gave before.
+    /// more than `mostItems`, nor than the library returned, whatever count it gave before.
     template <class Callable, class... Inputs>
     auto enumerate(Callable function, const char* action, Inputs... inputs) const {
         using Parameters = typename detail::MonitorFunction<Callable>::Parameters;
         static_assert(std::tuple_size_v<Parameters> == sizeof...(Inputs) + 2,
                       "a monitor function that is enumerated ends in its items and their count");
-        using Items = std::tuple_element_t<sizeof...(Inputs), Parameters>;
+        using Item = std::remove_pointer_t<std::tuple_element_t<sizeof...(Inputs), Parameters>>;
         std::uint32_t count = 0;
-        write(function, action, inputs..., Items{nullptr}, &count);
-        count = std::min(count, maximumItems);
-        std::vector<std::remove_pointer_t<Items>> items(count);
+        write(function, action, inputs..., static_cast<Item*>(nullptr), &count);
+        count = std::min(count, mostItems<Item>);
+        std::vector<Item> items(count);
         if (count > 0) write(function, action, inputs..., items.data(), &count);
         items.resize(std::min<std::size_t>(count, items.size()));
         return items;
     }
 
     /// The items of a function that ends in (items, count), where the count comes from elsewhere. Items that the
-    /// library does not write are zero; beyond `maximumItems` none are asked for.
+    /// library does not write are zero; beyond `mostItems` none are asked for.
     template <class Callable, class... Inputs>
     auto readList(Callable function, const char* action, std::uint32_t count, Inputs... inputs) const {
         using Parameters = typename detail::MonitorFunction<Callable>::Parameters;
         static_assert(std::tuple_size_v<Parameters> == sizeof...(Inputs) + 2,
                       "a monitor function that fills a list ends in its items and their count");
-        using Items = std::tuple_element_t<sizeof...(Inputs), Parameters>;
-        count = std::min(count, maximumItems);
-        std::vector<std::remove_pointer_t<Items>> items(count);
+        using Item = std::remove_pointer_t<std::tuple_element_t<sizeof...(Inputs), Parameters>>;
+        count = std::min(count, mostItems<Item>);
+        std::vector<Item> items(count);
         write(function, action, inputs..., items.data(), count);
         return items;
     }
@@ -198,7 +198,13 @@ class Monitor {
         return text;
     }
 
+    /// A list has no more items than this, and no more bytes.
     static constexpr std::uint32_t maximumItems = 1U << 20;
+    static constexpr std::uint32_t maximumListBytes = 1U << 24;
+    template <class Item>
+    static constexpr std::uint32_t mostItems = std::min<std::uint32_t>(maximumItems,
+                                                                       maximumListBytes / std::uint32_t{sizeof(Item)});
+
     static constexpr std::uint32_t maximumText = 4096;
 
     const char* const serial;

@@ -25,6 +25,16 @@ DmResult writesTwo(const char*, const char*, std::int16_t* numbers, std::uint32_
     return count > 1000 ? stall : 0;
 }
 
+template <class Item>
+DmResult claimsToHaveMost(const char*, const char*, Item* items, std::uint32_t* count) {
+    if (!items) *count = 0xFFFFFFFF;
+    return 0;
+}
+
+struct Big {
+    char bytes[4096];
+};
+
 DmResult writesWithoutNul(const char*, const char*, char* text, std::uint32_t size) {
     std::fill(text, text + size, 'x');
     return 0;
@@ -63,6 +73,11 @@ TEST(Verbs, ReadListsOfALengthThatIsGiven) {
     EXPECT_EQ(monitor.readList(writesTwo, "Get them.", 3), (std::vector<std::int16_t>{-1, 2, 0}));
     EXPECT_EQ(monitor.readList(writesTwo, "Get them.", 0), std::vector<std::int16_t>());
     EXPECT_EQ(reasonOf([] { monitor.readList(writesTwo, "Get them.", 4000000000); }), "Get them.");
+}
+
+TEST(Verbs, BoundListsByTheirItemsAndByTheirBytes) {
+    EXPECT_EQ(monitor.enumerate(claimsToHaveMost<std::uint8_t>, "Get them.").size(), Monitor::maximumItems);
+    EXPECT_EQ(monitor.enumerate(claimsToHaveMost<Big>, "Get them.").size(), Monitor::maximumListBytes / sizeof(Big));
 }
 
 TEST(Verbs, BoundTexts) {
