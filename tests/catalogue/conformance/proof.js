@@ -205,7 +205,8 @@ export class Proof {
         const missing = `404 FunctionNotFoundError ${needs?.split(' ').at(-1)} does not have a requested function.`;
         if (isNeeded ? outcome(answer) === missing : answer.text === text) return;
         // No package can be open there.
-        if (this.#isAboutPackage(request) && this.#failuresOf(request).includes(answer.error?.message)) return;
+        if (isNeeded && this.#isAboutPackage(request) && this.#failuresOf(request).includes(answer.error?.message))
+            return;
         this.#tell(`${describe(request)} answers ${outcome(answer)} with the older libraries`);
     }
 
@@ -328,6 +329,13 @@ export class Proof {
         return isSame ? undefined : `${describe(request)} is not decided by ${JSON.stringify(query)}`;
     }
 
+    /** The members of all queries, each with a value. */
+    #vocabulary() {
+        const rows = Object.values(this.shared.resources).flatMap((one) => Object.values(one.methods).flat());
+        const members = rows.flatMap((row) => Object.entries(samplesOf(querySchema(row), this.world.known)[0]));
+        return [...new Map(members)];
+    }
+
     /** Of several members the first row's count; flags whatever their value, others when they are of their kind. */
     async #proveDecisions(method) {
         const rows = this.methods[method].filter(isServed);
@@ -335,7 +343,13 @@ export class Proof {
         const merged = queries.flatMap((one) => queries.map((other) => ({ ...one, ...other })));
         const spoilt = queries.flatMap(spoiltOf).filter((query) => isContainer(query) && !Array.isArray(query));
         const bodies = rows.flatMap(({ body }) => (body ? samplesOf(body, this.world.known) : []));
+        // Members of other resources mean nothing here.
+        const names = rows.flatMap(({ query }) => Object.keys(query ?? {}));
+        const foreign = Object.fromEntries(this.#vocabulary().filter(([name]) => !names.includes(name)));
         const combined = [
+            ...queries.flatMap((query) =>
+                [undefined, ...bodies].map((body) => ({ query: { ...foreign, ...query }, body })),
+            ),
             ...[...merged, ...spoilt].flatMap((query) => [undefined, ...bodies].map((body) => ({ query, body }))),
             ...bodies.flatMap(spoiltOf).flatMap((body) => queries.map((query) => ({ query, body }))),
             ...this.examples.filter((one) => one.method === method && !one.resource),
