@@ -6,7 +6,7 @@
 import { execFileSync } from 'node:child_process';
 import fs from 'node:fs';
 import { isServed } from '../../catalogue/tools/match.js';
-import { Proof } from './conformance/proof.js';
+import { contradictionsOf } from './conformance/proof.js';
 import { openWorld } from './conformance/world.js';
 
 const catalogue = JSON.parse(fs.readFileSync('catalogue/catalogue.json', 'utf8'));
@@ -80,7 +80,7 @@ for (const [kind, plant] of Object.entries(ofResources)) kinds.set(kind, (resour
 
 /** @returns {Promise<boolean>} whether conformance tells anything of the resource */
 async function isFound(name, mutated, world) {
-    const problems = new Proof(name, mutated, world).contradictions();
+    const problems = contradictionsOf(name, mutated, world);
     return problems.then(
         ({ length }) => length > 0,
         () => true,

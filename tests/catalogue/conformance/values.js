@@ -1,6 +1,8 @@
 // Values of the catalogue's schemas, and values that nearly are.
 import fc from 'fast-check';
 
+export const isContainer = (value) => value !== null && typeof value === 'object';
+
 /** Values of all kinds. */
 const strangers = [null, true, false, 0, -1, 2.5, 4294967296, '', 'a\0b', '7', [], [1], {}, { x: 1 }];
 
@@ -94,7 +96,7 @@ export function nearly(values) {
 
 /** The places in a value, as lists of names and indexes: the value itself first. Of long lists, only some elements. */
 export function placesIn(value) {
-    if (value === null || typeof value !== 'object') return [[]];
+    if (!isContainer(value)) return [[]];
     const names = Array.isArray(value)
         ? [...value.keys()].filter((at) => at < 3 || at === value.length - 1)
         : Object.keys(value);
@@ -128,4 +130,14 @@ export function covers(schema, [name, ...place]) {
     if (name === undefined) return true;
     if (typeof name === 'number') return covers(schema.prefixItems?.[name] ?? (schema.items || undefined), place);
     return covers(schema.properties?.[name], place);
+}
+
+/** The members of a row's query as those of an object. */
+export function querySchema({ query = {} }) {
+    const members = Object.entries(query);
+    return {
+        type: 'object',
+        properties: Object.fromEntries(members.map(([name, { schema }]) => [name, schema ?? {}])),
+        required: members.filter(([, { optional }]) => !optional).map(([name]) => name),
+    };
 }

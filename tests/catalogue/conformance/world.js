@@ -4,7 +4,7 @@ import os from 'node:os';
 import path from 'node:path';
 import { Host } from './host.js';
 
-/** @returns {Promise<import('./proof.js').World>} */
+/** @returns {Promise<import('./subject.js').World>} */
 export async function openWorld(build, { root = '.', seed = 11, runs = 30 } = {}) {
     const [full, minimal] = ['full', 'minimal'].map((name) => new Host(root, build, name));
     full.start();
