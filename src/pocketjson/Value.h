@@ -77,7 +77,7 @@ class Value {
     Value& operator=(const TextLike auto& text) { return assignText(std::string_view(text)); }
     template <std::same_as<std::string> String>
     Value& operator=(String&& text) {
-        return assignText(std::move(text));
+        return assignText(std::forward<String>(text));
     }
 
     static Value object() { return Value(std::initializer_list<std::pair<std::string_view, Value>>{}); }
