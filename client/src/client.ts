@@ -30,8 +30,8 @@ class Addressed {
         return this.send('POST', resource, body, query, options);
     }
 
-    delete(resource: string, query?: object, options?: CallOptions): Promise<any> {
-        return this.send('DELETE', resource, undefined, query, options);
+    delete(resource: string, body?: unknown, query?: object, options?: CallOptions): Promise<any> {
+        return this.send('DELETE', resource, body, query, options);
     }
 
     on(event: string, listener: (value: any) => void): () => void {
@@ -99,7 +99,7 @@ export class DfwFile extends Base {
     }
 
     close(options?: CallOptions): Promise<null> {
-        return this.delete('FileSystemDfwFile', {}, options);
+        return this.delete('FileSystemDfwFile', undefined, {}, options);
     }
 }
 

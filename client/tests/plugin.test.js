@@ -54,7 +54,7 @@ async function runExamples(transport, name, { examples }) {
                 : id
                   ? new DfwFile(transport, id)
                   : new Pell(transport);
-        const given = method === 'GET' || method === 'DELETE' ? [query] : [body ?? undefined, query];
+        const given = method === 'GET' ? [query] : [body ?? undefined, query];
         const outcome = await target[method.toLowerCase()](resource, ...given).catch(({ name, message, reason }) => ({
             name,
             message,

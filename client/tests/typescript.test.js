@@ -4,33 +4,30 @@ import fs from 'node:fs';
 import { test } from 'node:test';
 import ts from 'typescript';
 import { parseExamples } from '../../catalogue/tools/examples.js';
+import { decide, fits } from '../../catalogue/tools/match.js';
 import { catalogue, compile, place, project } from './support.js';
 
 test('what fits compiles, with the right types, and what does not does not', () => {
     assert.deepEqual(compile([place('types.ts', fs.readFileSync('client/tests/types.ts', 'utf8'))]), []);
 });
 
-const declarations = fs.readFileSync('build/client/resources.d.ts', 'utf8');
-/** Whether the plug-in takes more than the types of a resource say. */
-const isLenient = (name) => {
-    const blocks = declarations.match(new RegExp(`^( *)(export namespace )?${name}:? \\{\n.*?^\\1\\}`, 'gms'));
-    return blocks.some((block) => block.includes('Lenient'));
-};
-
 /** The example as a call, and whether it compiles; nothing where types do not decide that. */
 function callOf(name, methods, { method, resource = name, query, body, value, error, status }) {
     if (resource !== name || status === 500) return [];
-    const hasBody = method === 'PUT' || method === 'POST';
+    const rows = methods[method] ?? [];
+    const hasBody = method !== 'GET';
     const bodyText = body === null ? 'undefined' : JSON.stringify(body);
     const call = (text) =>
         `monitor.${method.toLowerCase()}(${[`'${name}'`, ...(hasBody ? [text] : []), JSON.stringify(query)].join(', ')})`;
     if (status === 200) {
-        if (isLenient(name) && body !== null) return [];
+        const { row } = decide(rows, query, body);
+        // The plug-in takes more than the types say.
+        if (row.lenient === 'types' || (row.body && !fits(row.body, body))) return [];
         // A variable may have more members than the type, as what a GET has answered may.
         const answered = method === 'PUT' ? "'done'" : JSON.stringify(value);
         return [`answers(${call(`variable(${bodyText})`)}, ${answered});`];
     }
-    const refusal = (methods[method] ?? []).find(({ refused }) => refused === error.message);
+    const refusal = rows.find(({ refused }) => refused === error.message);
     const isOfLength = Array.isArray(body);
     return refusal?.beyondTypes || isOfLength ? [] : ['// @ts-expect-error', `${call(bodyText)};`];
 }

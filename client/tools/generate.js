@@ -60,7 +60,7 @@ const hasOnlyOptionals = ({ query }) => query.type.members.every(({ questionToke
 /** The overloads of a method: one for each resource, and one for a name that is known no better than as one of several. */
 function overloads(kind, of) {
     const method = kind === 'tryGet' ? 'get' : kind;
-    const hasBody = method === 'put' || method === 'post';
+    const hasBody = method !== 'get';
     const options = method === 'put' ? 'PutOptions' : 'CallOptions';
     const signature = (names, R, needs) => {
         const answer = `AnswerOf<${R}, '${method}', Q>`;
@@ -81,7 +81,8 @@ function overloads(kind, of) {
     return [
         ...serving.map(({ name, about, methods }) => {
             const rows = methods[method];
-            const needs = { query: !rows.some(hasOnlyOptionals), body: rows.every(({ body }) => body) };
+            const query = !rows.some(hasOnlyOptionals);
+            const needs = { query, body: query || rows.every(({ body }) => body) };
             return comment(about, rows) + signature(`'${name}'`, `'${name}'`, needs);
         }),
         simple.length ? signature(simple.map(({ name }) => `'${name}'`).join(' | '), 'R', { body: true }) : '',
