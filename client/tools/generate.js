@@ -1,5 +1,5 @@
-// Makes the parts of the client that follow from the catalogue: methods.d.ts, in which every method tells in an editor what the
-// catalogue says about the resource that it is called with, and paths.js.
+// Makes the parts of the client that follow from the catalogue: methods.d.ts, with an overload of each method for each
+// resource, as editors show the documentation of the overload that is called; and paths.js.
 import fs from 'node:fs';
 import ts from 'typescript';
 import { readTable } from '../../catalogue/tools/source.js';
@@ -31,33 +31,28 @@ const resources = interfaceNamed('Resources').members.map((resource) => {
     };
 });
 
-/** The rows of a method as a table, which editors show. */
+/** What the catalogue says about a resource, and the rows of a method as a table, as documentation. */
 function comment(about, rows) {
-    const cell = (type) => (type && type.getText() !== 'null' ? `\`${type.getText().replace(/\|/g, '\\|')}\`` : '');
-    const query = ({ type }) =>
-        type.members.map((one) => `\`${one.getText().replace(/[;,]$/, '').replace(': Flag', '')}\``).join(', ');
-    const lines = rows.map((row) => {
-        const answer = [cell(row.answer.type), documentation(row.answer)].filter(Boolean).join(': ');
-        return [query(row.query), cell(row.body?.type), answer];
-    });
-    const heads = ['query', 'body', 'answer'];
-    const used = heads.map((_, at) => at).filter((at) => lines.some((cells) => cells[at]));
-    const table = used.length
-        ? [
-              '',
-              ...[heads, heads.map(() => '---'), ...lines].map(
-                  (cells) => `| ${used.map((at) => cells[at]).join(' | ')} |`,
-              ),
-          ]
-        : [];
-    return ['/**', ...[about, ...table].map((line) => ` * ${line}`.trimEnd()), ' */']
-        .map((line) => `    ${line}\n`)
-        .join('');
+    const lines = [about];
+    const cells = rows.map(({ query, body, answer }) => [
+        query.type.members.map((one) => code(one.getText().replace(/[;,]$/, '').replace(': Flag', ''))).join(', '),
+        body ? code(body.type.getText()) : '',
+        [answer.type.getText() === 'null' ? '' : code(answer.type.getText()), documentation(answer)]
+            .filter(Boolean)
+            .join(': '),
+    ]);
+    const columns = [0, 1, 2].filter((column) => cells.some((row) => row[column]));
+    if (columns.length) {
+        const line = (row) => `| ${columns.map((column) => row[column]).join(' | ')} |`;
+        lines.push('', ...[['query', 'body', 'answer'], ['---', '---', '---'], ...cells].map(line));
+    }
+    return `    /**\n${lines.map((line) => `     * ${line}`.trimEnd() + '\n').join('')}     */\n`;
 }
 
+const code = (text) => `\`${text.replace(/\|/g, '\\|')}\``;
 const hasOnlyOptionals = ({ query }) => query.type.members.every(({ questionToken }) => questionToken);
 
-/** The overloads of a method: one for each resource, and one for a name that is known no better than as one of several. */
+/** The overloads of a method: one for each resource, and one for a name that may be one of several. */
 function overloads(kind, of) {
     const method = kind === 'tryGet' ? 'get' : kind;
     const hasBody = method !== 'get';
@@ -109,8 +104,8 @@ fs.writeFileSync(
     ].join(''),
 );
 
-// A path is mostly the name, or that with a slash behind some first words: FineContrastName is FineContrast/Name. Those
-// words make rules, one for each depth, and what is still different then is an exception.
+// Most paths are the name of the resource, perhaps with a slash behind its first words: FineContrastName stands at
+// FineContrast/Name. So paths.js has a pattern of these words for each depth of slashes, and the exceptions.
 const catalogue = JSON.parse(fs.readFileSync('catalogue/catalogue.json', 'utf8'));
 const places = [...readTable().values()]
     .filter(({ kind }) => kind !== 'ALIAS')
