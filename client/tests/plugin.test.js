@@ -60,7 +60,8 @@ async function runExamples(transport, name, { examples }) {
             message,
             reason,
         }));
-        if (example.value?.id === '$id') known.id = outcome.id;
+        const identifier = /^\$(\w+)$/.exec(example.value?.id)?.[1];
+        if (identifier) known[identifier] = outcome.id;
         const expected = error ? { reason: undefined, ...error } : method === 'PUT' ? 'done' : filled(example.value);
         outcomes.push({ request: example.request, outcome, expected, isAbridged });
     }
