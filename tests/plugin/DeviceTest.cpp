@@ -70,7 +70,7 @@ TEST(InputPort, IsHandedOverAsAList) {
         {"2", {2}}, {"1.6", {2}}, {"[3]", {3}}, {"[1, 3.4]", {1, 3}}, {R"({"data":[4,1]})", {4, 1}}};
     for (const auto& [body, ports] : cases) {
         const Answer answer = page.put("InputPort", body);
-        EXPECT_THAT(inputsOf(answer, "DmCtrlSetInputPorts"), ElementsAre(Json{ports})) << body;
+        EXPECT_THAT(inputsOf(answer, "DmCtrlSetInputPorts"), ElementsAre(Json::array({ports}))) << body;
         EXPECT_EQ(page.get("InputPort").value, ports) << body;
     }
 }
@@ -218,11 +218,12 @@ TEST(InstantBacklightBooster, IsReadChangedAndWrittenBack) {
     };
     for (const auto& [body, changes] : cases) {
         Page page;
-        page.returns("DmCtrlGetInstantBacklightBooster", 0, {booster});
+        page.returns("DmCtrlGetInstantBacklightBooster", 0, Json::array({booster}));
         const Answer answer = page.ask(body ? "PUT" : "DELETE", "InstantBacklightBooster", "", body ? body : "");
         Json expected = booster;
         expected.merge_patch(Json::parse(changes));
-        EXPECT_THAT(inputsOf(answer, "DmCtrlSetInstantBacklightBooster"), ElementsAre(Json{expected})) << changes;
+        EXPECT_THAT(inputsOf(answer, "DmCtrlSetInstantBacklightBooster"), ElementsAre(Json::array({expected})))
+            << changes;
         page.returns("DmCtrlGetInstantBacklightBooster", 0x80000000);
         EXPECT_EQ(
             page.ask(body ? "PUT" : "DELETE", "InstantBacklightBooster", "", body ? body : "").calls.back()["function"],
