@@ -24,7 +24,8 @@ class RequestCommands {
             ->add_option("body", options.body, "The body, usually JSON")
             ->required();
         addRequest("post", "POST", "Post to a resource")->add_option("body", options.body, "The body, usually JSON");
-        addRequest("delete", "DELETE", "Delete a resource");
+        addRequest("delete", "DELETE", "Delete a resource")
+            ->add_option("body", options.body, "The body, usually JSON; most resources need none");
         addFirmware();
     }
 

@@ -43,6 +43,7 @@ TEST(CommandLine, AnswersAndExitsAsTheRequestDoes) {
         {{"get", "Brightness"}, 0, "200  50\n", IsEmpty()},
         {{"get", "Brightness", "--query", "range"}, 0, "200  {\"max\":100,\"min\":0}\n", IsEmpty()},
         {{"put", "Brightness", "60", "--monitor", "TB240/10000002"}, 0, "200  OK\n", IsEmpty()},
+        {{"delete", "SelfQCMutexOwner", R"({"applicationID":7})"}, 0, "200  OK\n", IsEmpty()},
         {{"put", "Brightness", "bright"}, 1, StartsWith("400  BadRequestError: "), IsEmpty()},
         {{"get", "Brightness", "--monitor", "TB240/1"}, 1, HasSubstr("code 0x80000000"), IsEmpty()},
         {{"get", "LUT1D", "--query", "color=red"},
