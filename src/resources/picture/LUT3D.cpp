@@ -54,7 +54,8 @@ class LUT3D final : public MonitorBridgeTemplate {
         for (const Value& triple : data.elements()) {
             checkRequest(triple.isArray(), "Each value must be array.");
             const Value::Elements& numbers = triple.elements();
-            checkRequest(numbers.size() == 3 && std::all_of(numbers.begin(), numbers.end(), isNumber),
+            checkRequest(numbers.size() == 3 && std::all_of(numbers.begin(), numbers.end(),
+                                                            [](const Value& number) { return isNumber(number); }),
                          "Each value must be 3 number array.");
             table.push_back({numbers[0].asUInt(), numbers[1].asUInt(), numbers[2].asUInt()});
         }
