@@ -6,12 +6,13 @@ export function httpTransport(address: string): Transport {
     const listeners: { event: string; handler: (event: MessageEvent) => void }[] = [];
     let source: EventSource | undefined;
     let opened: Promise<unknown> = Promise.resolve();
+    let waitNoLonger: (value?: unknown) => void;
 
     const open = () => {
         const own = (source = new EventSource(address + '/events'));
         listeners.forEach(({ event, handler }) => own.addEventListener(event, handler));
         opened = new Promise((resolve) => {
-            own.onopen = resolve;
+            own.onopen = waitNoLonger = resolve;
             own.onerror = (error) => {
                 resolve(error);
                 // It reconnects by itself, unless it got another answer than a stream, as a proxy gives meanwhile.
@@ -29,11 +30,14 @@ export function httpTransport(address: string): Transport {
         if (source) source.addEventListener(event, entry.handler);
         else open();
         return () => {
-            listeners.splice(listeners.indexOf(entry), 1);
+            const at = listeners.indexOf(entry);
+            if (at < 0) return;
+            listeners.splice(at, 1);
             source!.removeEventListener(event, entry.handler);
             if (listeners.length) return;
             source!.close();
             source = undefined;
+            waitNoLonger();
         };
     };
     return transport;

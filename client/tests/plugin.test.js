@@ -81,6 +81,15 @@ for (const [name, connect] of Object.entries(transports))
                 );
     });
 
+test('a listener that goes before its stream is open holds up no POST', { timeout: 20_000 }, async () => {
+    const transport = httpTransport(server.address);
+    const stop = transport.on('transferFirmwareData', () => {});
+    stop();
+    stop();
+    const request = { resource: 'FirmwareUpdateTrigger', method: 'POST', parameters: { product, serial }, query: {} };
+    assert.ok((await transport(request)).status);
+});
+
 /** What came, its lists cut to the length of what was expected. */
 function abridged(value, expected) {
     if (Array.isArray(expected)) return value.slice(0, expected.length);
