@@ -205,6 +205,9 @@ class Monitor {
     static constexpr std::uint32_t mostItems = std::min<std::uint32_t>(maximumItems,
                                                                        maximumListBytes / std::uint32_t{sizeof(Item)});
 
+    /// A list whose items take calls of their own has no more of them than this.
+    static constexpr std::uint32_t mostCalls = 1024;
+
     static constexpr std::uint32_t maximumText = 4096;
 
     const char* const serial;

@@ -83,6 +83,12 @@ TEST(Lists, AreNeverLongerThanWhatTheLibraryReturned) {
     page.returns("DmCtrlGetModeSkip", 0, Json::array({1}));
     EXPECT_EQ(page.get("ModeSkip").value.size(), 1024U);
 
+    const Json many(5000, 1);
+    page.returns("DmCtrlEnumFineContrast", 0, Json::array({many}));
+    page.returns("DmCtrlGetFineContrastSkip", 0, Json::array({1}));
+    for (const char* resource : {"FineContrastFeature", "FineContrastSkip"})
+        EXPECT_EQ(page.get(resource).value.size(), 1024U) << resource;
+
     page.returns("DmCtrlGetModeNameSize", 0, Json::array({4}));
     page.returns("DmCtrlGetModeName", 0, Json::array({"a name that needs more"}));
     EXPECT_EQ(page.get("ModeName", R"({"mode":0})").value["name"], "a na");

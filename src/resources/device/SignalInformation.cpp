@@ -19,15 +19,12 @@ class SignalInformation final : public MonitorBridgeTemplate {
         const bool selects = selectsPortFirst(monitor);
         result.value = Value::array();
         for (const std::uint32_t port :
-             monitor.readList(DmCtrlGetInputPorts, "Get input ports.", std::min(count, maximumPorts))) {
+             monitor.readList(DmCtrlGetInputPorts, "Get input ports.", std::min(count, Monitor::mostCalls))) {
             if (selects)
                 monitor.write(NAMED(DmCtrlSetTargetSelectionInputPort), "Set target selection input port.", port);
             result.value.append(signalAt(monitor, port));
         }
     }
-
-    // Each port takes calls of its own.
-    static constexpr std::uint32_t maximumPorts = 1024;
 
     // Some products measure the port that was selected before.
     static bool selectsPortFirst(const Monitor& monitor) {

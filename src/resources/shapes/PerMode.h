@@ -24,8 +24,7 @@ struct PictureModes {
     static constexpr auto dataNeedsMode = "data must have mode.";
 
     static std::vector<std::uint32_t> numbers(const Monitor& monitor, const char* action) {
-        constexpr std::uint32_t maximumModes = 1024;
-        std::vector<std::uint32_t> numbers(std::min(monitor.read(DmCtrlGetModeCount, action), maximumModes));
+        std::vector<std::uint32_t> numbers(std::min(monitor.read(DmCtrlGetModeCount, action), Monitor::mostCalls));
         std::iota(numbers.begin(), numbers.end(), 0U);
         return numbers;
     }
@@ -39,7 +38,9 @@ struct FineContrasts {
     static constexpr auto dataNeedsMode = "data must have fineContrast.";
 
     static std::vector<std::uint32_t> numbers(const Monitor& monitor, const char* action) {
-        return monitor.enumerate(DmCtrlEnumFineContrast, action);
+        auto numbers = monitor.enumerate(DmCtrlEnumFineContrast, action);
+        numbers.resize(std::min<std::size_t>(numbers.size(), Monitor::mostCalls));
+        return numbers;
     }
 };
 
