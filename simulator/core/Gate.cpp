@@ -85,6 +85,7 @@ void Call::addArgument(const Input& argument) noexcept {
 }
 
 Result Call::pass(const Needs& needs, const Work& work, std::initializer_list<Output> outputs) {
+    if (observer.call) observer.call(function_);
     JournalEntry entry(journal_ == Journal::keep, function_, *arguments_);
     auto& state = State::instance();
     const std::lock_guard lock(state.mutex);

@@ -56,10 +56,12 @@ Json takeHandleFaults();
 Json lockedMonitors();
 
 /// Called on entry to and on exit from every simulated function, on its thread, so that a test can distinguish the
-/// plug-in's own work from the simulator's. To be set while no request runs; null: no observer.
+/// plug-in's own work from the simulator's; `call` in between, before the function does anything, and a test may let it
+/// wait there. To be set while no request runs; null: no observer.
 struct GateObserver {
     void (*enter)() = nullptr;
     void (*leave)() = nullptr;
+    void (*call)(const char* function) = nullptr;
 };
 void setGateObserver(GateObserver observer);
 

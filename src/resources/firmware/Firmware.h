@@ -21,7 +21,8 @@ inline FWHidHandle hidHandle(const Monitor& monitor) {
     return handle;
 }
 
-/// An open package; the manager's mutex is held only for the look-up.
+/// An open package. The manager's mutex is held only for the look-up, so that no request about files ever waits for a
+/// monitor.
 inline DfwFileManager::Owner findDfwFile(const std::string& identifier) {
     const DfwFileManager& manager = DfwFileManager::instance();
     const std::lock_guard lock(manager.mutex());

@@ -23,9 +23,7 @@ class FirmwareUpdate final : public MonitorBridgeTemplate {
     template <class Function>
     static std::uint32_t askAbout(const Value& identifier, NamedFunction<Function> function, const Monitor& monitor,
                                   FWHidHandle handle) {
-        const DfwFileManager& manager = DfwFileManager::instance();
-        const std::lock_guard mutex(manager.mutex());
-        const DfwFileManager::Owner file = manager.get(identifier.text());
+        const DfwFileManager::Owner file = findDfwFile(identifier.text());
         const ScopedMonitorLock lock(monitor);
         return static_cast<std::uint32_t>(firmwareLibrary()(function)(file.get(), handle));
     }
