@@ -91,7 +91,7 @@ std::size_t formatLine(char* buffer, std::size_t size, Method method, std::strin
 
 void logRequest(Method method, const std::string& uri, const BridgeResult& result) noexcept {
     try {
-        static const PellLogger logger;
+        PellLogger& logger = PellLogger::instance();
         const auto level = isSuccess(result) ? PellLogger::successLevel : PellLogger::failureLevel;
 
         std::array<char, 512> line;

@@ -17,7 +17,7 @@ struct BridgeResult {
     const char* message = "";       ///< what people read of the error; empty on success
     pocketjson::Value error;        ///< further members of the error (an object), null on success
     pocketjson::Value value;        ///< the handler's answer, null when there is none
-    std::string text;               ///< the answer as it goes to the page; written by `writeResponse`
+    std::string text;  ///< the answer as it goes to the page, if it takes memory; written by `writeResponse`
 };
 
 /// Thrown by value by the handlers' checks; the handle operation turns it into the request's result.

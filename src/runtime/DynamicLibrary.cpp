@@ -13,7 +13,8 @@ void DynamicLibrary::unload() noexcept {
 
 void DynamicLibrary::load(const fs::Path& file) {
     const std::lock_guard lock(loading_);
-    if (!isLoaded() && !file.empty()) keep({platform::loadModule(file.text()), platform::freeModule});
+    if (!isLoaded() && platform::isAbsolute(file.text()))
+        keep({platform::loadModule(file.text()), platform::freeModule});
 }
 
 void DynamicLibrary::loadImported(const std::string& fileName) {

@@ -35,7 +35,8 @@ class DynamicLibrary {
     virtual void reportMissingFunction() const {}
 
     /// Loads the library file at this full path, unless a library is loaded already. A failure is silent, and the next
-    /// call tries again: a file that has been installed meanwhile is found.
+    /// call tries again: a file that has been installed meanwhile is found. A path that depends on the current
+    /// directory is a failure: anybody's library may lie there.
     void load(const fs::Path& file);
 
     /// Takes the very module that libpell's imports from the library of this file name are bound to, with a reference

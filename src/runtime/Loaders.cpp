@@ -17,19 +17,19 @@ void CompanionLoader::load() {
 }
 
 const libdmcLoader& libdmcLoader::instance() {
-    static libdmcLoader loader;
+    auto& loader = processWide<libdmcLoader>();
     if (!loader.isLoaded()) loader.loadImported(platform::libraryFileName(loader.libraryName_));
     return loader;
 }
 
 const libfwupdateLoader& libfwupdateLoader::instance() {
-    static libfwupdateLoader loader;
+    auto& loader = processWide<libfwupdateLoader>();
     loader.load();
     return loader;
 }
 
 const libPluginLoader& libPluginLoader::instance() {
-    static libPluginLoader loader;
+    auto& loader = processWide<libPluginLoader>();
     loader.load();
     return loader;
 }

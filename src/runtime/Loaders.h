@@ -3,6 +3,7 @@
 #pragma once
 
 #include "runtime/DynamicLibrary.h"
+#include "runtime/ProcessWide.h"
 
 namespace torvo {
 
@@ -38,6 +39,7 @@ class libdmcLoader final : public CompanionLoader {
     static const libdmcLoader& instance();
 
  private:
+    friend libdmcLoader& processWide<libdmcLoader>();
     libdmcLoader() noexcept : CompanionLoader("libdmc", "libdmc does not have a requested function.") {}
 };
 
@@ -46,6 +48,7 @@ class libfwupdateLoader final : public CompanionLoader {
     static const libfwupdateLoader& instance();
 
  private:
+    friend libfwupdateLoader& processWide<libfwupdateLoader>();
     libfwupdateLoader() noexcept : CompanionLoader("libfwupdate", "libfwupdate does not have a requested function.") {}
 };
 
@@ -54,6 +57,7 @@ class libPluginLoader final : public CompanionLoader {
     static const libPluginLoader& instance();
 
  private:
+    friend libPluginLoader& processWide<libPluginLoader>();
     libPluginLoader() noexcept : CompanionLoader("libPlugin", "libPlugin does not have a requested function.") {}
 };
 

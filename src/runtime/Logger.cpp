@@ -6,17 +6,24 @@
 
 namespace torvo {
 
-LoggerBase::LoggerBase(const char* name) : name_(name) {
-    const auto exportsPath = libPluginLoader::instance().find(NAMED(Plg_GetRegistryExportsPath));
-    const char* const directory = exportsPath ? exportsPath() : nullptr;
-    if (!directory || !*directory) return;
-    library_.load(fs::Path(directory).joined(platform::libraryFileName("libscrivo2")));
-    if (const auto getLogger = library_.find(NAMED(scrivo_get_logger))) logger_ = getLogger();
+ScrivoLogger* LoggerBase::findLogger() {
+    if (ScrivoLogger* const logger = logger_.load(std::memory_order_acquire)) return logger;
+    if (!library_.isLoaded()) {
+        const auto exportsPath = libPluginLoader::instance().find(NAMED(Plg_GetRegistryExportsPath));
+        const char* const directory = exportsPath ? exportsPath() : nullptr;
+        if (!directory || !*directory) return nullptr;
+        library_.load(fs::Path(directory).joined(platform::libraryFileName("libscrivo2")));
+    }
+    const auto getLogger = library_.find(NAMED(scrivo_get_logger));
+    ScrivoLogger* const logger = getLogger ? getLogger() : nullptr;
+    logger_.store(logger, std::memory_order_release);
+    return logger;
 }
 
-void LoggerBase::log(std::uint32_t level, const char* line) const {
-    if (!logger_) return;
-    if (const auto writeLine = library_.find(NAMED(scrivo_log))) writeLine(logger_, name_, level, line);
+void LoggerBase::log(std::uint32_t level, const char* line) {
+    ScrivoLogger* const logger = findLogger();
+    if (!logger) return;
+    if (const auto writeLine = library_.find(NAMED(scrivo_log))) writeLine(logger, name_, level, line);
 }
 
 }  // namespace torvo

@@ -4,27 +4,33 @@
 
 #include <libscrivo2.h>
 
+#include <atomic>
 #include <cstdint>
 
 #include "runtime/DynamicLibrary.h"
+#include "runtime/ProcessWide.h"
 
 namespace torvo {
 
 /// One named logger. Lines may be logged from any thread.
 class LoggerBase {
  public:
-    /// Loads the logging library from the host's exports directory. `name` must outlive the logger.
-    explicit LoggerBase(const char* name);
+    /// `name` must outlive the logger.
+    explicit LoggerBase(const char* name) noexcept : name_(name) {}
     virtual ~LoggerBase() = default;
     LoggerBase(const LoggerBase&) = delete;
     LoggerBase& operator=(const LoggerBase&) = delete;
 
-    void log(std::uint32_t level, const char* line) const;
+    /// The first line loads the logging library from the host's exports directory; while that fails, each line tries
+    /// again.
+    void log(std::uint32_t level, const char* line);
 
  private:
+    ScrivoLogger* findLogger();
+
     const char* name_;
     DynamicLibrary library_;
-    ScrivoLogger* logger_ = nullptr;
+    std::atomic<ScrivoLogger*> logger_ = nullptr;
 };
 
 /// The plug-in's own logger.
@@ -33,7 +39,11 @@ class PellLogger final : public LoggerBase {
     static constexpr std::uint32_t successLevel = 2;
     static constexpr std::uint32_t failureLevel = 5;
 
-    PellLogger() : LoggerBase("Pell") {}
+    static PellLogger& instance() { return processWide<PellLogger>(); }
+
+ private:
+    friend PellLogger& processWide<PellLogger>();
+    PellLogger() noexcept : LoggerBase("Pell") {}
 };
 
 }  // namespace torvo

@@ -91,10 +91,12 @@ class Layout {
         return lines;
     }
 
+    const path& root() const { return root_; }
+
     static std::string fileOf(const std::string& library) { return torvo::platform::libraryFileName(library.c_str()); }
 
  private:
-    const path built_ = std::filesystem::absolute(torvo::platform::ownDirectory());
+    const path built_ = std::filesystem::weakly_canonical(torvo::platform::ownDirectory());
     const path root_ = built_ / u8"layout \u00e4\u4e94";
 };
 
@@ -179,6 +181,24 @@ TEST(Companions, AreFoundInEveryLayout) {
                   answers(test.expected))
             << test.layout;
     }
+}
+
+TEST(Logger, IsLoadedFromAFullPathOnly) {
+    const Layout layout;
+    for (const char* library : {"libdmc", "libPlugin"}) layout.add({library, "program"});
+    layout.add({"logger", ""});
+    copyInto(layout.root(), layout.root() / "exports" / Layout::fileOf("libscrivo2"));
+    EXPECT_EQ(layout.run("program", "exports:exports Brightness exports:. Brightness exports: Brightness"),
+              (Lines{"200 50", "200 50", "200 50"}));
+}
+
+TEST(Logger, IsFoundWhenItArrivesLater) {
+    const Layout layout;
+    for (const Copy& copy : {Copy{"libdmc", "program"}, {"libPlugin", "shared"}, {"logger", "program"}})
+        layout.add(copy);
+    const std::string file = Layout::fileOf("libPlugin");
+    EXPECT_EQ(layout.run("program", "Brightness shared/" + file + "@program/" + file + " Brightness Brightness"),
+              (Lines{"200 50", "200 50 logged", "200 50 logged"}));
 }
 
 TEST(Companions, AreFoundWhenTheyArriveLater) {

@@ -4,7 +4,8 @@
 //   layout_host PLUGIN STEP...
 //
 // A step is RESOURCE, a GET, or RESOURCE=BODY, a PUT; each prints a line with the status, the value or the error's
-// message, and "logged" when a log line was written. The step FILE@COPY copies a file.
+// message, and "logged" when a log line was written. The step FILE@COPY copies a file; exports:FOLDER makes libPlugin
+// say that the logging library lies there.
 #include <QtWebKitBridgeHelper.h>
 #include <libdmc.h>
 
@@ -41,7 +42,12 @@ int main(int argc, char** argv) {
     const host::Session session(argv[1]);
     for (int i = 2; i < argc; ++i) {
         const std::string step = argv[i];
-        if (const auto at = step.find('@'); at != std::string::npos)
+        if (step.starts_with("exports:"))
+            simulator::simulate({{"simulate", "return"},
+                                 {"function", "Plg_GetRegistryExportsPath"},
+                                 {"result", 1},
+                                 {"outputs", {step.substr(step.find(':') + 1)}}});
+        else if (const auto at = step.find('@'); at != std::string::npos)
             std::filesystem::copy_file(step.substr(0, at), step.substr(at + 1));
         else
             std::cout << call(session, step) << std::endl;

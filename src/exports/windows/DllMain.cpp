@@ -1,6 +1,10 @@
 #include <windows.h>
 
-// Nothing is set up or taken down here: the loader lock is held, and the host decides when to pay for what.
-BOOL WINAPI DllMain(HINSTANCE, DWORD, LPVOID) {
+#include "runtime/platform/windows/Unload.h"
+
+// Nothing is set up here: the loader lock is held, and the host decides when to pay for what. When the process ends
+// (`reserved` is not null) nothing is taken down either.
+BOOL WINAPI DllMain(HINSTANCE, DWORD reason, LPVOID reserved) {
+    if (reason == DLL_PROCESS_DETACH && !reserved) torvo::platform::runAtUnload();
     return TRUE;
 }

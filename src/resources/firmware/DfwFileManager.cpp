@@ -6,6 +6,7 @@
 namespace torvo {
 
 void FWDfwFileDeleter::operator()(FWDfwFile* file) const noexcept {
+    if (!file) return;
     try {
         if (const auto release = libfwupdateLoader::instance().find(NAMED(FWDfwFileRelease))) release(file);
     } catch (...) {
@@ -18,8 +19,7 @@ DfwFileManager::DfwFileManager() {
 }
 
 DfwFileManager& DfwFileManager::instance() {
-    static DfwFileManager manager;
-    return manager;
+    return processWide<DfwFileManager>();
 }
 
 DfwFileManager::Owner DfwFileManager::get(const std::string& identifier) const {

@@ -4,6 +4,7 @@
 #include <libfwupdate.h>
 
 #include "resources/firmware/ResourceManager.h"
+#include "runtime/ProcessWide.h"
 
 namespace torvo {
 
@@ -14,8 +15,7 @@ struct FWDfwFileDeleter {
 
 class DfwFileManager final : public ResourceManager<FWDfwFile*, FWDfwFileDeleter> {
  public:
-    /// The one manager of the process. What is still open at the end of the process, or when the plug-in is unloaded,
-    /// is released then.
+    /// The one manager of the process. What is still open when the plug-in is unloaded is released then.
     static DfwFileManager& instance();
 
     /// The open package of this identifier, or "InternalError" ("Dfw file is not found.").
@@ -26,6 +26,7 @@ class DfwFileManager final : public ResourceManager<FWDfwFile*, FWDfwFileDeleter
     void close(const std::string& identifier);
 
  private:
+    friend DfwFileManager& processWide<DfwFileManager>();
     DfwFileManager();
 };
 

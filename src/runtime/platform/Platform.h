@@ -32,6 +32,11 @@ void* findSymbol(Module module, const char* name) noexcept;
 
 void freeModule(Module module) noexcept;
 
+/// Has the function called when libpell is unloaded, the one registered last first. When the process ends it is not
+/// called on Windows: the other threads have been stopped wherever they were, some with a lock held, and libraries that
+/// it would call may be gone. Natively the two cannot be told apart, and it is called in both.
+void atUnload(void (*function)()) noexcept;
+
 /// The directory of the library that this code is linked into; empty when it is unknown.
 std::string ownDirectory();
 
@@ -49,6 +54,9 @@ enum class Folder {
 
 /// Empty when it is unknown.
 std::string folderPath(Folder folder);
+
+/// Whether the path says where it begins, whatever the current directory and drive are.
+bool isAbsolute(const std::string& path) noexcept;
 
 /// Whether the path, links followed, names an existing regular file: no directory, device or pipe.
 bool isRegularFile(const std::string& path);

@@ -61,6 +61,14 @@ std::string executable() {
     return length <= 0 ? "" : path.substr(0, static_cast<std::size_t>(length));
 }
 
+/// The dynamic linker has a module's path as it was given: relative, perhaps, to the directory of that time, which the
+/// program has hopefully not left since.
+std::string fullPath(const char* path) {
+    std::array<char, 4096> directory{};
+    const bool isRelative = *path && *path != '/' && getcwd(directory.data(), directory.size());
+    return isRelative ? directory.data() + std::string("/") + path : path;
+}
+
 }  // namespace
 
 const char pathSeparator = '/';
@@ -85,7 +93,7 @@ Module importedModule(const std::string& fileName) {
 
 std::string fileOf(Module module) {
     const link_map* map = nullptr;
-    return dlinfo(module, RTLD_DI_LINKMAP, &map) == 0 ? map->l_name : "";
+    return dlinfo(module, RTLD_DI_LINKMAP, &map) == 0 ? fullPath(map->l_name) : "";
 }
 
 void* findSymbol(Module module, const char* name) noexcept {
@@ -96,10 +104,15 @@ void freeModule(Module module) noexcept {
     dlclose(module);
 }
 
+// In a shared library, `atexit` is about the library.
+void atUnload(void (*function)()) noexcept {
+    std::atexit(function);
+}
+
 std::string ownDirectory() {
     Dl_info info{};
     if (dladdr(reinterpret_cast<const void*>(&ownDirectory), &info) == 0 || info.dli_fname == nullptr) return {};
-    return directoryOf(info.dli_fname);
+    return directoryOf(fullPath(info.dli_fname));
 }
 
 std::string folderPath(Folder folder) {
@@ -124,6 +137,10 @@ std::string folderPath(Folder folder) {
             return "/";
     }
     return {};
+}
+
+bool isAbsolute(const std::string& path) noexcept {
+    return path.starts_with('/');
 }
 
 bool isRegularFile(const std::string& path) {

@@ -6,8 +6,12 @@
 #include <rpc.h>
 #include <shlobj.h>
 
+#include <algorithm>
 #include <array>
+#include <atomic>
 #include <stdexcept>
+
+#include "runtime/platform/windows/Unload.h"
 
 namespace torvo::platform {
 
@@ -148,6 +152,24 @@ void freeModule(Module module) noexcept {
     FreeLibrary(static_cast<HMODULE>(module));
 }
 
+namespace {
+
+// One for each process-wide object, of which there are a handful.
+std::array<void (*)(), 16> unloadFunctions{};
+std::atomic<std::size_t> unloadFunctionCount = 0;
+
+}  // namespace
+
+void atUnload(void (*function)()) noexcept {
+    const std::size_t index = unloadFunctionCount++;
+    if (index < unloadFunctions.size()) unloadFunctions[index] = function;
+}
+
+void runAtUnload() noexcept {
+    for (std::size_t index = std::min(unloadFunctionCount.exchange(0), unloadFunctions.size()); index-- > 0;)
+        unloadFunctions[index]();
+}
+
 std::string ownDirectory() {
     return directoryOf(fileOf(ownModule()));
 }
@@ -172,6 +194,12 @@ std::string folderPath(Folder folder) {
             return shellFolder(CSIDL_WINDOWS);
     }
     return {};
+}
+
+// "C:\\folder", or a share or device: "\\\\server\\share". "\\folder" and "C:folder" lack a part.
+bool isAbsolute(const std::string& path) noexcept {
+    if (path.size() < 3) return false;
+    return isPathSeparator(path[0]) ? isPathSeparator(path[1]) : path[1] == ':' && isPathSeparator(path[2]);
 }
 
 // Asked of an opened file, since the attributes of a path are those of a link and do not show devices and pipes.
