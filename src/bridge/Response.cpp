@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <stdexcept>
 
 #include "bridge/Errors.h"
 #include "pocketjson/Serializer.h"
@@ -41,15 +42,17 @@ bool writeError(const BridgeResult& result, std::string& text) {
     return pocketjson::write(error, text);
 }
 
-bool writeText(BridgeResult& result) {
-    std::string& text = result.text;
-    if (*result.name || *result.message || !result.error.empty()) {
-        text = R"({"error":)";
-        if (!writeError(result, text)) return false;
-        text += R"(,"value":)";
-    } else {
-        text = R"({"error":null,"value":)";
-    }
+bool isError(const BridgeResult& result) noexcept {
+    return *result.name || *result.message || !result.error.empty();
+}
+
+bool writeText(const BridgeResult& result, std::string& text) {
+    text = R"({"error":)";
+    if (!isError(result))
+        text += "null";
+    else if (!writeError(result, text))
+        return false;
+    text += R"(,"value":)";
     if (!pocketjson::write(result.value, text)) return false;
     text += '}';
     return true;
@@ -57,12 +60,22 @@ bool writeText(BridgeResult& result) {
 
 }  // namespace
 
+void writeResponseOrThrow(BridgeResult& result) {
+    const bool isThere = !result.text.empty() || (!isError(result) && result.value.isNull());
+    if (!isThere && !writeText(result, result.text)) throw std::runtime_error("no JSON");
+}
+
 void writeResponse(BridgeResult& result) noexcept {
     try {
-        if (writeText(result)) return;
+        writeResponseOrThrow(result);
     } catch (...) {
+        result = unknownError();
     }
-    result = unknownError();
+}
+
+const char* responseText(const BridgeResult& result) noexcept {
+    if (!result.text.empty()) return result.text.c_str();
+    return isError(result) ? unknownErrorText.data() : R"({"error":null,"value":null})";
 }
 
 Promise::Promise() : id_(BridgeHelperCreatePromiseID()) {}
@@ -75,8 +88,7 @@ void Promise::settle(const BridgeResult& result) noexcept {
     if (settled_) return;
     settled_ = true;
     try {
-        const char* const text = result.text.empty() ? unknownErrorText.data() : result.text.c_str();
-        BridgeHelperSetResponse(id_, static_cast<std::uint32_t>(result.statusCode), text);
+        BridgeHelperSetResponse(id_, static_cast<std::uint32_t>(result.statusCode), responseText(result));
     } catch (...) {  // thrown by the host; the promise was handed over all the same
     }
 }

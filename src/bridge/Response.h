@@ -7,9 +7,17 @@
 
 namespace torvo {
 
-/// Writes the result's `text`: {"error", "value"}. A result that cannot be written (a number that JSON cannot hold, no
-/// memory) becomes the unknown error first, so that what is logged afterwards is what the page receives.
+/// Writes the result's `text`, unless it is written already: {"error", "value"}. A result that cannot be written (a
+/// number that JSON cannot hold, no memory) becomes the unknown error first, so that what is logged afterwards is what
+/// the page receives.
 void writeResponse(BridgeResult& result) noexcept;
+
+/// The same for a handler that can still undo what it has done: throws when the result cannot be written.
+void writeResponseOrThrow(BridgeResult& result);
+
+/// The answer as it goes to the page. A success without a value and the unknown error need no memory, and no `text`:
+/// the monitor has been set, and saying so must not fail.
+const char* responseText(const BridgeResult& result) noexcept;
 
 /// A promise of the page. It is settled exactly once: by `settle`, or on destruction with the unknown error.
 class Promise {

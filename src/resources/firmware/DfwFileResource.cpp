@@ -1,6 +1,7 @@
 #include "resources/firmware/DfwFileResource.h"
 
 #include "bridge/Errors.h"
+#include "bridge/Response.h"
 #include "runtime/PathTokens.h"
 
 namespace torvo::bridge {
@@ -26,13 +27,17 @@ BridgeResult DfwFileResource::Post(const RequestRecord& request) {
     uri += resourcePath_;
     const fs::Path path = fs::resolve(request.data().get("path").text());
     checkRequest(isFile(path), "Input path is not a file or not existed.");
-    FWDfwFile* const file = open(path);
+    DfwFileManager& manager = DfwFileManager::instance();
+    DfwFileManager::Owner file(open(path), FWDfwFileDeleter());
     checkInternal(file != nullptr, "Failed to load dfw file.");
 
-    DfwFileManager& manager = DfwFileManager::instance();
-    const std::lock_guard lock(manager.mutex());
+    // The page can close only what it has been told of: the package is kept once the answer is sure.
+    const std::string identifier = platform::newUuid();
     BridgeResult result;
-    result.value = {{"id", manager.add(file)}};
+    result.value = {{"id", identifier}};
+    writeResponseOrThrow(result);
+    const std::lock_guard lock(manager.mutex());
+    manager.add(identifier, std::move(file));
     return result;
 }
 

@@ -31,13 +31,8 @@ class ResourceManager {
 
     std::recursive_mutex& mutex() const noexcept { return mutex_; }
 
-    /// Takes the handle over and returns its new identifier. Should that fail, the handle is released.
-    std::string add(Handle handle) {
-        Owner owner(handle, Deleter());
-        std::string identifier = platform::newUuid();
-        handles_[identifier] = std::move(owner);
-        return identifier;
-    }
+    /// Takes the handle over under an identifier that no other has. Should that fail, the handle is released.
+    void add(const std::string& identifier, Owner handle) { handles_.emplace(identifier, std::move(handle)); }
 
     /// Null when there is none of exactly this identifier.
     Owner find(const std::string& identifier) const {
