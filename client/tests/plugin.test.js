@@ -86,8 +86,10 @@ test('a listener that goes before its stream is open holds up no POST', { timeou
     const stop = transport.on('transferFirmwareData', () => {});
     stop();
     stop();
-    const request = { resource: 'FirmwareUpdateTrigger', method: 'POST', parameters: { product, serial }, query: {} };
-    assert.ok((await transport(request)).status);
+    assert.equal(
+        await new Monitor(transport, product, serial).post('FirmwareUpdateTrigger').catch(() => 'failed'),
+        'failed',
+    );
 });
 
 /** What came, its lists cut to the length of what was expected. */
@@ -184,7 +186,9 @@ for (const refusals of [0, 1])
             if (refusals) await opened;
             const file = await pell.open(firmware);
             const update = new Monitor(pell.transport, product, serial).transfer(file);
-            for await (const step of update.progress()) assert.equal(step.product, product);
+            let last;
+            for await (const step of update.progress()) last = step;
+            assert.deepEqual([last.product, last.transferredBlock], [product, last.blockCount]);
             assert.deepEqual(
                 steps,
                 Array.from({ length: await promise }, (_, at) => at + 1),
