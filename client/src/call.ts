@@ -66,7 +66,7 @@ export function call(transport: Transport, request: TransportRequest, options: P
             target: JSON.stringify([request.resource, request.parameters]),
             start() {
                 if (request.method !== 'POST' || !transport.ready) return send();
-                new Promise((isReady) => isReady(transport.ready!())).then(send, send);
+                new Promise((settle) => settle(transport.ready!())).then(send, send);
             },
             supersede() {
                 leave();
