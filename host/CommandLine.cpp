@@ -182,11 +182,15 @@ int runCommandLine(std::vector<std::string> arguments, const Console& console) {
     addRecording(batch, options);
     batch->callback([&] { commands.batch(options); });
     addServe(app, options, commands);
+    bool isSame = true;
+    const auto replay = app.add_subcommand("replay", "Ask what a recording has again, and tell what is different");
+    replay->add_option("recording", options.recording, "The recording")->required();
+    replay->callback([&] { isSame = commands.replay(options); });
 
     try {
         std::reverse(arguments.begin(), arguments.end());
         app.parse(std::move(arguments));
-        return requests.succeeded() ? 0 : requestFailed;
+        return requests.succeeded() && isSame ? 0 : requestFailed;
     } catch (const CLI::ParseError& error) {
         return app.exit(error, console.out, console.error) == 0 ? 0 : wrongUsage;
     } catch (const UsageError& error) {

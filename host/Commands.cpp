@@ -9,6 +9,7 @@
 #include "host/Platform.h"
 #include "host/Query.h"
 #include "host/Recording.h"
+#include "host/Replay.h"
 #include "host/Report.h"
 #include "host/server/Server.h"
 
@@ -168,6 +169,29 @@ void Commands::serve(const Options& options) {
         server.run();
     }
     simulator::setEventObserver({});
+}
+
+bool Commands::replay(const Options& options) {
+    const auto outcome = host::replay(session(options), fromUtf8(options.recording));
+    if (options.json) {
+        auto differences = Json::array();
+        for (const auto& [line, request, where, recorded, replayed] : outcome.differences)
+            differences.push_back({{"line", line},
+                                   {"request", request},
+                                   {"where", where},
+                                   {"recorded", recorded},
+                                   {"replayed", replayed}});
+        console_.out << formatJson({{"requests", outcome.requests}, {"differences", differences}}) << '\n';
+    } else {
+        std::size_t last = 0;
+        for (const auto& [line, request, where, recorded, replayed] : outcome.differences) {
+            if (line != last) console_.out << "line " << line << ": " << request << '\n';
+            last = line;
+            console_.out << "    " << where << ": " << writeJson(recorded) << " is now " << writeJson(replayed) << '\n';
+        }
+        console_.out << outcome.requests << " requests, " << outcome.differences.size() << " differences\n";
+    }
+    return outcome.differences.empty();
 }
 
 void Commands::reportError(const std::string& message, const Options& options) {

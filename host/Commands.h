@@ -68,6 +68,9 @@ class Commands {
     /// Carries out JSON lines until the input ends.
     void batch(const Options& options);
 
+    /// Whether a recording comes out the same again.
+    bool replay(const Options& options);
+
     /// Serves the plug-in, the lab and a page over HTTP until the program is interrupted.
     void serve(const Options& options);
 

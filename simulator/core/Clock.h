@@ -13,7 +13,8 @@ using Milliseconds = std::chrono::duration<double, std::milli>;
 TimePoint now();
 void advance(Milliseconds time);
 
-/// How many seconds pass for the monitors in a second.
+/// How many seconds pass for the monitors in a second. 0: time stands still, but for `advance` and for what waits,
+/// which it lets pass at once.
 double speed();
 void setSpeed(double factor);
 

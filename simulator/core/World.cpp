@@ -143,7 +143,7 @@ const Json& World::builtInScenario() {
 World::World(const Json& scenario) try {
     auto parts = Json::object();
     for (const auto& source : {builtInScenario(), scenario}) replaceParts(parts, source);
-    const auto products = scenario.value("products", Json::object());
+    const auto products = scenario.value("products", builtInScenario().at("products"));
     for (const auto& monitor : scenario.at("monitors")) monitors_.push_back(readMonitor(monitor, products, parts));
 } catch (const std::exception& error) {
     throw std::invalid_argument(std::string("not a scenario: ") + error.what());

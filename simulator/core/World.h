@@ -37,7 +37,8 @@
 //               "unplugAtCall"      it is gone at this call about it, counted from 1; 0: never
 //               "reachedByInputs"   a list of inputs: it is gone when it shows none of them. Plugged in again, it shows
 //                                   the first
-// What a scenario leaves out of "settings" and "firmware" is as in the built-in one. Anywhere in the settings, two
+// What a scenario leaves out of "settings" and "firmware" is as in the built-in one, and so are all "products" when it
+// has none. Anywhere in the settings, two
 // objects stand for long lists: {"ramp": N, "max": M} for N numbers that rise from 0 to M, and {"grid": [levels]} for a
 // colour at each point of a cube, blue changing fastest.
 #pragma once
