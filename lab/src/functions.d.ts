@@ -1,0 +1,4 @@
+declare module 'functions.json' {
+    const functions: string[];
+    export default functions;
+}
