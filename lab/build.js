@@ -2,6 +2,7 @@
 import fs from 'node:fs';
 import { build } from 'esbuild';
 import { marked } from 'marked';
+import { parse } from 'yaml';
 
 const target = 'build/lab';
 fs.rmSync(target, { recursive: true, force: true });
@@ -14,6 +15,9 @@ const headers = fs
 const texts = headers.map((name) => fs.readFileSync(`companions/${name}`, 'utf8')).join('\n');
 const functions = [...new Set(texts.match(/\b(?:DmCtrl|FW|Plg_|Colour_)\w+(?=\s*(?:\(|$))/gm))].sort();
 fs.mkdirSync('build/lab-made', { recursive: true });
+const families = parse(fs.readFileSync('catalogue/families.yaml', 'utf8'));
+fs.writeFileSync('build/lab-made/topics.json', JSON.stringify(Object.values(families).flatMap(({ topics }) => topics)));
+
 fs.writeFileSync('build/lab-made/functions.json', JSON.stringify(functions));
 
 await build({

@@ -1,4 +1,5 @@
 // What the catalogue says, in the form in which the lab uses it.
+import topics from 'topics.json';
 import json from '../../../catalogue/catalogue.json';
 import { parseExamples } from '../../../catalogue/tools/examples.js';
 
@@ -98,11 +99,11 @@ export function resourceNamed(name: string): Resource | undefined {
     return byName.get(name);
 }
 
-/** The topics in the order of their first resources, each with its resources. */
+/** The topics in the order of the reference, each with its resources. */
 export function byTopic(filtered: Resource[]): [string, Resource[]][] {
-    const topics = new Map<string, Resource[]>();
-    for (const resource of filtered) topics.set(resource.topic, [...(topics.get(resource.topic) ?? []), resource]);
-    return [...topics];
+    return topics
+        .map((topic): [string, Resource[]] => [topic, filtered.filter((resource) => resource.topic === topic)])
+        .filter(([, members]) => members.length);
 }
 
 /** The page of the reference that tells of a resource. */

@@ -63,7 +63,7 @@ export class LabApp extends LitElement {
                 flex: 1;
                 min-height: 0;
                 display: grid;
-                grid-template-columns: 256px minmax(0, 1.15fr) minmax(0, 1fr);
+                grid-template-columns: 264px minmax(0, 1.2fr) minmax(0, 1fr);
                 gap: 1px;
                 background: var(--line);
             }

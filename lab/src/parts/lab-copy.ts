@@ -3,45 +3,61 @@ import { customElement, property, state } from 'lit/decorators.js';
 import { clientCode, fetchCode, pellhostCode, type Request } from '../model/request.js';
 import { shared } from './style.js';
 
-const kinds: [string, (request: Request) => string][] = [
-    ['Client', clientCode],
-    ['fetch', fetchCode],
-    ['pellhost', pellhostCode],
-];
+const kinds = { Client: clientCode, fetch: fetchCode, pellhost: pellhostCode };
 
-/** The request as code, to be copied. */
+/** A line with a button that shows a request as code, to be copied. What stands within the element begins the line. */
 @customElement('lab-copy')
 export class LabCopy extends LitElement {
     @property({ attribute: false }) request!: Request;
-    @state() private shown?: string;
+    @state() private isOpen = false;
+    @state() private kind: keyof typeof kinds = 'Client';
     @state() private isCopied = false;
 
     render() {
-        const write = kinds.find(([name]) => name === this.shown)?.[1];
         return html`
-            <div class="line small" role="group" aria-label="Copy as">
-                <span class="soft">Copy as</span>
-                ${kinds.map(
-                    ([name, write]) =>
-                        html`<button
-                            type="button"
-                            class="plain"
-                            aria-expanded=${this.shown === name ? 'true' : 'false'}
-                            @click=${() => this.show(name, write(this.request))}
-                        >
-                            ${name}
-                        </button>`,
-                )}
-                <span role="status" class="good">${this.isCopied ? 'Copied' : ''}</span>
+            <div class="line head">
+                <div class="line"><slot></slot></div>
+                <button
+                    type="button"
+                    class="plain push"
+                    aria-expanded=${this.isOpen ? 'true' : 'false'}
+                    @click=${() => (this.isOpen = !this.isOpen)}
+                >
+                    Copy as
+                </button>
             </div>
-            ${write ? html`<pre tabindex="0">${write(this.request)}</pre>` : nothing}
+            ${this.isOpen ? this.code() : nothing}
         `;
     }
 
-    private async show(name: string, code: string): Promise<void> {
+    private code() {
+        const code = kinds[this.kind](this.request);
+        return html`
+            <div class="line kinds" role="group" aria-label="Copy as">
+                ${(Object.keys(kinds) as (keyof typeof kinds)[]).map(
+                    (kind) =>
+                        html`<button
+                            type="button"
+                            class="plain"
+                            aria-pressed=${this.kind === kind ? 'true' : 'false'}
+                            @click=${() => this.choose(kind)}
+                        >
+                            ${kind}
+                        </button>`,
+                )}
+                <span role="status" class="small good push">${this.isCopied ? 'Copied' : ''}</span>
+                <button type="button" @click=${() => this.copy(code)}>Copy</button>
+            </div>
+            <pre tabindex="0">${code}</pre>
+        `;
+    }
+
+    private choose(kind: keyof typeof kinds): void {
+        this.kind = kind;
         this.isCopied = false;
-        this.shown = this.shown === name ? undefined : name;
-        if (!this.shown) return;
+    }
+
+    private async copy(code: string): Promise<void> {
         // A browser may refuse; the code can be read and marked all the same.
         await navigator.clipboard?.writeText(code).then(
             () => (this.isCopied = true),
@@ -52,16 +68,28 @@ export class LabCopy extends LitElement {
     static styles = [
         shared,
         css`
-            .line {
+            .kinds {
                 gap: 2px;
+                margin-top: 6px;
+            }
+            .head {
+                flex-wrap: nowrap;
+                align-items: start;
+            }
+            .head > .line {
+                flex: 1;
+                min-width: 0;
             }
             button {
                 min-height: 24px;
                 font-size: 12px;
                 padding: 0 6px;
             }
-            [role='status'] {
-                margin-left: 6px;
+            button[aria-pressed='true'] {
+                background: var(--accent-soft);
+            }
+            pre {
+                margin-top: 4px;
             }
         `,
     ];

@@ -139,6 +139,8 @@ export class LabExchange extends LitElement {
             dd {
                 margin: 0;
                 overflow-wrap: anywhere;
+            }
+            dd code {
                 white-space: pre-wrap;
             }
             .table {

@@ -95,7 +95,7 @@ export class LabHeader extends LitElement {
                     margin-left: 0;
                 }
                 select {
-                    max-width: 9rem;
+                    max-width: 6.5rem;
                 }
             }
         `,

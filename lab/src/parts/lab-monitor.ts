@@ -29,7 +29,7 @@ export class LabMonitor extends LitElement {
                         /><b>${product}</b> ${serial || html`<i>no serial</i>`}</label
                     >
                     <span class="push small ${connected ? 'good' : 'bad'}"
-                        >${connected ? '● connected' : '○ unplugged'}</span
+                        >${connected ? 'connected' : 'unplugged'}</span
                     >
                 </div>
                 ${this.isSimulated ? this.simulated() : nothing}
@@ -58,24 +58,24 @@ export class LabMonitor extends LitElement {
                           </div>`,
                 )}
             </dl>
-            <div class="line">
+            <label class="line small soft"
+                >Answers
+                <select class="push" @change=${this.delay}>
+                    ${delays.map(
+                        (delay) =>
+                            html`<option value=${delay}>
+                                ${delay ? `${delay < 1000 ? `${delay} ms` : `${delay / 1000} s`} late, each call` : 'at once'}
+                            </option>`,
+                    )}
+                </select></label
+            >
+            <div class="line buttons">
                 <button @click=${() => world.simulate({ simulate, ...address })}>
                     ${connected ? 'Unplug' : 'Plug in'}
                 </button>
                 <button ?disabled=${!connected} @click=${() => this.switchPower(!isOn)}>
                     ${isOn ? 'Switch off' : 'Switch on'}
                 </button>
-                <label class="small"
-                    >Answers
-                    <select @change=${this.delay}>
-                        ${delays.map(
-                            (delay) =>
-                                html`<option value=${delay}>
-                                    ${delay ? `after ${delay < 1000 ? `${delay} ms` : `${delay / 1000} s`}` : 'at once'}
-                                </option>`,
-                        )}
-                    </select></label
-                >
             </div>
         `;
     }
@@ -116,6 +116,7 @@ export class LabMonitor extends LitElement {
                 box-shadow: inset 3px 0 var(--accent);
             }
             .name {
+                min-width: 0;
                 overflow-wrap: anywhere;
             }
             dl {
@@ -135,6 +136,9 @@ export class LabMonitor extends LitElement {
             }
             dd {
                 margin: 0;
+            }
+            .buttons button {
+                flex: 1;
             }
             button,
             select {

@@ -53,9 +53,8 @@ export class LabRaw extends LitElement {
                     ></textarea>
                 </label>
                 <p class="mono soft url">${request.method} ${urlOf(request)}</p>
-                <div><button class="primary">Send</button></div>
+                <lab-copy .request=${request}><button class="primary">Send</button></lab-copy>
                 <lab-answer .answer=${this.selection.answer(this.place)}></lab-answer>
-                <lab-copy .request=${request}></lab-copy>
             </form>
         `;
     }

@@ -89,7 +89,7 @@ export class LabResources extends LitElement {
                 min-height: 0;
             }
             .list {
-                width: 200px;
+                width: 190px;
                 flex: none;
                 display: flex;
                 flex-direction: column;

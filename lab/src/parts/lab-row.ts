@@ -40,16 +40,15 @@ export class LabRow extends LitElement {
     render() {
         const { method, query, body, answer, needs } = this.row;
         const fields = Object.entries(query).filter(([, { schema }]) => schema && schema.const === undefined);
-        const request = this.request();
         const inBody = body && members(body);
         return html`
             <form @submit=${this.submit}>
-                <div class="line">
-                    <button class="primary send" ?disabled=${this.isSending}>${method}</button>
+                <lab-copy .request=${this.request()}>
+                    <button class="send" ?disabled=${this.isSending}>${method}</button>
                     <span class="mono what">${this.what()}</span>
                     ${needs ? html`<span class="small soft">needs ${needs}</span>` : nothing}
                     <span class="small soft">${answer && answer.type !== 'null' ? `→ ${kindOf(answer)}` : ''}</span>
-                </div>
+                </lab-copy>
                 ${
                     fields.length || body
                         ? html`<div class="fields">
@@ -69,7 +68,6 @@ export class LabRow extends LitElement {
                         : nothing
                 }
                 <lab-answer .answer=${this.selection.answer(this.place)}></lab-answer>
-                <lab-copy .request=${request}></lab-copy>
             </form>
         `;
     }
@@ -142,7 +140,10 @@ export class LabRow extends LitElement {
                 border-radius: var(--radius);
             }
             .send {
-                min-width: 5rem;
+                min-width: 4.5rem;
+                border-color: var(--accent);
+                color: var(--accent);
+                font-weight: 600;
             }
             .what {
                 font-weight: 600;

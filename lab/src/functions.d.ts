@@ -1,4 +1,0 @@
-declare module 'functions.json' {
-    const functions: string[];
-    export default functions;
-}
