@@ -15,23 +15,18 @@ export class LabMonitor extends LitElement {
     @property({ attribute: false }) isSimulated = true;
 
     render() {
-        const { product, serial, connected } = this.monitor;
+        const { product, serial } = this.monitor;
         const name = monitorOf(this.monitor);
         return html`
             <article class=${this.isChosen ? 'chosen' : ''} aria-label=${name}>
-                <div class="line">
-                    <label class="name"
-                        ><input
-                            type="radio"
-                            name="monitor"
-                            .checked=${this.isChosen}
-                            @change=${() => world.choose(this.monitor)}
-                        /><b>${product}</b> ${serial || html`<i>no serial</i>`}</label
-                    >
-                    <span class="push small ${connected ? 'good' : 'bad'}"
-                        >${connected ? 'connected' : 'unplugged'}</span
-                    >
-                </div>
+                <label class="name"
+                    ><input
+                        type="radio"
+                        name="monitor"
+                        .checked=${this.isChosen}
+                        @change=${() => world.choose(this.monitor)}
+                    /><b>${product}</b> ${serial || html`<i>no serial</i>`}</label
+                >
                 ${this.isSimulated ? this.simulated() : nothing}
             </article>
         `;
@@ -45,6 +40,10 @@ export class LabMonitor extends LitElement {
         return html`
             <dl>
                 ${[
+                    [
+                        'Cable',
+                        html`<span class=${connected ? 'good' : 'bad'}>${connected ? 'connected' : 'unplugged'}</span>`,
+                    ],
                     ['Power', power === undefined ? undefined : isOn ? 'on' : 'off'],
                     ['Input', Array.isArray(inputPort) ? inputPort.join(', ') : inputPort],
                     ['Brightness', brightness],
@@ -116,7 +115,6 @@ export class LabMonitor extends LitElement {
                 box-shadow: inset 3px 0 var(--accent);
             }
             .name {
-                min-width: 0;
                 overflow-wrap: anywhere;
             }
             dl {
@@ -136,6 +134,9 @@ export class LabMonitor extends LitElement {
             }
             dd {
                 margin: 0;
+            }
+            label.line {
+                flex-wrap: nowrap;
             }
             .buttons button {
                 flex: 1;
