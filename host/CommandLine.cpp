@@ -18,6 +18,7 @@ class RequestCommands {
  public:
     RequestCommands(CLI::App& app, Options& options, Commands& commands)
         : app_(app), options_(options), commands_(commands) {
+        addOutputOptions();
         addList();
         addRequest("get", "GET", "Read a resource");
         addRequest("put", "PUT", "Write a resource")
@@ -32,6 +33,18 @@ class RequestCommands {
     bool succeeded() const { return succeeded_; }
 
  private:
+    void addOutputOptions() {
+        // What the shell was started with comes first, so each adds to it.
+        app_.add_option("--simulate", "A simulation to start before the request, as in a batch")
+            ->type_name("JSON")
+            ->allow_extra_args(false)
+            ->take_all()
+            ->each([this](const std::string& instruction) { options_.simulations.push_back(instruction); });
+        app_.add_flag("--json", options_.json, "One JSON document on the standard output");
+        app_.add_flag("-v,--verbose", options_.verbose, "Show the request, the answer and the log line");
+        app_.add_flag("-t,--trace", options_.trace, "Show the companion functions that were called, too");
+    }
+
     void addList() {
         const auto list = app_.add_subcommand("list", "List the monitors");
         list->add_flag("--update", options_.update, "Look for connected monitors afresh");
@@ -42,7 +55,8 @@ class RequestCommands {
         const auto command = app_.add_subcommand(name, description);
         command->add_option("resource", options_.resource, "An export, such as Brightness")->required();
         addMonitor(command);
-        command->add_option("--query", options_.query, "Query options, as JSON or as name[=value],...");
+        command->add_option("--query", options_.query,
+                            "The query, as in a URL, such as range or color=red&depth=10, or as a JSON object");
         command->add_option("--id", options_.id, "The identifier of an opened file");
         command->callback([this, method] { succeeded_ = commands_.request(method, options_); });
         return command;
@@ -85,6 +99,7 @@ class RequestCommands {
 void setUp(CLI::App& app) {
     app.require_subcommand(1);
     app.allow_windows_style_options(false);
+    app.fallthrough();
 }
 
 /// Carries out one line of the shell. Returns false to end it.
@@ -131,19 +146,12 @@ void runShell(const Options& options, Commands& commands, const Console& console
 int runCommandLine(std::vector<std::string> arguments, const Console& console) {
     CLI::App app("Plays the host application for libpell, among simulated monitors.", "pellhost");
     setUp(app);
-    app.fallthrough();
     Options options;
     Commands commands(console);
     app.add_option("--plugin", options.plugin, "The plug-in, if it is not libpell beside this program")
         ->type_name("FILE");
     app.add_option("--scenario", options.scenario, "A JSON file that describes the simulated monitors")
         ->type_name("FILE");
-    app.add_option("--simulate", options.simulations, "A simulation to start before the request, as in a batch")
-        ->type_name("JSON")
-        ->allow_extra_args(false);
-    app.add_flag("--json", options.json, "One JSON document on the standard output");
-    app.add_flag("-v,--verbose", options.verbose, "Show the request, the answer and the log line");
-    app.add_flag("-t,--trace", options.trace, "Show the companion functions that were called, too");
     const RequestCommands requests(app, options, commands);
     app.add_subcommand("shell", "Carry out such commands line by line, on monitors that keep their settings")
         ->callback([&] { runShell(options, commands, console); });

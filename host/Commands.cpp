@@ -3,9 +3,9 @@
 #include <fstream>
 #include <iostream>
 #include <iterator>
-#include <sstream>
 
 #include "host/Platform.h"
+#include "host/Query.h"
 #include "host/Report.h"
 
 namespace host {
@@ -21,27 +21,6 @@ void loadScenario(const std::string& file) {
     std::ifstream stream(fromUtf8(file), std::ios::binary);
     if (!stream) throw UsageError("cannot read " + file);
     simulator::loadScenario(parseJson(std::string(std::istreambuf_iterator<char>(stream), {})));
-}
-
-/// JSON, or a text as it is.
-Json valueOf(const std::string& text) {
-    try {
-        return parseJson(text);
-    } catch (const std::invalid_argument&) {
-        return text;
-    }
-}
-
-/// JSON as it is; otherwise "name[=value],..." where a value is JSON or else a text, and true if there is none.
-std::string queryText(const std::string& query) {
-    if (query.empty() || query.front() == '{') return query;
-    auto object = Json::object();
-    std::istringstream items(query);
-    for (std::string item; std::getline(items, item, ',');) {
-        const auto equals = item.find('=');
-        object[item.substr(0, equals)] = equals == std::string::npos ? Json(true) : valueOf(item.substr(equals + 1));
-    }
-    return writeJson(object);
 }
 
 /// The monitor that the options name, else the first that the plug-in lists, if any.

@@ -6,8 +6,10 @@ import { isServed } from './match.js';
 import { rowSchemas, toSchema } from './schema.js';
 
 const convention = `A query member that stands alone (\`?range\`) is true; \`name=value\` is JSON if it parses as JSON,
-else a text; a text that looks like JSON is quoted. A query whose first character is \`{\` is the whole object. The first
-row of an operation that fits decides. A body that is an object with the sole member "data" stands for that member.`;
+else a text; a text that looks like JSON is quoted. Both are percent-encoded; a percent sign without two hexadecimal
+digits, and every plus sign, stands for itself. A query whose first character is \`{\` is the whole object, as it stands or
+percent-encoded. The first row of an operation that fits decides. A body that is an object with the sole member "data"
+stands for that member.`;
 
 /** @param {import('./model.js').Catalogue} catalogue */
 export function openApi(catalogue) {

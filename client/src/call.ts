@@ -9,8 +9,8 @@ export interface CallOptions {
 export interface PutOptions extends CallOptions {
     /**
      * Whether a later PUT of the same resource, monitor and query replaces this one while it waits. By default it does if
-     * the body is a number, a text or a boolean, which set the whole resource, and does not if it is an object or a list,
-     * as each of these may set another part.
+     * there is no body or it is a number, a text or a boolean, which set the whole resource, and does not if it is an
+     * object or a list, as each of these may set another part.
      */
     latest?: boolean;
 }
@@ -21,7 +21,8 @@ interface Write {
     target: string;
     /** The query as JSON, if a later PUT may replace this one. */
     replaceable?: string;
-    send(): void;
+    /** Its turn has come: sends it as soon as the transport is ready. */
+    start(): void;
     supersede(): void;
 }
 
@@ -36,27 +37,36 @@ export function call(transport: Transport, request: TransportRequest, options: P
         if (signal && signal.aborted) return reject(abortReason(signal));
         if (request.method === 'GET') return resolve(exchange(transport, request));
 
+        // The page may change its objects while the call waits.
+        request.query = copy(request.query);
+        request.body = copy(request.body);
         const leave = () => {
             if (signal) signal.removeEventListener('abort', abort);
         };
         const abort = () => {
             leave();
-            remove(write);
             reject(abortReason(signal as AbortSignal));
+            end();
+        };
+        const end = () => {
+            const isFirst = sameTarget(write)[0] === write;
+            remove(write);
+            const [next] = sameTarget(write);
+            if (isFirst && next) next.start();
+        };
+        const send = () => {
+            if (writes.indexOf(write) < 0) return; // It was aborted.
+            leave();
+            const done = exchange(transport, request);
+            resolve(isPut ? done.then(() => 'done') : done);
+            done.then(end, end);
         };
         const write: Write = {
             transport,
             target: JSON.stringify([request.resource, request.parameters]),
-            send() {
-                leave();
-                const done = exchange(transport, request);
-                resolve(isPut ? done.then(() => 'done') : done);
-                const next = () => {
-                    remove(write);
-                    const [waiting] = sameTarget(write);
-                    if (waiting) waiting.send();
-                };
-                done.then(next, next);
+            start() {
+                if (request.method !== 'POST' || !transport.ready) return send();
+                new Promise((settle) => settle(transport.ready!())).then(send, send);
             },
             supersede() {
                 leave();
@@ -70,13 +80,15 @@ export function call(transport: Transport, request: TransportRequest, options: P
         const earlier = sameTarget(write);
         const last = earlier[earlier.length - 1];
         writes.push(write);
-        if (!last) return write.send();
-        // The page may change its object meanwhile.
-        if (request.body !== undefined) request.body = JSON.parse(JSON.stringify(request.body));
         if (signal) signal.addEventListener('abort', abort);
+        if (!last) return write.start();
         // The first of a target is under way, all others wait.
         if (earlier.length > 1 && last.replaceable && last.replaceable === write.replaceable) last.supersede();
     });
+}
+
+function copy<T>(value: T): T {
+    return value === undefined ? value : JSON.parse(JSON.stringify(value));
 }
 
 function sameTarget({ transport, target }: Write): Write[] {
@@ -101,17 +113,25 @@ function exchange(transport: Transport, request: TransportRequest): Promise<unkn
 }
 
 function valueOf(answer: TransportAnswer): unknown {
+    const { status, text } = answer || {};
     let envelope;
     try {
-        envelope = JSON.parse(answer.text);
+        envelope = JSON.parse(text);
     } catch (cause) {
         // It is reported below.
     }
     const error = envelope && envelope.error;
     if (envelope && error === null && 'value' in envelope) return envelope.value;
-    const status = (answer && answer.status) || 0;
-    if (error && error.name) throw new PellError(status, error);
-    throw transportError(status, 'The answer is not one of the plug-in: ' + (answer && answer.text));
+    const known = typeof status === 'number' ? status : 0;
+    if (isError(error)) throw new PellError(known, error);
+    const shown = typeof text === 'string' ? text : typeof text;
+    throw transportError(known, 'The answer is not one of the plug-in: ' + shown);
+}
+
+/** Whether it is an error of the plug-in: others, such as a proxy, answer objects with an "error" as well. */
+function isError(error: any): boolean {
+    const kinds = error && [error.name, error.message, error.code, error.reason].map((part) => typeof part).join();
+    return /^string,string,(number|undefined),(string|undefined)$/.test(kinds);
 }
 
 function transportError(status: number, message: string, cause?: unknown): PellError {

@@ -119,9 +119,16 @@ export class Monitor extends Base {
     }
 }
 
+/** Events may come by another way than the answer, and later: for how many milliseconds the last step is waited for. */
+const patience = 1000;
+
+function isLast({ transferredBlock, blockCount }: Step): boolean {
+    return transferredBlock === blockCount;
+}
+
 /** A firmware transfer. */
 export class Transfer {
-    /** Settles when the transfer is over. */
+    /** Settles when the transfer is over. Its last step may come later. */
     readonly done: Promise<void>;
     private newest?: Step;
     private steps = 0;
@@ -136,15 +143,22 @@ export class Transfer {
             this.newest = step;
             ++this.steps;
             this.change();
+            if (isAnswered && isLast(step)) end();
         };
         this.change();
         const stop = transport.on && listen(transport, 'transferFirmwareData', receive);
+        let isAnswered = false;
         const end = () => {
             if (stop) stop();
             this.isOver = true;
             this.change();
         };
-        this.done = monitor.post('FirmwareUpdateTransfer', { dfwFile: id }, {}, options).then(end, (error) => {
+        const succeed = () => {
+            isAnswered = true;
+            if (!stop || (this.newest && isLast(this.newest))) end();
+            else setTimeout(end, patience);
+        };
+        this.done = monitor.post('FirmwareUpdateTransfer', { dfwFile: id }, {}, options).then(succeed, (error) => {
             end();
             throw error;
         });
@@ -152,8 +166,8 @@ export class Transfer {
 
     /**
      * The steps of the transfer. A loop that is slower than the monitor gets the newest step and skips those before. It
-     * ends when the transfer is over, and throws if the transfer fails. Leaving it early does not stop the transfer: then
-     * `done` says how it ends.
+     * ends when the transfer is over and its last step was seen, or has not come for a second; it throws at once if the
+     * transfer fails. Leaving it early does not stop the transfer: then `done` says how it ends.
      */
     progress(): AsyncIterableIterator<Step> {
         let seen = 0;

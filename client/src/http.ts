@@ -21,9 +21,9 @@ export function httpTransport(address: string): Transport {
         });
     };
 
+    const transport: Transport = (request) => send(address, request);
     // A POST may cause events at once, so the stream that is to bring them must be open by then.
-    const transport: Transport = (request) =>
-        request.method === 'POST' ? opened.then(() => send(address, request)) : send(address, request);
+    transport.ready = () => opened;
     transport.on = (event, listener) => {
         const entry = { event, handler: ({ data }: MessageEvent) => listener(data) };
         listeners.push(entry);

@@ -24,4 +24,9 @@ export interface Transport {
      * without events leaves it out.
      */
     on?(event: string, listener: (text: string) => void): () => void;
+    /**
+     * Resolves when a POST may be sent, as the events that it causes will be heard. Until then it can be aborted. A
+     * transport that is always ready leaves it out.
+     */
+    ready?(): PromiseLike<unknown>;
 }

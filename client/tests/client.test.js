@@ -33,7 +33,12 @@ const failure = '{"error":{"name":"DmError","message":"Failed.","code":214748364
 // of them without waiting for an answer.
 const orders = {
     'of numbers, the last that waits wins': { puts: [1, 2, 3, 4], sent: [1, 4], dropped: [1, 2] },
-    'flags and calls without a body are like numbers': { puts: [true, false, true], sent: [true, true], dropped: [1] },
+    'flags are like numbers': { puts: [true, false, true], sent: [true, true], dropped: [1] },
+    'so are calls without a body': {
+        puts: [1, 2, 3].map(() => [undefined, 'Save']),
+        sent: [undefined, undefined],
+        dropped: [1],
+    },
     'objects and lists are all sent': { puts: [{ red: 1 }, { green: 2 }, [3]], sent: [{ red: 1 }, { green: 2 }, [3]] },
     'objects that are alike replace each other': {
         puts: [1, 2, 3].map((red) => [{ red }, 'Gain', {}, { latest: true }]),
@@ -110,6 +115,31 @@ test('what waits is sent as it was given, though the page uses its object again'
     assert.deepEqual(requests[0].request.body, { mode: 1, name: 'first' });
 });
 
+test('what waits is sent with the query that it was given', async () => {
+    const { transport, requests, answer } = stub();
+    const monitor = new Monitor(transport, 'P', 'S');
+    const query = { index: 1 };
+    monitor.put('ColorMatrix', []);
+    monitor.put('ColorMatrix', [1], query);
+    query.index = 2;
+    await answer();
+    assert.deepEqual(requests[0].request.query, { index: 1 });
+});
+
+test('a body that is no JSON is refused, whether it would wait or not, and holds up nothing', async () => {
+    const { transport, requests, answer } = stub();
+    const monitor = new Monitor(transport, 'P', 'S');
+    const cycle = [];
+    cycle.push(cycle);
+    const put = (body) => outcomeOf(monitor.put('ColorMatrix', body));
+    assert.equal(await put(cycle), 'TypeError');
+    const results = [[1], cycle, [2], cycle].map(put);
+    await answer(); // An unhandled rejection would fail this test.
+    assert.deepEqual(requests[0].request.body, [2]);
+    await answer();
+    assert.deepEqual(await Promise.all(results), ['done', 'TypeError', 'done', 'TypeError']);
+});
+
 test('what has not been sent can be aborted', async () => {
     const { transport, requests, answer } = stub();
     const monitor = new Monitor(transport, 'P', 'S');
@@ -152,6 +182,10 @@ test('what has not been sent can be aborted', async () => {
     await assert.rejects(monitor.get('Hue', {}, { signal: AbortSignal.abort(reason) }), reason);
 });
 
+const malformed = (members) => () => ({
+    status: 500,
+    text: JSON.stringify({ error: { name: 'DmError', message: 'Failed.', ...members }, value: null }),
+});
 const noAnswers = {
     throws: [() => assert.fail('broken'), 0, /cannot be reached: broken/],
     'rejects with no error': [() => Promise.reject(), 0, /cannot be reached/],
@@ -160,6 +194,13 @@ const noAnswers = {
     'answers half a text': [() => ({ status: 200, text: '{"error":null,"val' }), 200, /not one/],
     'answers other JSON': [() => ({ status: 200, text: 'null' }), 200, /not one/],
     'answers JSON of another server': [() => ({ status: 403, text: '{"error":"Forbidden"}' }), 403, /Forbidden/],
+    'answers an error that is a text': [() => ({ status: 500, text: '{"error":"x","value":null}' }), 500, /not one/],
+    'answers an error whose name is no text': [malformed({ name: { a: 1 } }), 500, /not one/],
+    'answers an error without a message': [malformed({ message: undefined }), 500, /not one/],
+    'answers an error whose code is no number': [malformed({ code: '2147483655' }), 500, /not one/],
+    'answers an error whose reason is no text': [malformed({ reason: 5 }), 500, /not one/],
+    'answers a status that is no number': [() => ({ status: '500', text: 'gone' }), 0, /gone/],
+    'answers what is no text at all': [() => ({ status: 200, text: Object.create(null) }), 200, /not one/],
     'answers no text': [() => ({ status: 200, text: { error: null, value: 1 } }), 200, /not one/],
 };
 
@@ -169,6 +210,7 @@ for (const [name, [transport, status, message]] of Object.entries(noAnswers))
         assert.ok(error instanceof PellError);
         assert.deepEqual([error.name, error.status, error.isDisconnected], ['TransportError', status, false]);
         assert.match(error.message, message);
+        assert.deepEqual([error.code, error.reason], [undefined, undefined]);
     });
 
 test('a listener hears until it is removed, whatever others do', () => {
@@ -196,8 +238,8 @@ test('a listener hears until it is removed, whatever others do', () => {
     assert.throws(() => new Pell(() => {}).on('transferFirmwareData', () => {}), /has no events/);
 });
 
-test('a stream of events that was refused opens again as long as someone listens', () => {
-    const waiting = mock.method(globalThis, 'setTimeout', () => {}).mock;
+/** Streams of events that a test opens itself. */
+function stubEventSource() {
     const sources = [];
     globalThis.EventSource = class extends EventTarget {
         static CLOSED = 2;
@@ -205,23 +247,51 @@ test('a stream of events that was refused opens again as long as someone listens
             super();
             sources.push(this);
         }
-        fail() {
-            this.readyState = EventSource.CLOSED;
-            this.onerror({});
-            waiting.calls.at(-1).arguments[0]();
-        }
         close() {}
     };
+    return sources;
+}
+
+test('a stream of events that was refused opens again as long as someone listens', () => {
+    const waiting = mock.method(globalThis, 'setTimeout', () => {}).mock;
+    const sources = stubEventSource();
+    const fail = (source) => {
+        source.readyState = EventSource.CLOSED;
+        source.onerror({});
+        waiting.calls.at(-1).arguments[0]();
+    };
     const stop = httpTransport('/pell').on('transferFirmwareData', () => {});
-    sources[0].fail();
+    fail(sources[0]);
     assert.equal(sources.length, 2);
     stop();
-    sources[1].fail();
+    fail(sources[1]);
     mock.restoreAll();
     assert.equal(sources.length, 2);
 });
 
-const step = (transferredBlock, product = 'P') => ({ product, serial: 'S', transferredBlock });
+test('a POST that waits for the stream of events is sent as it was given, and can be aborted', async () => {
+    const sources = stubEventSource();
+    const response = { status: 200, text: async () => '{"error":null,"value":null}' };
+    const fetched = mock.method(globalThis, 'fetch', async () => response).mock;
+    const monitor = new Monitor(httpTransport('/pell'), 'P', 'S');
+    const stop = monitor.on('transferFirmwareData', () => {});
+    const control = new AbortController();
+    const body = { dfwFile: '1' };
+    const post = (options) => outcomeOf(monitor.post('FirmwareUpdateTransfer', body, {}, options));
+    const results = [post({ signal: control.signal }), post({ signal: control.signal }), post(), post()];
+    body.dfwFile = '2';
+    control.abort();
+    assert.deepEqual(await Promise.all(results.slice(0, 2)), ['AbortError', 'AbortError']);
+    assert.equal(fetched.calls.length, 0);
+    sources[0].onopen();
+    assert.deepEqual(await Promise.all(results.slice(2)), [null, null]);
+    const bodies = fetched.calls.map((call) => call.arguments[1].body);
+    stop();
+    mock.restoreAll();
+    assert.deepEqual(bodies, ['{"dfwFile":"1"}', '{"dfwFile":"1"}']);
+});
+
+const step = (transferredBlock, product = 'P') => ({ product, serial: 'S', transferredBlock, blockCount: 4 });
 
 test('progress tells the newest step of this monitor, and ends with the transfer', async () => {
     const { transport, requests, listeners, answer, dispatch } = stub();
@@ -242,6 +312,42 @@ test('progress tells the newest step of this monitor, and ends with the transfer
     assert.deepEqual(blocks, [1, 3, 4]);
     assert.equal(listeners.size, 0);
     for await (const one of update.progress()) assert.equal(one.transferredBlock, 4); // the end of one that is over
+});
+
+test('the last step of a transfer may come after the answer', async () => {
+    const { transport, listeners, answer, dispatch } = stub();
+    const update = new Monitor(transport, 'P', 'S').transfer({ id: 'package' });
+    const blocks = [];
+    const loop = (async () => {
+        for await (const { transferredBlock } of update.progress()) blocks.push(transferredBlock);
+    })();
+    dispatch(step(2));
+    await answer();
+    await update.done;
+    for (const block of [3, 4]) {
+        dispatch(step(block));
+        await turn();
+    }
+    await loop;
+    assert.deepEqual(blocks, [2, 3, 4]);
+    assert.equal(listeners.size, 0);
+});
+
+test('a transfer whose last step never comes ends a while after the answer', async () => {
+    const timers = mock.method(globalThis, 'setTimeout', () => 0).mock;
+    const { transport, listeners, answer, dispatch } = stub();
+    const update = new Monitor(transport, 'P', 'S').transfer({ id: 'package' });
+    const progress = update.progress();
+    dispatch(step(2));
+    await answer();
+    await progress.next();
+    const end = progress.next();
+    assert.equal(listeners.size, 1);
+    const [wait] = timers.calls.map((call) => call.arguments[0]);
+    mock.restoreAll();
+    wait();
+    assert.deepEqual(await end, { done: true, value: undefined });
+    assert.equal(listeners.size, 0);
 });
 
 test('a transfer that fails fails in the loop; one whose loop was left tells it in `done` alone', async () => {

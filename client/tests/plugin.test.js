@@ -1,5 +1,6 @@
 // The client and the plug-in: every example of the catalogue, over a bridge and over HTTP; errors; a transfer.
 import assert from 'node:assert/strict';
+import { execFileSync } from 'node:child_process';
 import { after, before, test } from 'node:test';
 import { EventSource } from 'eventsource';
 import { parseExamples } from '../../catalogue/tools/examples.js';
@@ -86,8 +87,10 @@ test('a listener that goes before its stream is open holds up no POST', { timeou
     const stop = transport.on('transferFirmwareData', () => {});
     stop();
     stop();
-    const request = { resource: 'FirmwareUpdateTrigger', method: 'POST', parameters: { product, serial }, query: {} };
-    assert.ok((await transport(request)).status);
+    assert.equal(
+        await new Monitor(transport, product, serial).post('FirmwareUpdateTrigger').catch(() => 'failed'),
+        'failed',
+    );
 });
 
 /** What came, its lists cut to the length of what was expected. */
@@ -106,24 +109,26 @@ test('every resource stands at its path', () => {
     );
 });
 
+const values = [
+    true,
+    false,
+    0,
+    -1.5e-7,
+    '',
+    'v4',
+    '10',
+    'true',
+    'null',
+    '"',
+    'a&b=c?d#e%20+ü/€',
+    [1, '2'],
+    { a: { b: null } },
+    null,
+];
+const queries = values.map((value) => ({ value, 'another name': value }));
+
 test('addresses and queries arrive as they were given', async () => {
     const transport = httpTransport(server.address);
-    const values = [
-        true,
-        false,
-        0,
-        -1.5e-7,
-        '',
-        'v4',
-        '10',
-        'true',
-        'null',
-        '"',
-        'a&b=c?d#e%20+ü/€',
-        [1, '2'],
-        { a: { b: null } },
-        null,
-    ];
     const parameters = { product: 'A/B?#%20 1', serial: '7%' };
     const heard = [];
     const { call } = host;
@@ -131,7 +136,6 @@ test('addresses and queries arrive as they were given', async () => {
         heard.push(texts.slice(1, 3).map((text) => JSON.parse(text)));
         answered(200, '{"error":null,"value":null}');
     };
-    const queries = values.map((value) => ({ value, 'another name': value }));
     for (const query of [...queries, { range: undefined }])
         await transport({ resource: 'Hue', method: 'GET', parameters, query });
     host.call = call;
@@ -139,6 +143,18 @@ test('addresses and queries arrive as they were given', async () => {
         heard,
         [...queries, {}].map((query) => [parameters, query]),
     );
+});
+
+test('the development host reads a query as the client writes it', async (context) => {
+    const fetched = context.mock.method(globalThis, 'fetch', async () => new Response('')).mock;
+    const transport = httpTransport('/pell');
+    for (const query of queries) await transport({ resource: 'Hue', method: 'GET', parameters: {}, query });
+    const read = fetched.calls.map(({ arguments: [url] }) => {
+        const command = ['--json', 'get', 'Hue', '--query', url.slice(url.indexOf('?') + 1)];
+        const { request } = JSON.parse(execFileSync('build/native/full/pellhost', command));
+        return JSON.parse(request.query);
+    });
+    assert.deepEqual(read, queries);
 });
 
 const advices = { isUnsupported: 'unsupported', isDisconnected: 'reconnect', isOutdatedLibrary: 'outdated' };
@@ -184,7 +200,9 @@ for (const refusals of [0, 1])
             if (refusals) await opened;
             const file = await pell.open(firmware);
             const update = new Monitor(pell.transport, product, serial).transfer(file);
-            for await (const step of update.progress()) assert.equal(step.product, product);
+            let last;
+            for await (const step of update.progress()) last = step;
+            assert.deepEqual([last.product, last.transferredBlock], [product, last.blockCount]);
             assert.deepEqual(
                 steps,
                 Array.from({ length: await promise }, (_, at) => at + 1),

@@ -69,7 +69,7 @@ export function bridge(host) {
 /** Serves the resources of a host over HTTP, and resolves with the address. */
 export async function serve(host) {
     let refusals = 0;
-    let hasOpened;
+    let hasOpened = () => {};
     const server = http.createServer(async (request, response) => {
         const { pathname, search } = new URL(request.url, 'http://host');
         if (pathname === '/pell/events') {

@@ -7,8 +7,9 @@
 
 namespace simulator {
 
-/// `, did you mean "Brightness"?` with the known name that differs least, letter case aside, from the unknown one;
-/// nothing when none resembles it.
+/// `, did you mean "Brightness"?` with the known name for which the fewest letters of the unknown one must be inserted,
+/// removed or replaced, letter case aside. Nothing when that takes more than a third of its letters (but always one may
+/// differ), or when it is longer than 100.
 std::string suggestion(std::string_view unknown, std::span<const std::string_view> known);
 
 }  // namespace simulator

@@ -11,14 +11,14 @@ using torvo::exports::ResourceRow;
 using torvo::exports::resourceTable;
 
 TEST(Table, HasEachResourceOnce) {
-    EXPECT_EQ(resourceTable.size(), 145U);
     std::set<std::string> names;
-    std::set<int> ordinals;
+    std::set<int> ordinals = {146, 147};  // Setup and TearDown
     for (const ResourceRow& row : resourceTable) {
         EXPECT_TRUE(names.insert(row.name).second) << row.name;
         EXPECT_TRUE(ordinals.insert(row.ordinal).second) << row.name;
     }
-    EXPECT_FALSE(ordinals.contains(146) || ordinals.contains(147)) << "the ordinals of Setup and TearDown";
+    EXPECT_EQ(*ordinals.begin(), 1);
+    EXPECT_EQ(static_cast<std::size_t>(*ordinals.rbegin()), ordinals.size()) << "an ordinal is left out";
 }
 
 TEST(Table, IsWhatThePluginExports) {

@@ -4,12 +4,14 @@
 #include <sstream>
 
 #include "host/CommandLine.h"
+#include "host/Query.h"
 #include "simulator/core/Simulator.h"
 #include "simulator/core/World.h"
 
 namespace {
 
 using testing::AllOf;
+using testing::EndsWith;
 using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::Matcher;
@@ -50,14 +52,17 @@ TEST(CommandLine, AnswersAndExitsAsTheRequestDoes) {
          0,
          AllOf(StartsWith("200\n[0, 1, 2,"), Not(HasSubstr(",\n"))),
          IsEmpty()},
+        {{"get", "Brightness", "--query", R"({"range" : 1})"}, 0, HasSubstr("\"max\":100"), IsEmpty()},
         {{"-v", "get", "Brightness"}, 0, HasSubstr("  log     "), IsEmpty()},
         {{"--json", "get", "Brightness"}, 0, HasSubstr("\n  \"value\": 50"), IsEmpty()},
 
         {{}, 2, IsEmpty(), HasSubstr("--help")},
         {{"get"}, 2, IsEmpty(), HasSubstr("resource is required")},
+        {{"get", "Brightness", "--query", "{range}"}, 2, IsEmpty(), HasSubstr("the query is no JSON object: ")},
         {{"get", "Brightness", "--monitor", "TB240"}, 2, IsEmpty(), HasSubstr("PRODUCT/SERIAL")},
         {{"get", "brihtness"}, 2, IsEmpty(), HasSubstr("\"brihtness\", did you mean \"Brightness\"?\n")},
         {{"get", "Telephone"}, 2, IsEmpty(), HasSubstr("no export \"Telephone\"\n")},
+        {{"get", "Huey!"}, 2, IsEmpty(), HasSubstr("no export \"Huey!\"\n")},  // two letters are more than a third
         {{"get", "Brightness", "--simulate", simulateTypo},
          2,
          IsEmpty(),
@@ -111,6 +116,47 @@ list
 > quit
 )");
     EXPECT_THAT(output.error, AllOf(HasSubstr("/v"), HasSubstr("did you mean \"Brightness\"?")));
+}
+
+TEST(CommandLine, ShellTakesTheOptionsOfACommandOnItsLineAlone) {
+    const auto output =
+        run({"shell", "--simulate", R"({"simulate": "advance", "milliseconds": 1})"},
+            "get Brightness --trace --simulate "
+            R"('{"simulate":"return","function":"DmCtrlGetBrightnessForStep","outputs":[7],"result":0}')"
+            "\n-v get Brightness --json\nget Brightness\n");
+    EXPECT_THAT(output.out, AllOf(HasSubstr("  call    DmCtrlGetBrightnessForStep("), HasSubstr("\"value\": 7"),
+                                  EndsWith("> get Brightness\n200  7\n\n")));
+    EXPECT_EQ(output.error, "");
+}
+
+TEST(CommandLine, QueryIsAnObjectOrFollowsTheConventionOfAUrl) {
+    const struct {
+        std::string query, text;
+    } cases[] = {
+        {"", ""},
+        {"range", R"({"range":true})"},
+        {"color=red&depth=10", R"({"color":"red","depth":10})"},
+        {"a=[1,\"x,y\"]&b={\"c\":null}&d=\"10\"&e=&f=a=b",
+         R"({"a":[1,"x,y"],"b":{"c":null},"d":"10","e":"","f":"a=b"})"},
+        {"%61%26=%C3%A4%3d+&&b=%5B1%5D", R"({"a&":"ä=+","b":[1]})"},
+        {"a=50%&b=%4&c=%zz%", R"({"a":"50%","b":"%4","c":"%zz%"})"},
+        {"a=%ff", "{\"a\":\"\xef\xbf\xbd\"}"},
+        {"a=1e999&a=1e+2", R"({"a":100.0})"},
+        {"a=1e999", R"({"a":"1e999"})"},
+        {R"({"a" : "50%25&b=1"})", R"({"a" : "50%25&b=1"})"},
+        {"{%22a%22:[1%2c2]}", R"({"a":[1,2]})"},
+    };
+    for (const auto& [query, text] : cases) EXPECT_EQ(host::queryText(query), text) << query;
+    for (const auto wrong : {"{", "{range}", R"({"a":1} 2)", R"({"a":1},"b")"})
+        EXPECT_THROW(host::queryText(wrong), std::invalid_argument) << wrong;
+
+    // JSON that is nested too deeply for this program stays a text; brackets within a text nest nothing.
+    const auto nested = [](std::size_t depth, const std::string& inner) {
+        return std::string(depth, '[') + inner + std::string(depth, ']');
+    };
+    const auto allowed = nested(199, R"("\\\"[[[[[[[[")");
+    EXPECT_EQ(host::queryText("a=" + allowed), "{\"a\":" + allowed + "}");
+    EXPECT_EQ(host::queryText("a=" + nested(201, "")), "{\"a\":\"" + nested(201, "") + "\"}");
 }
 
 TEST(CommandLine, BatchAnswersLineByLine) {

@@ -30,7 +30,7 @@ export async function proveDecisions(subject, method) {
     ];
     const requests = combined.map(({ query, body }) => subject.request(method, query, body));
     const problems = await Promise.all(requests.map((request) => subject.problemOfDeciding(request)));
-    problems.filter(Boolean).forEach((problem) => subject.tell(problem));
+    problems.filter(Boolean).forEach((problem) => subject.report(problem));
 }
 
 /** Bodies and queries that fit, nearly fit, or are anything. */
@@ -51,5 +51,5 @@ export async function proveRandom(subject, method) {
         if (problem) throw new Error(problem);
     });
     const { failed, errorInstance, counterexamplePath } = await fc.check(property, { seed, numRuns: runs });
-    if (failed) subject.tell(`${errorInstance.message} (seed ${seed}, path ${counterexamplePath})`);
+    if (failed) subject.report(`${errorInstance.message} (seed ${seed}, path ${counterexamplePath})`);
 }

@@ -13,7 +13,9 @@ export async function proveExamples(subject) {
         );
     await subject.world.full.alone(async (ask) => {
         for (const [request, expected] of subject.resource.examples) {
-            const [example] = parseExamples(`${replace(request)}\n${expected}`, (_, message) => subject.tell(message));
+            const [example] = parseExamples(`${replace(request)}\n${expected}`, (_, message) =>
+                subject.report(message),
+            );
             const { resource = subject.name, method, query, body, id } = example;
             const address = subject.resources[resource].of === 'monitor' ? subject.world.monitors[0] : {};
             const parameters = { ...address, ...(id && { id }) };
@@ -21,7 +23,7 @@ export async function proveExamples(subject) {
             const isAsItSays = answer.error
                 ? outcome(answer) === expected
                 : expected.startsWith(`${answer.status} `) && isLike(valueIn(expected), answer.value, variables);
-            if (!isAsItSays) subject.tell(`${request} answers ${outcome(answer)}, not ${expected}`);
+            if (!isAsItSays) subject.report(`${request} answers ${outcome(answer)}, not ${expected}`);
         }
     });
 }

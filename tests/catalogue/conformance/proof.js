@@ -33,13 +33,13 @@ async function proveNotAllowed(subject, method) {
     const request = subject.request(method, {}, {});
     const answer = await subject.ask(request);
     const isNotAllowed = answer.status === 405 && answer.error.name === 'MethodError' && !answer.calls.length;
-    if (!isNotAllowed) subject.tell(`${describe(request)} answers ${outcome(answer)}`);
+    if (!isNotAllowed) subject.report(`${describe(request)} answers ${outcome(answer)}`);
 }
 
 /** Every refusal and failure has been told by now. */
 function proveMessages(subject) {
     for (const { refused, fails } of Object.values(subject.methods).flat()) {
         const message = refused ?? fails;
-        if (message && !subject.met.has(message)) subject.tell(`nothing tells "${message}"`);
+        if (message && !subject.met.has(message)) subject.report(`nothing tells "${message}"`);
     }
 }

@@ -8,15 +8,15 @@ import { covers, isContainer, placesIn, replaceAt, valueAt } from './values.js';
 export async function provePutBack(subject) {
     if (!subject.methods.PUT || !subject.methods.GET) return;
     const problems = (await Promise.all(subject.reads.map((read) => problemsOfPuttingBack(subject, read)))).flat();
-    if (!subject.resource.putBack) problems.forEach((problem) => subject.tell(problem));
-    else if (!problems.length) subject.tell('what its GETs answer can be put back');
+    if (!subject.resource.putBack) problems.forEach((problem) => subject.report(problem));
+    else if (!problems.length) subject.report('what its GETs answer can be put back');
 }
 
 /** Another value can be put back as well, and then reads the same. */
 async function problemsOfPuttingBack(subject, { row, request: get, value }) {
     const put = (body) => subject.request('PUT', get.query, body);
     const decision = await subject.problemOfDeciding(put(value));
-    if (decision) subject.tell(decision);
+    if (decision) subject.report(decision);
     const selectors = subject.methods.PUT.flatMap(({ query }) => Object.keys(query ?? {}));
     if (Object.keys(get.query).some((name) => !selectors.includes(name))) return [];
     const { row: putRow } = subject.decide(put(value));

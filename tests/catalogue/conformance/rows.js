@@ -27,7 +27,7 @@ export async function proveRow(subject, method, row) {
 
     const title = describe(subject.request(method, row.query, row.body));
     const outcomes = [...new Set(answers.map(outcome))];
-    if (!ways.size) return subject.tell(`no request succeeds that is like ${title}: ${outcomes.join(', ')}`);
+    if (!ways.size) return subject.report(`no request succeeds that is like ${title}: ${outcomes.join(', ')}`);
 
     const reasons = new Set();
     await Promise.all(
@@ -44,7 +44,7 @@ export async function proveRow(subject, method, row) {
         }),
     );
     const unmet = (row.reasons ?? []).filter((reason) => !reasons.has(reason));
-    if (unmet.length) subject.tell(`nothing tells the reasons ${unmet.join(' ')} of ${title}`);
+    if (unmet.length) subject.report(`nothing tells the reasons ${unmet.join(' ')} of ${title}`);
 }
 
 /** Requests that the row decides, of which some should succeed. */
@@ -64,17 +64,17 @@ function candidatesOf(subject, method, row) {
 
 function checkAnswer(subject, row, request, answer) {
     const { value, events } = answer;
-    if (!fits(row.answer, value)) subject.tell(`${describe(request)} answers ${outcome(answer)}, not its type`);
+    if (!fits(row.answer, value)) subject.report(`${describe(request)} answers ${outcome(answer)}, not its type`);
 
     const names = [...new Set(events.map(({ name }) => name))];
-    if (!isDeepStrictEqual(names, row.events ?? [])) subject.tell(`${describe(request)} sends the events ${names}`);
+    if (!isDeepStrictEqual(names, row.events ?? [])) subject.report(`${describe(request)} sends the events ${names}`);
     for (const { name, text } of events)
-        if (!fits(subject.events[name].value, JSON.parse(text))) subject.tell(`the event ${name} is ${text}`);
+        if (!fits(subject.events[name].value, JSON.parse(text))) subject.report(`the event ${name} is ${text}`);
 }
 
 function checkCalls(subject, row, request, { calls: { length: count } }) {
     if (row.calls ? count !== row.calls : request.method === 'GET' && count >= 8)
-        subject.tell(`${describe(request)} makes ${count} calls, not ${row.calls ?? 'fewer than 8'}`);
+        subject.report(`${describe(request)} makes ${count} calls, not ${row.calls ?? 'fewer than 8'}`);
 }
 
 /** Each of the calls fails once: the request fails then, or what failed does not matter. */
@@ -89,10 +89,10 @@ async function proveFailures(subject, row, request, { calls }, simulations, reas
         checkFailed(subject, row, request, failed, `when ${name} fails`);
         if (!isChecked) return;
         const later = failed.error && failed.calls.slice(at + 1).find((call) => !isCleanUp(call.function));
-        if (later) subject.tell(`${describe(request)} calls ${later.function} although ${name} failed`);
+        if (later) subject.report(`${describe(request)} calls ${later.function} although ${name} failed`);
         // What is done while events are sent cannot fail the request.
         const mustFail = row.reasons && !row.events;
-        if (mustFail && !failed.error) subject.tell(`${describe(request)} succeeds although ${name} fails`);
+        if (mustFail && !failed.error) subject.report(`${describe(request)} succeeds although ${name} fails`);
         const empty = await subject.ask(request, ...simulations, { ...returns(name, 0), outputs: [] });
         if (empty.error) reasons.add(empty.error.reason ?? '');
         // What it makes of nothing need not be of its type.
@@ -103,7 +103,7 @@ async function proveFailures(subject, row, request, { calls }, simulations, reas
 
 function checkFailed(subject, row, request, answer, circumstance) {
     const problem = subject.problemOf(request, answer, { row, refusals: subject.decide(request).refusals });
-    if (problem) subject.tell(`${problem} ${circumstance}`);
+    if (problem) subject.report(`${problem} ${circumstance}`);
 }
 
 /** The older libraries lack what the row says, and are as good for all else. */
@@ -115,7 +115,7 @@ async function proveMinimal(subject, { needs }, request, { text, calls }) {
     // No package can be open there.
     if (isNeeded && subject.isAboutPackage(request) && subject.failuresOf(request).includes(answer.error?.message))
         return;
-    subject.tell(`${describe(request)} answers ${outcome(answer)} with the older libraries`);
+    subject.report(`${describe(request)} answers ${outcome(answer)} with the older libraries`);
 }
 
 /** Simulated products lack what the row says, and nothing else. */
@@ -129,6 +129,6 @@ async function proveProducts(subject, { unsupportedBy = [], query = {}, answer: 
         const isRight = unsupportedBy.includes(parameters.product)
             ? isUnsupported || answer.status === 400
             : !isUnsupported;
-        if (!isRight) subject.tell(`${describe(request)} answers ${outcome(answer)} for ${parameters.product}`);
+        if (!isRight) subject.report(`${describe(request)} answers ${outcome(answer)} for ${parameters.product}`);
     }
 }

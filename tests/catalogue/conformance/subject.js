@@ -29,7 +29,7 @@ export class Subject {
         Object.assign(this, { name, resources, events, world, resource: resources[name] });
         this.methods = this.resource.methods;
         this.examples = this.resource.examples.map(
-            (lines) => parseExamples(lines.join('\n'), (_, message) => this.tell(message))[0],
+            (lines) => parseExamples(lines.join('\n'), (_, message) => this.report(message))[0],
         );
         // Nothing can be triggered before it is transferred.
         const body = { dfwFile: world.package.id };
@@ -38,7 +38,7 @@ export class Subject {
     }
 
     /** Something is not as the catalogue says. */
-    tell(problem) {
+    report(problem) {
         this.problems.add(`${this.name}: ${problem}`);
     }
 
