@@ -131,6 +131,12 @@ Json openHandles() {
     return state.handles.count();
 }
 
+void releaseHandles() {
+    auto& state = State::instance();
+    const std::lock_guard lock(state.mutex);
+    state.handles.releaseAll();
+}
+
 Json takeHandleFaults() {
     auto& state = State::instance();
     const std::lock_guard lock(state.mutex);

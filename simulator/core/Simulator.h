@@ -48,6 +48,9 @@ class Recording {
 /// Those of the process: a reset leaves them alone.
 Json openHandles();
 
+/// Releases the handles that are open, for a test that kept the plug-in from doing it.
+void releaseHandles();
+
 /// A list of texts: how callers misused such handles (released one twice, used a released one, released one that a
 /// transfer uses) since this was asked last.
 Json takeHandleFaults();
