@@ -53,8 +53,8 @@ void setGateObserver(GateObserver newObserver) {
     observer = newObserver;
 }
 
-ObservedScope::ObservedScope() {
-    if (observer.enter) observer.enter();
+ObservedScope::ObservedScope(const char* function) {
+    if (observer.enter) observer.enter(function);
 }
 
 ObservedScope::~ObservedScope() {
@@ -67,14 +67,14 @@ ScopedUnlock::ScopedUnlock() {
 }
 
 ScopedUnlock::~ScopedUnlock() {
-    if (observer.enter) observer.enter();
+    if (observer.enter) observer.enter(nullptr);
     State::instance().mutex.lock();
 }
 
 // ---- Calls ----------------------------------------------------------------------------------------------------------
 
 Call::Call(const char* function, std::initializer_list<Input> arguments, Journal journal) noexcept
-    : function_(function), journal_(journal), arguments_(std::make_unique<Json>(Json::array())) {
+    : scope_(function), function_(function), journal_(journal), arguments_(std::make_unique<Json>(Json::array())) {
     for (const auto& argument : arguments) addArgument(argument);
 }
 
@@ -96,9 +96,11 @@ Result Call::pass(const Needs& needs, const Work& work, std::initializer_list<Ou
     try {
         Answer answer;
         if (!script || !script->replacesWork()) answer = perform(needs, work, state.world);
-        if (script) answer.result = script->result;
+        if (script && !script->lie) answer.result = script->result;
         if (script && script->outputs) answer.outputs = script->outputs;
         if (answer.outputs) writeOutputs(outputs, *answer.outputs);
+        if (script && script->lie && !answer.result.failed())
+            for (const auto& output : outputs) output.distort(*script->lie);
         return entry.end(answer.result);
     } catch (const std::exception& error) {
         return entry.end({result::failed}, error.what());

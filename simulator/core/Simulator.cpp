@@ -75,6 +75,15 @@ Script readThrow(const Json& instruction) {
     return script;
 }
 
+Script readLie(const Json& instruction) {
+    requireMembers(instruction, {"function", "as", "times", "product", "serial"});
+    auto script = readScript(instruction);
+    const auto lie = instruction.find("as");
+    require(lie != instruction.end() && (lie->is_number() || lie->is_string()), "\"as\" must be a number or a text");
+    script.lie = std::make_shared<const Json>(*lie);
+    return script;
+}
+
 }  // namespace
 
 State::State() : initial(World::builtInScenario()), world(initial) {}
@@ -100,8 +109,10 @@ void simulate(const Json& instruction) {
     auto& state = State::instance();
     const std::lock_guard lock(state.mutex);
 
-    if (what == "return" || what == "throw") {
-        auto script = what == "return" ? readReturn(instruction) : readThrow(instruction);
+    if (what == "return" || what == "throw" || what == "lie") {
+        auto script = what == "return"  ? readReturn(instruction)
+                      : what == "throw" ? readThrow(instruction)
+                                        : readLie(instruction);
         require(state.world.knows(script.serial, script.product), "unknown monitor");
         state.scripts.add(std::move(script));
     } else if (what == "plug" || what == "unplug") {
@@ -121,7 +132,8 @@ void simulate(const Json& instruction) {
         state.scripts.clear();
         state.world = state.initial;
     } else {
-        require(false, "\"simulate\" must be \"return\", \"throw\", \"plug\", \"unplug\", \"advance\" or \"reset\"");
+        require(false,
+                "\"simulate\" must be \"return\", \"throw\", \"lie\", \"plug\", \"unplug\", \"advance\" or \"reset\"");
     }
 }
 

@@ -17,6 +17,7 @@ void loadScenario(const Json& scenario);
 /// Carries out one instruction; throws std::invalid_argument with a text for people when it cannot be understood.
 ///   {"simulate": "return", "function": F, "result": N, "outputs": [...], "times": K, "product": P, "serial": S}
 ///   {"simulate": "throw", "function": F, "times": K, "product": P, "serial": S}
+///   {"simulate": "lie", "function": F, "as": X, "times": K, "product": P, "serial": S}
 ///   {"simulate": "plug" | "unplug", "product": P, "serial": S}
 ///   {"simulate": "reset"}
 void simulate(const Json& instruction);
@@ -62,7 +63,7 @@ Json lockedMonitors();
 /// plug-in's own work from the simulator's; `call` in between, before the function does anything, and a test may let it
 /// wait there. To be set while no request runs; null: no observer.
 struct GateObserver {
-    void (*enter)() = nullptr;
+    void (*enter)(const char* function) = nullptr;  ///< null: the same function goes on after a pause
     void (*leave)() = nullptr;
     void (*call)(const char* function) = nullptr;
 };

@@ -6,6 +6,7 @@
 #include <records/selfcalibration.h>
 
 #include <algorithm>
+#include <utility>
 
 #include "simulator/core/Parameters.h"
 
@@ -96,6 +97,27 @@ bool Output::write(const Json& json) const {
             return writeHandle(json);
     }
     return false;
+}
+
+void Output::distort(const Json& lie) const {
+    constexpr std::size_t distortedItems = 1024;  // of a list, which a lie may have made a long one
+    const bool isList = kind_ == Kind::list || kind_ == Kind::countedList;
+    if (kind_ == Kind::handle) return;
+    if (kind_ == Kind::text || kind_ == Kind::sizedText) writeText(lie);
+    if (kind_ == Kind::value && value_) distortItem(value_, lie);
+    if (isList && value_)
+        for (std::size_t i = 0; i < std::min(capacity_, distortedItems); ++i)
+            distortItem(static_cast<std::byte*>(value_) + i * type_->size, lie);
+    writeCount(lie);
+}
+
+void Output::distortItem(void* item, const Json& lie) const {
+    auto truth = type_->toJson(item).flatten();
+    for (auto& [name, member] : truth.items()) {
+        const auto honest = std::exchange(member, lie);
+        if (!type_->fromJson(truth.unflatten(), nullptr)) member = honest;
+    }
+    type_->fromJson(truth.unflatten(), item);
 }
 
 bool Output::writeCount(const Json& json) const {
