@@ -53,8 +53,8 @@ void setGateObserver(GateObserver newObserver) {
     observer = newObserver;
 }
 
-ObservedScope::ObservedScope(const char* function) {
-    if (observer.enter) observer.enter(function);
+ObservedScope::ObservedScope() {
+    if (observer.enter) observer.enter();
 }
 
 ObservedScope::~ObservedScope() {
@@ -67,14 +67,14 @@ ScopedUnlock::ScopedUnlock() {
 }
 
 ScopedUnlock::~ScopedUnlock() {
-    if (observer.enter) observer.enter(nullptr);
+    if (observer.enter) observer.enter();
     State::instance().mutex.lock();
 }
 
 // ---- Calls ----------------------------------------------------------------------------------------------------------
 
 Call::Call(const char* function, std::initializer_list<Input> arguments, Journal journal) noexcept
-    : scope_(function), function_(function), journal_(journal), arguments_(std::make_unique<Json>(Json::array())) {
+    : function_(function), journal_(journal), arguments_(std::make_unique<Json>(Json::array())) {
     for (const auto& argument : arguments) addArgument(argument);
 }
 

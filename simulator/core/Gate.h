@@ -19,7 +19,7 @@ namespace simulator {
 /// Reports its scope to the observer of the gate.
 class ObservedScope {
  public:
-    explicit ObservedScope(const char* function);
+    ObservedScope();
     ~ObservedScope();
     ObservedScope(const ObservedScope&) = delete;
     ObservedScope& operator=(const ObservedScope&) = delete;
@@ -63,7 +63,7 @@ class Work {
 
 /// One call of a simulated function. It lives as long as the call and never throws, unless a script says so.
 class Call {
-    const ObservedScope scope_;  // the first to be made and the last to go
+    const ObservedScope scope_;
 
  public:
     Call(const Call&) = delete;

@@ -63,7 +63,7 @@ Json lockedMonitors();
 /// plug-in's own work from the simulator's; `call` in between, before the function does anything, and a test may let it
 /// wait there. To be set while no request runs; null: no observer.
 struct GateObserver {
-    void (*enter)(const char* function) = nullptr;  ///< null: the same function goes on after a pause
+    void (*enter)() = nullptr;
     void (*leave)() = nullptr;
     void (*call)(const char* function) = nullptr;
 };

@@ -27,9 +27,16 @@ struct Current {
 /// Lists whose items cost calls end after 1,024 of them, and none costs as many as 32 calls.
 constexpr std::size_t mostCalls = 1024 * 32;
 
-void enter(const char* function) {
+void enter() {
     ++supply.simulated;
-    if (!current.disturbance || !function) return;
+}
+
+void leave() {
+    --supply.simulated;
+}
+
+void call(const char* function) {
+    if (!current.disturbance) return;
     ++current.entered[function];
     if (++current.calls > mostCalls) {
         std::puts("runaway");  // and the journal grows with each call
@@ -39,10 +46,6 @@ void enter(const char* function) {
     if (current.disturbance->action && function == current.disturbance->function &&
         ++current.occurrences == current.disturbance->occurrence)
         current.disturbance->action();
-}
-
-void leave() {
-    --supply.simulated;
 }
 
 std::size_t succeeded(const Outcome& outcome, const char* function) {
@@ -117,7 +120,7 @@ Request parseRequest(const std::string& resource, const std::string& line) {
 }
 
 Guest::Guest() {
-    simulator::setGateObserver({enter, leave});
+    simulator::setGateObserver({enter, leave, call});
     reload();
 }
 
