@@ -10,9 +10,8 @@
 #pragma once
 
 #include <cstddef>
-#include <type_traits>
 
-#include "runtime/platform/Platform.h"
+#include "runtime/platform/GuardedCall.h"
 
 namespace torvo {
 
@@ -31,12 +30,7 @@ class Gated<Result(Parameters...)> {
     explicit operator bool() const noexcept { return function_ != nullptr; }
     bool operator==(std::nullptr_t) const noexcept { return function_ == nullptr; }
 
-    Result operator()(Parameters... parameters) const {
-        if constexpr (platform::hasForeignExceptions)
-            return callGuarded(parameters...);
-        else
-            return function_(parameters...);
-    }
+    Result operator()(Parameters... parameters) const { return platform::callGuarded(function_, parameters...); }
 
     /// For destructors: drops whatever the function throws.
     void callQuietly(Parameters... parameters) const noexcept {
@@ -47,22 +41,6 @@ class Gated<Result(Parameters...)> {
     }
 
  private:
-    // Not in place of each call, which would add a tenth to the library's size.
-    [[gnu::noinline]] Result callGuarded(Parameters... parameters) const {
-        if constexpr (std::is_void_v<Result>) {
-            guard([&] { function_(parameters...); });
-        } else {
-            Result result{};
-            guard([&] { result = function_(parameters...); });
-            return result;
-        }
-    }
-
-    template <class Call>
-    static void guard(Call call) {
-        platform::callGuarded([](void* context) { (*static_cast<Call*>(context))(); }, &call);
-    }
-
     Function* function_;
 };
 

@@ -29,6 +29,30 @@ TEST(Gate, PassesArgumentsAndResultsOfAnyType) {
                 testing::ElementsAre(1, 2, 3, std::int64_t{1} << 40, 5, -6));
 }
 
+struct Twelve {
+    std::int32_t numbers[11];
+};
+Twelve elevenOf(std::int8_t a, std::int8_t b, std::int8_t c, std::int8_t d, std::int8_t e, std::int8_t f, double g,
+                std::int8_t h, std::int8_t i, std::int8_t j, std::int8_t k) {
+    return {{a, b, c, d, e, f, static_cast<std::int32_t>(g), h, i, j, k}};
+}
+double sumOfFour(double a, float b, std::int32_t c, double d) {
+    return a + static_cast<double>(b) + c + d;
+}
+struct Small {
+    std::int32_t numbers[2];
+};
+Small pairOf(std::int32_t a) {
+    return {{a, -a}};
+}
+
+TEST(Gate, PassesAsManyArgumentsAsThereAre) {
+    EXPECT_THAT(gated(elevenOf)(1, 2, 3, 4, 5, 6, 7.5, 8, 9, 10, 11).numbers,
+                testing::ElementsAre(1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11));
+    EXPECT_EQ(gated(sumOfFour)(1.5, 2, 3, 4), 10.5);
+    EXPECT_THAT(gated(pairOf)(4).numbers, testing::ElementsAre(4, -4));
+}
+
 void throwText(const char* text) {
     throw std::runtime_error(text);
 }
@@ -105,6 +129,34 @@ TEST(Gate, LeavesFaultsAndMessagesToTheProcess) {
         SetUnhandledExceptionFilter([](EXCEPTION_POINTERS*) -> LONG { return EXCEPTION_CONTINUE_EXECUTION; });
     for (const DWORD code : {illegalInstruction, breakpoint, threadName}) EXPECT_EQ(outcomeOf(code), "7") << code;
     SetUnhandledExceptionFilter(previous);
+}
+
+template <class... Numbers>
+int raiseWith(Numbers...) {
+    RaiseException(0xE06D7363, EXCEPTION_NONCONTINUABLE, 0, nullptr);
+    return 0;
+}
+template <class... Numbers>
+void expectForeign(Numbers... numbers) {
+    const std::string outcome = "left";
+    EXPECT_THROW(gated(raiseWith<Numbers...>)(numbers...), platform::ForeignException) << sizeof...(Numbers);
+    EXPECT_EQ(outcome, "left");
+}
+
+TEST(Gate, TurnsForeignExceptionsWithAnyNumberOfArguments) {
+    expectForeign();
+    expectForeign(1);
+    expectForeign(1, 2);
+    expectForeign(1, 2, 3);
+    expectForeign(1, 2, 3, 4);
+    expectForeign(1, 2, 3, 4, 5);
+    expectForeign(1, 2, 3, 4, 5, 6);
+    expectForeign(1, 2, 3, 4, 5, 6, 7);
+    expectForeign(1, 2, 3, 4, 5, 6, 7, 8);
+    expectForeign(1, 2, 3, 4, 5, 6, 7, 8, 9);
+    expectForeign(1, 2, 3, 4, 5, 6, 7, 8, 9, 10);
+    expectForeign(1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11);
+    expectForeign(1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12);
 }
 
 std::string innerOutcome;

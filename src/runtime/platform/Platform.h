@@ -37,20 +37,6 @@ void freeModule(Module module) noexcept;
 /// it would call may be gone. Natively the two cannot be told apart, and it is called in both.
 void atUnload(void (*function)()) noexcept;
 
-/// Whether a companion's function can end in an exception that our compiler does not catch.
-#ifdef _WIN32
-inline constexpr bool hasForeignExceptions = true;
-#else
-inline constexpr bool hasForeignExceptions = false;
-#endif
-
-/// Stands for an exception that is not of our compiler's.
-struct ForeignException {};
-
-/// Calls `call(context)`, and throws ForeignException when that ends in one. Only where there are any: see
-/// runtime/Gate.h.
-void callGuarded(void (*call)(void*), void* context);
-
 /// The directory of the library that this code is linked into; empty when it is unknown.
 std::string ownDirectory();
 

@@ -1,9 +1,6 @@
 #include <windows.h>
 
-#include "runtime/platform/Platform.h"
-
-/// Gate.S: false when the call ended in an exception that `pellFilter` stops.
-extern "C" bool pellCallGuarded(void (*call)(void*), void* context);
+#include "runtime/platform/GuardedCall.h"
 
 /// Stops what programs raise, C++ exceptions of other compilers among them. Lets pass what GCC raises, which its own
 /// handlers catch; what the system reports, such as an access violation; and what is meant for a debugger.
@@ -15,10 +12,6 @@ extern "C" LONG pellFilter(const EXCEPTION_POINTERS* exception, void*) noexcept 
     return isOfGcc || isOfSystem || isForDebugger ? EXCEPTION_CONTINUE_SEARCH : EXCEPTION_EXECUTE_HANDLER;
 }
 
-namespace torvo::platform {
-
-void callGuarded(void (*call)(void*), void* context) {
-    if (!pellCallGuarded(call, context)) throw ForeignException();
+extern "C" [[noreturn]] void pellThrowForeignException() {
+    throw torvo::platform::ForeignException();
 }
-
-}  // namespace torvo::platform
