@@ -28,11 +28,9 @@ thread_local DWORD raisedCode = 0;
 class Raising {
  public:
     Raising() {
-        simulator::setGateObserver({[] {
-                                        if (untilRaised > 0 && --untilRaised == 0)
-                                            RaiseException(raisedCode, EXCEPTION_NONCONTINUABLE, 0, nullptr);
-                                    },
-                                    nullptr});
+        simulator::setGateObserver({.call = [](const char*) {
+            if (untilRaised > 0 && --untilRaised == 0) RaiseException(raisedCode, EXCEPTION_NONCONTINUABLE, 0, nullptr);
+        }});
     }
     ~Raising() { simulator::setGateObserver({}); }
     Raising(const Raising&) = delete;
@@ -44,7 +42,7 @@ TEST(ForeignException, OutOfAnyCallIsAnsweredAndLeavesNothingLocked) {
     const PackageFile package;
     const std::string id = page.open(package.path());
     const std::string idText = Json{{"id", id}}.dump(), fileQuery = Json{{"checkDfwFile", id}}.dump();
-    // But for a transfer: the simulator's own does not survive an exception in its midst.
+    page.firmware({{"blockMilliseconds", 0}});
     const Request requests[] = {
         {"Brightness", {"", monitor, "", ""}},
         {"Brightness", {R"({"method":"PUT"})", monitor, "", "40"}},
@@ -54,6 +52,7 @@ TEST(ForeignException, OutOfAnyCallIsAnsweredAndLeavesNothingLocked) {
         {"SelfCalibrationResult", {R"({"method":"PUT"})", monitor, "", R"({"error":0})"}},
         {"FirmwareUpdate", {"", monitor, fileQuery, ""}},
         {"FirmwareUpdateDeviceVersion", {"", monitor, "", ""}},
+        {"FirmwareUpdateTransfer", {R"({"method":"POST"})", monitor, "", Json{{"dfwFile", id}}.dump()}},
         {"FileSystemDfwFile2", {"", idText, "", ""}},
     };
     const host::Plugin plugin(host::Plugin::defaultFile());
