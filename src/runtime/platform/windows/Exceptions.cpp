@@ -99,8 +99,3 @@ extern "C" __cxa_eh_globals* __cxa_get_globals_fast() noexcept {
 }
 
 }  // namespace __cxxabiv1
-
-// The runtime library's own takes memory, and 70 KB of code, to write the exception's name to a console.
-void __gnu_cxx::__verbose_terminate_handler() {
-    std::abort();
-}
