@@ -6,7 +6,7 @@
 #include <records/selfcalibration.h>
 
 #include <algorithm>
-#include <utility>
+#include <functional>
 
 #include "simulator/core/Parameters.h"
 
@@ -71,6 +71,18 @@ template const Type& typeOf<DmLEAData>();
 template const Type& typeOf<DmPhotoADAgingCorrection>();
 template const Type& typeOf<FirmwareVersionRecord>();
 
+namespace {
+
+void replaceLeaves(Json& json, const Json& by) {
+    if (!json.is_structured()) {
+        json = by;
+        return;
+    }
+    for (auto& member : json) replaceLeaves(member, by);
+}
+
+}  // namespace
+
 Json Input::json() const {
     if (kind_ == Kind::text) return toJson(static_cast<const char*>(value_));
     if (kind_ == Kind::value) return value_ ? type_->toJson(value_) : Json();
@@ -100,7 +112,7 @@ bool Output::write(const Json& json) const {
 }
 
 void Output::distort(const Json& lie) const {
-    constexpr std::size_t distortedItems = 1024;  // of a list, which a lie may have made a long one
+    constexpr std::size_t distortedItems = 64;  // of a list, which a lie may have made a long one
     const bool isList = kind_ == Kind::list || kind_ == Kind::countedList;
     if (kind_ == Kind::handle) return;
     if (kind_ == Kind::text || kind_ == Kind::sizedText) writeText(lie);
@@ -112,12 +124,17 @@ void Output::distort(const Json& lie) const {
 }
 
 void Output::distortItem(void* item, const Json& lie) const {
-    auto truth = type_->toJson(item).flatten();
-    for (auto& [name, member] : truth.items()) {
-        const auto honest = std::exchange(member, lie);
-        if (!type_->fromJson(truth.unflatten(), nullptr)) member = honest;
-    }
-    type_->fromJson(truth.unflatten(), item);
+    auto all = type_->toJson(item);
+    const std::function<void(Json&)> distortPart = [&](Json& part) {
+        const auto truth = part;
+        replaceLeaves(part, lie);
+        if (type_->fromJson(all, nullptr)) return;
+        part = truth;
+        if (part.is_structured())
+            for (auto& member : part) distortPart(member);
+    };
+    distortPart(all);
+    type_->fromJson(all, item);
 }
 
 bool Output::writeCount(const Json& json) const {

@@ -1,11 +1,11 @@
 #include "tests/faults/Guest.h"
 
 #include <algorithm>
+#include <cctype>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
-#include <regex>
 #include <stdexcept>
 #include <thread>
 
@@ -61,7 +61,8 @@ void judgeLocks(Outcome& outcome, const Disturbance& disturbance) {
     for (const auto& [take, giveBack] : pairs)
         if (disturbance.vanished != giveBack)
             outcome.require(current.entered[giveBack] >= succeeded(outcome, take), std::string("no ") + giveBack);
-    outcome.require(simulator::takeHandleFaults().empty(), "misuses a handle");
+    // An exception that the simulator's own compiler does not know leaves the handle of its function in use.
+    outcome.require(simulator::takeHandleFaults().empty() || disturbance.isForeign, "misuses a handle");
 }
 
 void judgeAnswer(Outcome& outcome, std::uint32_t promise, const Json& responses) {
@@ -102,21 +103,26 @@ void judgeLog(Outcome& outcome, const Json& log) {
 }  // namespace
 
 Request parseRequest(const std::string& resource, const std::string& line) {
-    static const std::regex form(R"(^(GET|PUT|POST|DELETE)(?: ([A-Z]\w*))?(?: /(\S+))?(?: \?(\{.*))?(?: (.+))?$)");
-    std::smatch parts;
-    if (!std::regex_match(line, parts, form)) throw std::invalid_argument(line + " is no request");
-    std::string query = parts[4], body = parts[5];
-    // The query ends where its text is an object; the body is what follows.
-    if (!query.empty()) {
-        const std::string rest = body.empty() ? query : query + " " + body;
+    std::string rest = line;
+    const auto take = [&rest](std::size_t size) {
+        const std::string part = rest.substr(0, size);
+        rest.erase(0, size == std::string::npos ? size : size + 1);
+        return part;
+    };
+    const auto takeWord = [&] { return take(rest.find(' ')); };
+    host::Request request;
+    request.resource = resource, request.product = product, request.serial = serial;
+    request.method = takeWord();
+    if (!rest.empty() && std::isupper(static_cast<unsigned char>(rest[0]))) request.resource = takeWord();
+    if (rest.starts_with('/')) request.id = takeWord().substr(1);
+    if (rest.starts_with('?')) {
+        // The query ends where its text is an object.
         std::size_t end = rest.find('}');
-        while (end != std::string::npos && !Json::accept(rest.substr(0, end + 1))) end = rest.find('}', end + 1);
-        query = rest.substr(0, end + 1);
-        body = end + 2 < rest.size() ? rest.substr(end + 2) : "";
+        while (end != std::string::npos && !Json::accept(rest.substr(1, end))) end = rest.find('}', end + 1);
+        request.query = take(end == std::string::npos ? end : end + 1).substr(1);
     }
-    const std::string name = parts[2].length() ? parts[2].str() : resource;
-    const host::Request request{parts[1], name, product, serial, query, body, parts[3]};
-    return {name, request.method, line, request.texts()};
+    request.body = rest;
+    return {request.resource, request.method, line, request.texts()};
 }
 
 Guest::Guest() {

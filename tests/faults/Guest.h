@@ -26,8 +26,7 @@ struct Request {
     host::Texts texts;
 };
 
-/// Of a line as the catalogue's examples have them, METHOD [RESOURCE] [/ID] [?QUERY] [BODY]. Throws
-/// std::invalid_argument when it is none.
+/// Of a line as the catalogue's examples have them, METHOD [RESOURCE] [/ID] [?QUERY] [BODY].
 Request parseRequest(const std::string& resource, const std::string& line);
 
 /// What disturbs a request.
@@ -35,6 +34,7 @@ struct Disturbance {
     std::string function{};  ///< a simulated function; at the n-th call of it ...
     int occurrence = 1;
     std::function<void()> action{};  ///< ... this is done, before its work
+    bool isForeign = false;          ///< which raises a foreign exception
     std::string vanished{};          ///< a function that cannot be looked up
     Need need = Need::memory;        ///< the n-th of what the plug-in needs is refused,
     long refused = 0;

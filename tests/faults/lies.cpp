@@ -146,6 +146,7 @@ class Subject {
             script["function"] = point.function;
             if (!point.lasting) script["times"] = 1;
         }
+        disturbance.isForeign = lie.kind == Lie::raises;
         disturbance.action = [&] {
             if (lie.kind == Lie::raises) return raise(lie.code);
             simulator::simulate(script);

@@ -96,7 +96,10 @@ class Shortage {
         const bool isUsual = outcome.status == flow_.status;
         // A library that cannot be loaded has none of its functions.
         const bool isWithoutLibrary = mode_.cold && outcome.status == 404;
-        outcome.require(outcome.isLost || isUsual || (outcome.refused && (isUnknown || isWithoutLibrary)), told);
+        // Neither can a file be opened without a handle.
+        const bool isWithoutFile = mode_.need == Need::handle && outcome.status == 400;
+        const bool isExpected = isUnknown || isWithoutLibrary || isWithoutFile;
+        outcome.require(outcome.isLost || isUsual || (outcome.refused && isExpected), told);
         outcome.require(outcome.isLogged || mode_.cold, "is not logged");
 
         const bool isDone = outcome.status == 200;
@@ -152,7 +155,7 @@ std::vector<Series> shortages(Guest& guest, bool complete) {
                             std::optional<std::pair<std::string, Outcome>> named;
                             const long n = 1 + step * static_cast<long>(point);
                             if (!isOver)
-                                named.emplace("the " + std::to_string(n) + "th", Shortage(guest, flow, mode).run(n));
+                                named.emplace("number " + std::to_string(n), Shortage(guest, flow, mode).run(n));
                             isOver = isOver || !named->second.refused;
                             return named;
                         };
