@@ -86,7 +86,7 @@ endfunction()
 # Header-only libraries from Debian. A cross compiler must not see all of the build machine's headers, so they are
 # reached through a folder of links of their own.
 file(MAKE_DIRECTORY ${CMAKE_BINARY_DIR}/headers)
-foreach(library nlohmann CLI)
+foreach(library nlohmann CLI boost)
     if(NOT EXISTS /usr/include/${library})
         message(FATAL_ERROR "/usr/include/${library} is missing: run scripts/install-packages")
     endif()

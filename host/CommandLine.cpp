@@ -141,6 +141,28 @@ void runShell(const Options& options, Commands& commands, const Console& console
     }
 }
 
+void addRecording(CLI::App* command, Options& options) {
+    const auto record =
+        command->add_option("--record", options.record, "Record all that happens, as JSON Lines")->type_name("FILE");
+    command->add_flag("--redact", options.redact, "Record other serials in place of the monitors' own")->needs(record);
+}
+
+void addServe(CLI::App& app, Options& options, Commands& commands) {
+    const auto serve = app.add_subcommand("serve", "Serve the plug-in, a lab and a page to browsers on this machine");
+    serve->add_option("--port", options.port, "The port, or 0 for one that is free")->capture_default_str();
+    const auto page = serve->add_option("--page", options.page, "A folder with a built page")->type_name("DIR");
+    serve->add_option("--proxy", options.proxy, "A development server on this machine that serves the page")
+        ->type_name("URL")
+        ->excludes(page);
+    serve->add_option("--origin", options.origins, "The origin of another page that may ask; may be repeated")
+        ->type_name("URL")
+        ->allow_extra_args(false)
+        ->take_all();
+    serve->add_flag("--open", options.open, "Open the page in a browser");
+    addRecording(serve, options);
+    serve->callback([&commands, &options] { commands.serve(options); });
+}
+
 }  // namespace
 
 int runCommandLine(std::vector<std::string> arguments, const Console& console) {
@@ -150,18 +172,25 @@ int runCommandLine(std::vector<std::string> arguments, const Console& console) {
     Commands commands(console);
     app.add_option("--plugin", options.plugin, "The plug-in, if it is not libpell beside this program")
         ->type_name("FILE");
-    app.add_option("--scenario", options.scenario, "A JSON file that describes the simulated monitors")
-        ->type_name("FILE");
+    app.add_option("--scenario", options.scenario, "The simulated monitors: a ready scenario, or a JSON file")
+        ->type_name("NAME|FILE");
     const RequestCommands requests(app, options, commands);
     app.add_subcommand("shell", "Carry out such commands line by line, on monitors that keep their settings")
         ->callback([&] { runShell(options, commands, console); });
-    app.add_subcommand("batch", "Carry out JSON lines from the standard input and answer each with a JSON line")
-        ->callback([&] { commands.batch(options); });
+    const auto batch =
+        app.add_subcommand("batch", "Carry out JSON lines from the standard input and answer each with a JSON line");
+    addRecording(batch, options);
+    batch->callback([&] { commands.batch(options); });
+    addServe(app, options, commands);
+    bool isSame = true;
+    const auto replay = app.add_subcommand("replay", "Ask what a recording has again, and tell what is different");
+    replay->add_option("recording", options.recording, "The recording")->required();
+    replay->callback([&] { isSame = commands.replay(options); });
 
     try {
         std::reverse(arguments.begin(), arguments.end());
         app.parse(std::move(arguments));
-        return requests.succeeded() ? 0 : requestFailed;
+        return requests.succeeded() && isSame ? 0 : requestFailed;
     } catch (const CLI::ParseError& error) {
         return app.exit(error, console.out, console.error) == 0 ? 0 : wrongUsage;
     } catch (const UsageError& error) {

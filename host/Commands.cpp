@@ -1,12 +1,17 @@
 #include "host/Commands.h"
 
+#include <algorithm>
 #include <fstream>
 #include <iostream>
 #include <iterator>
 
+#include "host/Journal.h"
 #include "host/Platform.h"
 #include "host/Query.h"
+#include "host/Recording.h"
+#include "host/Replay.h"
 #include "host/Report.h"
+#include "host/server/Server.h"
 
 namespace host {
 
@@ -17,9 +22,34 @@ Style style(const Options& options, const Console& console) {
     return {detail, console.colours};
 }
 
+/// What a page may miss without being told so.
+constexpr std::size_t maximumEvents = 1024;
+constexpr std::size_t maximumEventBytes = 16u << 20;
+
+std::string textOf(const Json& json) {
+    return json.is_string() ? json.get<std::string>() : writeJson(json);
+}
+
+std::filesystem::path pluginFile(const Options& options) {
+    return options.plugin.empty() ? Plugin::defaultFile() : fromUtf8(options.plugin);
+}
+
+/// Null when nothing is to be recorded.
+std::unique_ptr<RecordingWriter> startRecording(const Options& options, Journal& journal) {
+    if (options.record.empty()) return nullptr;
+    auto writer = std::make_unique<RecordingWriter>(fromUtf8(options.record), options.redact);
+    journal.addSink([recording = writer.get()](Journal::Kind kind, const Json& line) {
+        if (kind != Journal::Kind::opened) recording->write(line);
+    });
+    return writer;
+}
+
+/// A ready scenario, or a file.
 void loadScenario(const std::string& file) {
+    const auto ready = simulator::scenarioNames();
+    if (std::find(ready.begin(), ready.end(), file) != ready.end()) return simulator::chooseScenario(file);
     std::ifstream stream(fromUtf8(file), std::ios::binary);
-    if (!stream) throw UsageError("cannot read " + file);
+    if (!stream) throw UsageError("cannot read " + file + ", and it is none of the ready scenarios");
     simulator::loadScenario(parseJson(std::string(std::istreambuf_iterator<char>(stream), {})));
 }
 
@@ -51,8 +81,7 @@ void Commands::loadPlugin(const Options& options) {
 const Session& Commands::session(const Options& options) {
     if (!session_) {
         if (!options.scenario.empty()) loadScenario(options.scenario);
-        session_ =
-            std::make_unique<const Session>(options.plugin.empty() ? Plugin::defaultFile() : fromUtf8(options.plugin));
+        session_ = std::make_unique<const Session>(pluginFile(options));
     }
     return *session_;
 }
@@ -104,9 +133,65 @@ void Commands::simulate(const std::string& instruction) {
 }
 
 void Commands::batch(const Options& options) {
-    const auto& plugin = session(options);
+    Journal journal(session(options));
+    const auto recorder = startRecording(options, journal);
     for (std::string line; std::getline(console_.in, line);)
-        console_.out << writeJson(plugin.execute(line)) << std::endl;
+        console_.out << writeJson(journal.execute(line)) << std::endl;
+}
+
+void Commands::serve(const Options& options) {
+    const auto& plugin = session(options);
+    for (const auto& instruction : options.simulations) simulate(instruction);
+    Journal journal(plugin);
+    const auto recorder = startRecording(options, journal);
+
+    server::EventLog events(maximumEvents, maximumEventBytes);
+    simulator::setEventObserver(
+        [&](const Json& event) { events.add(textOf(event.at("name")), textOf(event.at("text"))); });
+    server::Lab lab(journal, toUtf8(pluginFile(options)));
+    server::SiteOptions site{.forwards = !options.proxy.empty(), .origins = options.origins};
+    if (!options.page.empty()) site.page = std::filesystem::absolute(fromUtf8(options.page));
+    if (!site.page.empty() && !std::filesystem::is_directory(site.page))
+        throw UsageError("there is no folder " + options.page);
+    server::Site pages(site, journal, lab, events);
+    {
+        server::Server server({.port = options.port, .proxy = options.proxy}, pages, journal, console_);
+        pages.setPort(server.port());
+        server.follow(events);
+        server.follow(lab.exchanges());
+        const auto address = "http://127.0.0.1:" + std::to_string(server.port()) + "/";
+        if (options.json)
+            console_.out << writeJson({{"address", address}}) << std::endl;
+        else
+            console_.out << "Serving at " << address << "  with the lab at " << address << "lab/\n"
+                         << "Ctrl+C ends it." << std::endl;
+        if (options.open) openInBrowser(address);
+        server.run();
+    }
+    simulator::setEventObserver({});
+}
+
+bool Commands::replay(const Options& options) {
+    const auto outcome = host::replay(session(options), fromUtf8(options.recording));
+    if (options.json) {
+        auto differences = Json::array();
+        for (const auto& [line, request, where, recorded, replayed] : outcome.differences)
+            differences.push_back({{"line", line},
+                                   {"request", request},
+                                   {"where", where},
+                                   {"recorded", recorded},
+                                   {"replayed", replayed}});
+        console_.out << formatJson({{"requests", outcome.requests}, {"differences", differences}}) << '\n';
+    } else {
+        std::size_t last = 0;
+        for (const auto& [line, request, where, recorded, replayed] : outcome.differences) {
+            if (line != last) console_.out << "line " << line << ": " << request << '\n';
+            last = line;
+            console_.out << "    " << where << ": " << writeJson(recorded) << " is now " << writeJson(replayed) << '\n';
+        }
+        console_.out << outcome.requests << " requests, " << outcome.differences.size() << " differences\n";
+    }
+    return outcome.differences.empty();
 }
 
 void Commands::reportError(const std::string& message, const Options& options) {

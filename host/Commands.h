@@ -30,6 +30,16 @@ struct Options {
     std::string id;
     bool update = false;
     PackageOptions package;
+
+    std::string record;     ///< a file that takes what happens
+    bool redact = false;    ///< without serials
+    std::string recording;  ///< that is replayed
+
+    std::uint16_t port = 8730;
+    std::string page;
+    std::string proxy;
+    std::vector<std::string> origins;
+    bool open = false;  ///< in a browser
 };
 
 /// What the caller of the program got wrong.
@@ -57,6 +67,12 @@ class Commands {
 
     /// Carries out JSON lines until the input ends.
     void batch(const Options& options);
+
+    /// Whether a recording comes out the same again.
+    bool replay(const Options& options);
+
+    /// Serves the plug-in, the lab and a page over HTTP until the program is interrupted.
+    void serve(const Options& options);
 
     /// A command's failure, for people and, if they asked for it, for programs.
     void reportError(const std::string& message, const Options& options);

@@ -9,7 +9,11 @@
 //
 #include <shellapi.h>
 #else
+#include <spawn.h>
+#include <sys/wait.h>
 #include <unistd.h>
+
+#include <thread>
 #endif
 
 namespace host {
@@ -41,7 +45,18 @@ bool isTerminal(std::FILE* stream) {
     return _isatty(_fileno(stream));
 }
 
+void openInBrowser(const std::string& address) {
+    ShellExecuteW(nullptr, L"open", fromUtf8(address).c_str(), nullptr, nullptr, SW_SHOWNORMAL);
+}
+
 #else
+
+void openInBrowser(const std::string& address) {
+    const char* const command[] = {"xdg-open", address.c_str(), nullptr};
+    pid_t process{};
+    if (posix_spawnp(&process, command[0], nullptr, nullptr, const_cast<char* const*>(command), environ) != 0) return;
+    std::thread([process] { waitpid(process, nullptr, 0); }).detach();
+}
 
 std::vector<std::string> arguments(int argc, char** argv) {
     return {argv + 1, argv + argc};

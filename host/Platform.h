@@ -19,6 +19,9 @@ bool isTerminal(std::FILE* stream);
 /// True when the stream is a terminal that shows colours.
 bool showsColours(std::FILE* stream);
 
+/// Shows an address in the user's browser, if there is one.
+void openInBrowser(const std::string& address);
+
 std::string toUtf8(const std::filesystem::path& path);
 std::filesystem::path fromUtf8(const std::string& text);
 

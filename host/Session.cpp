@@ -10,7 +10,7 @@ namespace host {
 
 namespace {
 
-Json executeCall(const Session& session, const Json& line) {
+Json executeCall(const LineCall& call, const Json& line) {
     const auto& name = line.at("call");
     const auto texts = line.find("texts");
     const auto isText = [](const Json& json) { return json.is_string(); };
@@ -18,7 +18,7 @@ Json executeCall(const Session& session, const Json& line) {
         !std::all_of(texts->begin(), texts->end(), isText))
         throw std::invalid_argument(
             "a call must have the members \"call\", a text, and \"texts\", a list of four texts");
-    return session.call(name, texts->get<Texts>());
+    return call(name, texts->get<Texts>());
 }
 
 /// Only exports that the plug-in has: it may be older than this program.
@@ -38,13 +38,13 @@ Texts Request::texts() const {
     return {writeJson({{"method", method}}), writeJson(parameters), query, body};
 }
 
-Json Session::call(const std::string& name, const Texts& texts, EventObserver onEvent) const {
-    const auto function = plugin_.find(name.c_str());
-    if (!function)
-        throw std::invalid_argument("the plug-in has no export \"" + name + "\"" + suggestExport(plugin_, name));
+Json Session::call(const std::string& name, const Texts& texts, EventObserver onEvent,
+                   std::vector<double>* milliseconds) const {
+    const auto function = exportOf(name);
     simulator::Recording recording;
     recording.onEvent = std::move(onEvent);
     const auto returned = function(texts[0].c_str(), texts[1].c_str(), texts[2].c_str(), texts[3].c_str());
+    if (milliseconds) *milliseconds = std::move(recording.milliseconds);
     return {{"returned", returned},
             {"responses", std::move(recording.responses)},
             {"events", std::move(recording.events)},
@@ -52,12 +52,24 @@ Json Session::call(const std::string& name, const Texts& texts, EventObserver on
             {"calls", std::move(recording.calls)}};
 }
 
+Export Session::exportOf(const std::string& name) const {
+    const auto function = plugin_.find(name.c_str());
+    if (!function)
+        throw std::invalid_argument("the plug-in has no export \"" + name + "\"" + suggestExport(plugin_, name));
+    return function;
+}
+
 Json Session::execute(std::string_view line) const {
+    return executeLine(
+        line, [this](const std::string& name, const Texts& texts) { return call(name, texts); }, simulator::simulate);
+}
+
+Json executeLine(std::string_view line, const LineCall& call, const std::function<void(const Json&)>& simulate) {
     try {
         const auto json = parseJson(line);
-        if (json.is_object() && json.contains("call")) return executeCall(*this, json);
+        if (json.is_object() && json.contains("call")) return executeCall(call, json);
         if (json.is_object() && json.contains("simulate")) {
-            simulator::simulate(json);
+            simulate(json);
             return {{"ok", true}};
         }
         throw std::invalid_argument("a line must be an object with the member \"call\" or \"simulate\"");

@@ -8,6 +8,7 @@
 #include <array>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "host/Plugin.h"
 #include "simulator/core/Simulator.h"
@@ -45,10 +46,12 @@ class Session {
     explicit Session(const std::filesystem::path& plugin = Plugin::defaultFile()) : plugin_(plugin) {}
 
     /// Calls an export with exactly these texts, each up to its first NUL. Everything that arrived meanwhile:
-    /// {"returned", "responses", "events", "log", "calls"}, the lists as in simulator::Recording.
+    /// {"returned", "responses", "events", "log", "calls"}, the lists as in simulator::Recording. How long each of the
+    /// calls took goes into `milliseconds`, if it is not null.
     /// Throws std::invalid_argument when the plug-in has no such export. Events go to the observer as they
     /// arrive, too, on the plug-in's thread.
-    Json call(const std::string& name, const Texts& texts, EventObserver onEvent = {}) const;
+    Json call(const std::string& name, const Texts& texts, EventObserver onEvent = {},
+              std::vector<double>* milliseconds = nullptr) const;
     Json call(const Request& request, EventObserver onEvent = {}) const {
         return call(request.resource, request.texts(), std::move(onEvent));
     }
@@ -57,8 +60,15 @@ class Session {
     /// not understood answers {"ok": false, "error"}.
     Json execute(std::string_view line) const;
 
+    /// Throws std::invalid_argument, with a suggestion, when the plug-in has no such export.
+    Export exportOf(const std::string& name) const;
+
  private:
     Plugin plugin_;
 };
+
+/// The same with other ways to call an export and to simulate.
+using LineCall = std::function<Json(const std::string& name, const Texts& texts)>;
+Json executeLine(std::string_view line, const LineCall& call, const std::function<void(const Json&)>& simulate);
 
 }  // namespace host

@@ -24,9 +24,8 @@ void BridgeHelperSetResponse(uint32_t promise, uint32_t status, const char* json
 void BridgeHelperDispatchEvent(const char* name, const char* json) {
     auto arrived = false;
     HostCall(__func__).run([&](World&) {
-        simulator::recordEvent(name, json);
         arrived = true;
         return Answer();
     });
-    if (arrived) simulator::notifyEventObserver();
+    if (arrived) simulator::recordEvent(name, json);
 }

@@ -10,8 +10,8 @@ void Firmware::update() {
 
 Firmware::State Firmware::poll() {
     if (state == State::updating && pollsLeft-- == 0) {
-        version = transferred;
-        state = State::idle;
+        if (updateEnd == UpdateEnd::newVersion) version = transferred;
+        state = updateEnd == UpdateEnd::gone ? State::gone : State::idle;
     }
     return state;
 }

@@ -10,7 +10,9 @@
 namespace simulator {
 
 struct Firmware {
-    enum class State : std::uint32_t { idle, transferring, transferred, updating };
+    /// As the monitor reports it, and one that it cannot report any more.
+    enum class State : std::uint32_t { idle, transferring, transferred, updating, gone };
+    enum class UpdateEnd { newVersion, oldVersion, gone };
 
     FirmwareVersionRecord version{};  ///< what the monitor runs; an update that fails leaves it as it is
     std::string device;               ///< the identifier of the device
@@ -24,6 +26,7 @@ struct Firmware {
     std::uint32_t failAtBlock = 0;
     std::uint32_t unplugAtBlock = 0;
     std::uint32_t updatePolls = 0;
+    UpdateEnd updateEnd = UpdateEnd::newVersion;
 
     bool isBusy() const { return state == State::transferring || state == State::updating; }
     void update();

@@ -1,7 +1,9 @@
 #include "simulator/core/Gate.h"
 
+#include <chrono>
 #include <mutex>
 #include <nlohmann/json.hpp>
+#include <optional>
 #include <stdexcept>
 
 #include "simulator/core/Recorder.h"
@@ -28,7 +30,10 @@ class JournalEntry {
         : recording_(kept ? currentRecording() : nullptr),
           entry_({{"function", function}, {"arguments", arguments}, {"result", nullptr}}) {}
     ~JournalEntry() {
-        if (recording_) recording_->calls.push_back(std::move(entry_));
+        if (!recording_) return;
+        recording_->calls.push_back(std::move(entry_));
+        const std::chrono::duration<double, std::milli> time = std::chrono::steady_clock::now() - begun_;
+        recording_->milliseconds.push_back(time.count());
     }
     JournalEntry(const JournalEntry&) = delete;
     JournalEntry& operator=(const JournalEntry&) = delete;
@@ -44,6 +49,7 @@ class JournalEntry {
 
  private:
     Recording* const recording_;
+    const std::chrono::steady_clock::time_point begun_ = std::chrono::steady_clock::now();
     Json entry_;
 };
 
@@ -109,12 +115,28 @@ Result Call::pass(const Needs& needs, const Work& work, std::initializer_list<Ou
 
 Answer Call::perform(const Needs& needs, const Work& work, World& world) const {
     if (!work.isAboutMonitor()) return work(world);
-    const auto monitor = world.findMonitor(serial_, product_);
+    auto monitor = world.findMonitor(serial_, product_);
+    if (monitor && monitor->callTime > Milliseconds::zero()) {
+        const auto time = monitor->callTime;
+        {
+            const ScopedUnlock unlock;
+            sleepFor(time);
+        }
+        monitor = world.findMonitor(serial_, product_);
+    }
+    if (monitor && ++monitor->calls == monitor->unplugAtCall) {
+        world.disconnect(*monitor);
+        monitor = nullptr;
+    }
     if (!monitor) return needs.withoutMonitor;
     if (needs.feature && !monitor->supports(needs.feature)) return needs.withoutFeature;
     const bool isAboutPower = needs.feature && std::string_view(needs.feature) == "power";
     if (monitor->isAsleep() && !isAboutPower) return result::timedOut;
-    return work(*monitor);
+    const auto kept = monitor->ignoresWrites ? std::optional(monitor->settings) : std::nullopt;
+    auto answer = work(*monitor);
+    if (kept) monitor->settings = *kept;
+    if (monitor->hasLeft()) world.disconnect(*monitor);
+    return answer;
 }
 
 bool LibraryCall::succeeds(std::initializer_list<Output> outputs) {

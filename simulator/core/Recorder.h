@@ -25,10 +25,12 @@ class RecordingHandover {
 
 /// What the host's own libraries were called with; nothing happens on a thread without a recording.
 void recordResponse(std::uint32_t promise, std::uint32_t status, const char* json);
-void recordEvent(const char* name, const char* json);
 void recordLogLine(const char* name, std::uint32_t level, const char* line);
 
-/// Passes the last event on to the recording's observer. Not to be called within the work of a call.
-void notifyEventObserver();
+/// Records an event, also for the observers of events. Not to be called within the work of a call.
+void recordEvent(const char* name, const char* json);
+
+/// The simulated libdmc says that it has been loaded.
+bool announceSimulatedCompanions();
 
 }  // namespace simulator

@@ -1,3 +1,4 @@
+#include <atomic>
 #include <utility>
 
 #include "simulator/core/Parameters.h"
@@ -9,6 +10,9 @@ namespace simulator {
 namespace {
 
 thread_local Recording* current = nullptr;
+
+std::function<void(const Json& event)> eventObserver;
+std::atomic<bool> simulated{false};
 
 }  // namespace
 
@@ -33,15 +37,27 @@ void recordResponse(std::uint32_t promise, std::uint32_t status, const char* jso
 }
 
 void recordEvent(const char* name, const char* json) {
-    if (current) current->events.push_back({{"name", Input(name).json()}, {"text", Input(json).json()}});
+    if (!current && !eventObserver) return;
+    const Json event = {{"name", Input(name).json()}, {"text", Input(json).json()}};
+    if (current) current->events.push_back(event);
+    if (current && current->onEvent) current->onEvent(event);
+    if (eventObserver) eventObserver(event);
 }
 
 void recordLogLine(const char* name, std::uint32_t level, const char* line) {
     if (current) current->log.push_back({{"name", Input(name).json()}, {"level", level}, {"line", Input(line).json()}});
 }
 
-void notifyEventObserver() {
-    if (current && current->onEvent) current->onEvent(current->events.back());
+void setEventObserver(std::function<void(const Json& event)> observer) {
+    eventObserver = std::move(observer);
+}
+
+bool announceSimulatedCompanions() {
+    return simulated = true;
+}
+
+bool companionsAreSimulated() {
+    return simulated;
 }
 
 }  // namespace simulator

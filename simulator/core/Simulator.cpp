@@ -86,7 +86,11 @@ Script readLie(const Json& instruction) {
 
 }  // namespace
 
-State::State() : initial(World::builtInScenario()), world(initial) {}
+State::State() : initial(World::builtInScenario()), world(initial) {
+    auto document = World::builtInScenario();
+    for (const auto same : {"settings", "firmware", "products"}) document.erase(same);
+    scenario = std::make_shared<const Json>(std::move(document));
+}
 
 State& State::instance() {
     // Never destroyed: the plug-in may let go of its libraries after our own static objects are gone.
@@ -94,18 +98,87 @@ State& State::instance() {
     return state;
 }
 
-void loadScenario(const Json& scenario) {
+namespace {
+
+void load(const Json& scenario, const std::string& name) {
     World world(scenario);
     auto& state = State::instance();
     const std::lock_guard lock(state.mutex);
+    state.scenario = std::make_shared<const Json>(scenario);
+    state.scenarioName = name;
     state.initial = std::move(world);
     state.world = state.initial;
     state.scripts.clear();
 }
 
+std::string versionText(const FirmwareVersionRecord& version) {
+    std::string text;
+    for (const auto part : {version.system, version.controller, version.frontEnd, version.osd, version.fpga})
+        text += (text.empty() ? "" : ".") + std::to_string(part);
+    return text;
+}
+
+Json describe(const Monitor& monitor) {
+    Json json = {{"product", monitor.product}, {"serial", monitor.serial}, {"connected", monitor.connected}};
+    for (const auto name : {"power", "inputPort", "brightness"})
+        if (monitor.supports(name) && monitor.settings.find(name)) json[name] = monitor.settings.at(name).at("value");
+    if (monitor.supports("firmwareVersion")) json["firmware"] = versionText(monitor.firmware.version);
+    return json;
+}
+
+/// A number that is not negative.
+double number(const Json& instruction, const char* member) {
+    const auto found = instruction.find(member);
+    require(found != instruction.end() && found->is_number() && found->get<double>() >= 0,
+            "\"" + std::string(member) + "\" must be a number that is not negative");
+    return found->get<double>();
+}
+
+}  // namespace
+
+void loadScenario(const Json& scenario) {
+    load(scenario, {});
+}
+
+void chooseScenario(const std::string& name) {
+    std::vector<std::string_view> names;
+    for (const auto& ready : generated::scenarios) {
+        if (ready.name == name) return load(parseJson(ready.text), name);
+        names.push_back(ready.name);
+    }
+    require(false, "there is no scenario \"" + name + "\"" + suggestion(name, names));
+}
+
+std::vector<std::string> scenarioNames() {
+    std::vector<std::string> names;
+    for (const auto& scenario : generated::scenarios) names.emplace_back(scenario.name);
+    return names;
+}
+
+Json currentScenario() {
+    auto& state = State::instance();
+    const std::lock_guard lock(state.mutex);
+    return *state.scenario;
+}
+
+Json describeWorld() {
+    auto& state = State::instance();
+    const std::lock_guard lock(state.mutex);
+    auto monitors = Json::array();
+    for (const auto& monitor : state.world.monitors()) monitors.push_back(describe(monitor));
+    return {{"scenario", state.scenarioName.empty() ? Json() : Json(state.scenarioName)},
+            {"scenarios", scenarioNames()},
+            {"speed", speed()},
+            {"monitors", std::move(monitors)}};
+}
+
 void simulate(const Json& instruction) {
     require(instruction.is_object(), "an instruction must be an object");
     const auto what = text(instruction, "simulate");
+    if (what == "scenario") {
+        requireMembers(instruction, {"name"});
+        return chooseScenario(text(instruction, "name"));
+    }
     auto& state = State::instance();
     const std::lock_guard lock(state.mutex);
 
@@ -121,19 +194,31 @@ void simulate(const Json& instruction) {
         const auto product = text(instruction, "product");
         require(what == "plug" ? state.world.plug(serial, product) : state.world.unplug(serial, product),
                 "unknown monitor");
+    } else if (what == "delay") {
+        requireMembers(instruction, {"milliseconds", "product", "serial"});
+        const auto serial = text(instruction, "serial");
+        const auto product = text(instruction, "product");
+        require(state.world.knows(serial, product), "unknown monitor");
+        state.world.delay(serial, product, Milliseconds(number(instruction, "milliseconds")));
     } else if (what == "advance") {
         requireMembers(instruction, {"milliseconds"});
-        const auto& milliseconds = instruction.at("milliseconds");
-        require(milliseconds.is_number_integer() && milliseconds.get<std::int64_t>() >= 0,
-                "\"milliseconds\" must be a number that is not negative");
-        advance(std::chrono::milliseconds(milliseconds.get<std::int64_t>()));
+        advance(Milliseconds(number(instruction, "milliseconds")));
+    } else if (what == "speed") {
+        requireMembers(instruction, {"factor"});
+        const auto factor = number(instruction, "factor");
+        constexpr double maximumFactor = 1e6;
+        require(factor <= maximumFactor, "\"factor\" must be at most a million");
+        setSpeed(factor);
     } else if (what == "reset") {
         requireMembers(instruction, {});
         state.scripts.clear();
         state.world = state.initial;
     } else {
-        require(false,
-                "\"simulate\" must be \"return\", \"throw\", \"lie\", \"plug\", \"unplug\", \"advance\" or \"reset\"");
+        constexpr std::string_view kinds[] = {"return", "throw",   "lie",   "plug",     "unplug",
+                                              "delay",  "advance", "speed", "scenario", "reset"};
+        std::string known;
+        for (const auto kind : kinds) known += (known.empty() ? "" : ", ") + std::string(kind);
+        require(false, "\"simulate\" must be one of " + known + suggestion(what, kinds));
     }
 }
 

@@ -5,6 +5,7 @@
 
 #include <functional>
 #include <nlohmann/json.hpp>
+#include <vector>
 
 #include "simulator/core/Json.h"
 
@@ -14,11 +15,30 @@ namespace simulator {
 /// changes nothing when it is not a scenario.
 void loadScenario(const Json& scenario);
 
+/// The same with a ready scenario of simulator/scenarios. Throws std::invalid_argument, with a suggestion, for a name
+/// that there is not.
+void chooseScenario(const std::string& name);
+
+/// The names of the ready scenarios.
+std::vector<std::string> scenarioNames();
+
+/// The scenario that was loaded last, a document; of the built-in one, what it does not say about every scenario.
+Json currentScenario();
+
+/// {"scenario", "scenarios", "speed", "monitors"}: the name of the ready scenario that was chosen last, or null; the
+/// names that there are; how fast the clock runs; and all monitors of the scenario as {"product", "serial",
+/// "connected", "power", "inputPort", "brightness", "firmware"}, without what one lacks.
+Json describeWorld();
+
 /// Carries out one instruction; throws std::invalid_argument with a text for people when it cannot be understood.
 ///   {"simulate": "return", "function": F, "result": N, "outputs": [...], "times": K, "product": P, "serial": S}
 ///   {"simulate": "throw", "function": F, "times": K, "product": P, "serial": S}
 ///   {"simulate": "lie", "function": F, "as": X, "times": K, "product": P, "serial": S}
 ///   {"simulate": "plug" | "unplug", "product": P, "serial": S}
+///   {"simulate": "delay", "milliseconds": N, "product": P, "serial": S}
+///   {"simulate": "advance", "milliseconds": N}
+///   {"simulate": "speed", "factor": N}
+///   {"simulate": "scenario", "name": NAME}
 ///   {"simulate": "reset"}
 void simulate(const Json& instruction);
 
@@ -38,12 +58,21 @@ class Recording {
     Json events = Json::array();     ///< {"name", "text"}
     Json log = Json::array();        ///< {"name", "level", "line"}
 
+    std::vector<double> milliseconds;  ///< how long each of the calls took
+
     /// Called with each event as it arrives, on the thread that brings it.
     std::function<void(const Json& event)> onEvent;
 
  private:
     Recording* outer_;
 };
+
+/// Called with each event {"name", "text"} of the process as it arrives, on the thread that brings it, whether that has
+/// a recording or not. To be set while no request runs; empty: no observer.
+void setEventObserver(std::function<void(const Json& event)> observer);
+
+/// Whether the libdmc of this process is the simulated one, so that there are monitors to simulate anything of.
+bool companionsAreSimulated();
 
 /// The handles of the firmware library that are open, by kind ("package", "string", "profile"): {} when there are none.
 /// Those of the process: a reset leaves them alone.

@@ -1,6 +1,7 @@
 // The one state of the simulated world, shared by all simulated libraries of the process.
 #pragma once
 
+#include <memory>
 #include <mutex>
 #include <set>
 #include <string>
@@ -17,6 +18,8 @@ struct State {
     std::mutex mutex;  ///< guards everything else
     World initial;     ///< the world as the scenario has it
     World world;
+    std::shared_ptr<const Json> scenario;  ///< what `initial` was read from
+    std::string scenarioName;              ///< empty: it has none
     Scripts scripts;
     Handles handles;
     std::set<std::string> texts;  ///< texts handed out for the life of the process

@@ -15,11 +15,11 @@ namespace simulator {
 
 namespace {
 
-std::string name(const Json& monitor, const char* member, std::size_t bufferSize) {
+std::string name(const Json& monitor, const char* member, std::size_t shortest, std::size_t bufferSize) {
     const auto text = monitor.at(member).get<std::string>();
-    if (text.empty() || text.size() >= bufferSize)
-        throw std::invalid_argument(std::string(member) + " must have 1 to " + std::to_string(bufferSize - 1) +
-                                    " bytes");
+    if (text.size() < shortest || text.size() >= bufferSize)
+        throw std::invalid_argument(std::string(member) + " must have " + std::to_string(shortest) + " to " +
+                                    std::to_string(bufferSize - 1) + " bytes");
     return text;
 }
 
@@ -60,9 +60,18 @@ void replaceParts(Json& parts, const Json& source) {
     for (const auto part : commonParts) parts[part].merge_patch(source.value(part, Json::object()));
 }
 
+Firmware::UpdateEnd readUpdateEnd(const std::string& text) {
+    static const std::map<std::string, Firmware::UpdateEnd> ends = {{"newVersion", Firmware::UpdateEnd::newVersion},
+                                                                    {"oldVersion", Firmware::UpdateEnd::oldVersion},
+                                                                    {"gone", Firmware::UpdateEnd::gone}};
+    const auto found = ends.find(text);
+    if (found == ends.end()) throw std::invalid_argument("an update cannot end with \"" + text + "\"");
+    return found->second;
+}
+
 Firmware readFirmware(const Json& json) {
     static const std::set<std::string> names = {"version",     "device",        "blockMilliseconds", "callbackThread",
-                                                "failAtBlock", "unplugAtBlock", "updatePolls"};
+                                                "failAtBlock", "unplugAtBlock", "updatePolls",       "updateEnds"};
     for (const auto& [name, value] : json.items())
         if (!names.contains(name)) throw std::invalid_argument("firmware has no \"" + name + "\"");
     Firmware firmware;
@@ -73,11 +82,12 @@ Firmware readFirmware(const Json& json) {
     firmware.failAtBlock = json.at("failAtBlock").get<std::uint32_t>();
     firmware.unplugAtBlock = json.at("unplugAtBlock").get<std::uint32_t>();
     firmware.updatePolls = json.at("updatePolls").get<std::uint32_t>();
+    firmware.updateEnd = readUpdateEnd(json.at("updateEnds").get<std::string>());
     return firmware;
 }
 
 Monitor readMonitor(const Json& json, const Json& products, Json parts) {
-    const auto product = name(json, "product", DM_PRODUCT_SIZE);
+    const auto product = name(json, "product", 1, DM_PRODUCT_SIZE);
     std::vector<std::string> unsupported;
     for (const auto& source : {products.value(product, Json::object()), json}) {
         for (const auto& feature : source.value("unsupported", Json::array()))
@@ -87,7 +97,7 @@ Monitor readMonitor(const Json& json, const Json& products, Json parts) {
     generateLists(parts.at("settings"));
     const Settings settings(parts.at("settings"));
     const auto connected = json.value("connected", true);
-    return {.serial = name(json, "serial", DM_SERIAL_SIZE),
+    return {.serial = name(json, "serial", 0, DM_SERIAL_SIZE),
             .product = product,
             .unsupported = std::move(unsupported),
             .settings = settings,
@@ -95,7 +105,11 @@ Monitor readMonitor(const Json& json, const Json& products, Json parts) {
             .connected = connected,
             .found = connected,
             .hidHandle = newHidHandle(),
-            .firmware = readFirmware(parts.at("firmware"))};
+            .firmware = readFirmware(parts.at("firmware")),
+            .callTime = Milliseconds(json.value("callMilliseconds", 0.0)),
+            .ignoresWrites = json.value("ignoresWrites", false),
+            .unplugAtCall = json.value("unplugAtCall", 0u),
+            .reachedByInputs = json.value("reachedByInputs", std::vector<std::uint32_t>())};
 }
 
 }  // namespace
@@ -103,6 +117,15 @@ Monitor readMonitor(const Json& json, const Json& products, Json parts) {
 bool Monitor::isAsleep() const {
     const auto power = settings.find("power");
     return power && power->at("value") == 0 && power->value("whenOff", "answers") == "timesOut";
+}
+
+bool Monitor::hasLeft() const {
+    if (firmware.state == Firmware::State::gone) return true;
+    const auto inputs = settings.find("inputPort");
+    if (reachedByInputs.empty() || !inputs) return false;
+    const auto shown = inputs->at("value").get<std::vector<std::uint32_t>>();
+    return std::find_first_of(shown.begin(), shown.end(), reachedByInputs.begin(), reachedByInputs.end()) ==
+           shown.end();
 }
 
 bool Monitor::supports(const std::string& feature) const {
@@ -120,7 +143,7 @@ const Json& World::builtInScenario() {
 World::World(const Json& scenario) try {
     auto parts = Json::object();
     for (const auto& source : {builtInScenario(), scenario}) replaceParts(parts, source);
-    const auto products = scenario.value("products", Json::object());
+    const auto products = scenario.value("products", builtInScenario().at("products"));
     for (const auto& monitor : scenario.at("monitors")) monitors_.push_back(readMonitor(monitor, products, parts));
 } catch (const std::exception& error) {
     throw std::invalid_argument(std::string("not a scenario: ") + error.what());
@@ -141,8 +164,10 @@ Monitor* World::lookUp(std::string_view serial, std::string_view product) {
 }
 
 Monitor* World::findMonitor(std::string_view serial, std::string_view product) {
-    const auto monitor = lookUp(serial, product);
-    return monitor && monitor->found ? monitor : nullptr;
+    const auto found = std::find_if(monitors_.begin(), monitors_.end(), [&](const Monitor& monitor) {
+        return monitor.found && monitor.serial == serial && monitor.product == product;
+    });
+    return found == monitors_.end() ? nullptr : &*found;
 }
 
 Monitor* World::findMonitor(const void* hidHandle) {
@@ -157,18 +182,32 @@ void World::find() {
 }
 
 bool World::plug(std::string_view serial, std::string_view product) {
-    const auto monitor = lookUp(serial, product);
-    if (monitor) monitor->connected = true;
-    return monitor;
+    bool isKnown = false;
+    for (auto& monitor : monitors_) {
+        if (monitor.serial != serial || monitor.product != product) continue;
+        isKnown = monitor.connected = true;
+        if (monitor.hasLeft()) monitor.settings.at("inputPort").at("value") = {monitor.reachedByInputs.front()};
+    }
+    return isKnown;
 }
 
 bool World::unplug(std::string_view serial, std::string_view product) {
-    const auto monitor = lookUp(serial, product);
-    if (!monitor) return false;
-    monitor->connected = monitor->found = monitor->inCriticalSection = monitor->locked = false;
-    monitor->hidHandle = newHidHandle();
-    monitor->firmware.interrupt();
-    return true;
+    auto monitor = findMonitor(serial, product);
+    if (!monitor) monitor = lookUp(serial, product);
+    if (monitor) disconnect(*monitor);
+    return monitor;
+}
+
+void World::disconnect(Monitor& monitor) {
+    monitor.connected = monitor.found = monitor.inCriticalSection = monitor.locked = false;
+    monitor.hidHandle = newHidHandle();
+    monitor.firmware.interrupt();
+}
+
+void World::delay(std::string_view serial, std::string_view product, Milliseconds time) {
+    for (auto& monitor : monitors_)
+        if ((serial.empty() || monitor.serial == serial) && (product.empty() || monitor.product == product))
+            monitor.callTime = time;
 }
 
 bool World::knows(std::string_view serial, std::string_view product) const {

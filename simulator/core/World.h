@@ -20,13 +20,25 @@
 //               "failAtBlock"        the transfer fails before this block, counted from 1; 0: never
 //               "unplugAtBlock"      the monitor is gone when this block has been sent; 0: never
 //               "updatePolls"        how often an update is still reported as going on before it is done
+//               "updateEnds"         with "newVersion"; with "oldVersion", after an update without effect; or "gone":
+//               the
+//                                    monitor does not come back until it is plugged in again, then with the old version
 //   "products"  by name: what a product has of "unsupported", "settings" and "firmware", as a monitor below
 //   "monitors"  in the order of the enumeration; each has "product" and "serial" and may have
 //               "unsupported"  names of features that it lacks (a setting's name is one too)
 //               "settings"     what differs from the common settings
 //               "firmware"     what differs from the common one
 //               "connected"    false: it can be plugged in later
-// What a scenario leaves out of "settings" and "firmware" is as in the built-in one. Anywhere in the settings, two
+//               "serial" may be empty, and two monitors may have the same product and serial: functions then reach the
+//               first of them
+//             and how it behaves
+//               "callMilliseconds"  how long each call about it takes
+//               "ignoresWrites"     true: what is set is taken without an error, and nothing changes
+//               "unplugAtCall"      it is gone at this call about it, counted from 1; 0: never
+//               "reachedByInputs"   a list of inputs: it is gone when it shows none of them. Plugged in again, it shows
+//                                   the first
+// What a scenario leaves out of "settings" and "firmware" is as in the built-in one, and so are all "products" when it
+// has none. Anywhere in the settings, two
 // objects stand for long lists: {"ramp": N, "max": M} for N numbers that rise from 0 to M, and {"grid": [levels]} for a
 // colour at each point of a cube, blue changing fastest.
 #pragma once
@@ -62,11 +74,19 @@ struct Monitor {
     bool locked = false;           ///< against other users of the monitor-control library
     std::uintptr_t hidHandle = 0;  ///< another one for each connection, never 0
     Firmware firmware;
+    Milliseconds callTime{};                       ///< of each call about it
+    bool ignoresWrites = false;                    ///< of settings
+    std::uint32_t unplugAtCall = 0;                ///< 0: never
+    std::uint32_t calls = 0;                       ///< about it, so far
+    std::vector<std::uint32_t> reachedByInputs{};  ///< empty: by any
 
     std::string address() const { return product + "/" + serial; }
 
     /// Off, and of those that answer nothing then.
     bool isAsleep() const;
+
+    /// Out of reach by what it does itself: it shows another input, or did not come back from an update.
+    bool hasLeft() const;
 
     /// Of a setting also: whether it supports the feature that the setting belongs to.
     bool supports(const std::string& feature) const;
@@ -93,6 +113,15 @@ class World {
     /// A plugged monitor waits for the next `find`; an unplugged one is gone at once. False: not in the scenario.
     bool plug(std::string_view serial, std::string_view product);
     bool unplug(std::string_view serial, std::string_view product);
+
+    /// Gone as by `unplug`, one of several of the same address.
+    void disconnect(Monitor& monitor);
+
+    /// From now on each call about the monitors takes so long; an empty text stands for any.
+    void delay(std::string_view serial, std::string_view product, Milliseconds time);
+
+    /// All of the scenario, connected or not.
+    const std::vector<Monitor>& monitors() const { return monitors_; }
 
     /// True when the scenario has such a monitor, connected or not; an empty text stands for any.
     bool knows(std::string_view serial, std::string_view product) const;

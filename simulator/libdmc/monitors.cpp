@@ -1,6 +1,7 @@
 // The list of monitors; the critical section, the HID handle and the lock of each.
 #include <utility>
 
+#include "simulator/core/Recorder.h"
 #include "simulator/libdmc/Functions.h"
 
 using simulator::Answer;
@@ -11,6 +12,12 @@ using simulator::MonitorCall;
 using simulator::Output;
 using simulator::World;
 namespace result = simulator::result;
+
+namespace {
+
+[[maybe_unused]] const bool announced = simulator::announceSimulatedCompanions();
+
+}  // namespace
 
 // ---- The list of monitors -------------------------------------------------------------------------------------------
 

@@ -31,7 +31,7 @@ struct Transfer {
     }
 
     std::uint32_t send(std::uint32_t block) const {
-        std::this_thread::sleep_for(behaviour.blockTime);
+        simulator::sleepFor(behaviour.blockTime);
         if (!reachesMonitor(block)) return result::connectionError;
         if (block == behaviour.failAtBlock) return result::stall;
         const auto bytes = std::min<std::uint64_t>(std::uint64_t{block} * package.blockSize, package.size());

@@ -1,0 +1,96 @@
+#include "host/Recording.h"
+
+#include <algorithm>
+#include <cctype>
+#include <stdexcept>
+
+#include "host/Platform.h"
+
+namespace host {
+
+namespace {
+
+constexpr int version = 1;
+
+bool isWordLetter(char letter) {
+    return std::isalnum(static_cast<unsigned char>(letter)) || letter == '_';
+}
+
+/// The JSON that a text is, if it is an object or a list.
+Json structureOf(const std::string& text) {
+    if (text.empty() || (text.front() != '{' && text.front() != '[')) return nullptr;
+    return Json::parse(text, nullptr, false);
+}
+
+}  // namespace
+
+Json recordingHead() {
+    return {{"format", "pell-recording"}, {"version", version}, {"scenario", simulator::currentScenario()}};
+}
+
+// ---- Redaction ------------------------------------------------------------------------------------------------------
+
+Json Redaction::apply(const Json& line) {
+    learn(line);
+    auto redacted = line;
+    replace(redacted);
+    return redacted;
+}
+
+void Redaction::learn(const Json& json) {
+    if (json.is_string()) {
+        const auto inner = structureOf(json.get_ref<const std::string&>());
+        if (inner.is_structured()) learn(inner);
+    }
+    if (!json.is_structured()) return;
+    for (const auto& [name, value] : json.items()) {
+        if (name == "serial" && value.is_string() && !value.get_ref<const std::string&>().empty()) {
+            const auto number = std::to_string(serials_.size() + 1);
+            serials_.try_emplace(value, "R" + std::string(7 - std::min<std::size_t>(7, number.size()), '0') + number);
+        }
+        learn(value);
+    }
+}
+
+void Redaction::replace(Json& json) const {
+    if (json.is_string())
+        json = replaced(json);
+    else if (json.is_structured())
+        for (auto& part : json) replace(part);
+}
+
+/// Whole words only: a serial may be as short as a digit.
+std::string Redaction::replaced(const std::string& text) const {
+    std::string result;
+    for (std::size_t at = 0; at < text.size();) {
+        const auto isStart = at == 0 || !isWordLetter(text[at - 1]) || !isWordLetter(text[at]);
+        const auto found = std::find_if(serials_.begin(), serials_.end(), [&](const auto& entry) {
+            const auto& serial = entry.first;
+            const auto end = at + serial.size();
+            return isStart && text.compare(at, serial.size(), serial) == 0 &&
+                   (end == text.size() || !isWordLetter(text[end]) || !isWordLetter(text[end - 1]));
+        });
+        if (found == serials_.end()) {
+            result += text[at++];
+        } else {
+            result += found->second;
+            at += found->first.size();
+        }
+    }
+    return result;
+}
+
+// ---- Writing --------------------------------------------------------------------------------------------------------
+
+RecordingWriter::RecordingWriter(const std::filesystem::path& file, bool redacts)
+    : stream_(file, std::ios::binary), redacts_(redacts) {
+    if (!stream_) throw std::runtime_error("cannot write " + toUtf8(file));
+    write(recordingHead());
+}
+
+void RecordingWriter::write(const Json& line) {
+    const std::lock_guard lock(mutex_);
+    stream_ << writeJson(redacts_ ? redaction_.apply(line) : line) << std::endl;
+}
+
+}  // namespace host

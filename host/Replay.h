@@ -1,0 +1,36 @@
+// Replays a recording: asks the same of this plug-in, and compares what comes of it.
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "host/Session.h"
+
+namespace host {
+
+struct Difference {
+    std::size_t line;     ///< of the file, counted from 1
+    std::string request;  ///< such as "GET Brightness of TQ271-P/10000001"
+    std::string where;    ///< such as "responses/0/text/value"
+    Json recorded;        ///< null: it was not there
+    Json replayed;        ///< null: it is not there
+};
+
+struct ReplayOutcome {
+    std::size_t requests = 0;
+    std::vector<Difference> differences;
+};
+
+/// Requests are asked one after the other in the order in which they began, among the monitors of the recording's
+/// scenario. The monitors' time stands still but for what waits for it and for what passed between the requests, so
+/// that a replay takes no longer than it must.
+///
+/// What differs by nature is not compared: when something was, how long it took and the numbers of promises. The
+/// identifiers of opened files and the handles of libraries may be others, each always the same other one. A file that
+/// is not where it was is looked for beside the recording, by its name.
+///
+/// Throws std::invalid_argument, with the line's number, for what is no recording.
+ReplayOutcome replay(const Session& session, const std::filesystem::path& file);
+
+}  // namespace host

@@ -1,0 +1,62 @@
+#include "host/server/EventStream.h"
+
+#include <boost/asio/write.hpp>
+
+namespace host::server {
+
+EventStream::EventStream(beast::tcp_stream stream, const Events& events, Clients& clients)
+    : stream_(std::move(stream)),
+      timer_(stream_.get_executor()),
+      log_(events.log),
+      next_(events.first),
+      counted_(clients.count) {}
+
+void EventStream::start(const std::string& fields) {
+    stream_.expires_never();
+    waitForEnd();
+    send(
+        "HTTP/1.1 200 OK\r\nContent-Type: text/event-stream\r\nCache-Control: no-store\r\nConnection: close\r\n"
+        "X-Content-Type-Options: nosniff\r\n" +
+        fields + "\r\n: the events follow\n\n");
+}
+
+void EventStream::send(std::string text) {
+    text_ = std::move(text);
+    stream_.expires_after(patience::forReading);
+    asio::async_write(stream_, asio::buffer(text_), [self = shared_from_this()](Error error, std::size_t) {
+        if (error) return self->close();
+        self->sendNext();
+    });
+}
+
+void EventStream::sendNext() {
+    auto [text, next] = log_.read(next_);
+    next_ = next;
+    if (!text.empty()) return send(std::move(text));
+    text_ = {};
+    stream_.expires_never();
+    timer_.expires_after(patience::ofStreams);
+    timer_.async_wait([self = shared_from_this()](Error error) {
+        if (!self->stream_.socket().is_open()) return;
+        const auto woken = error == asio::error::operation_aborted;
+        if (woken)
+            self->sendNext();
+        else
+            self->send(": still here\n\n");
+    });
+}
+
+/// Nothing is to come from the client but the end.
+void EventStream::waitForEnd() {
+    stream_.socket().async_read_some(asio::buffer(unread_), [self = shared_from_this()](Error error, std::size_t) {
+        if (error) return self->close();
+        self->waitForEnd();
+    });
+}
+
+void EventStream::close() {
+    stream_.close();
+    timer_.cancel();
+}
+
+}  // namespace host::server

@@ -1,0 +1,65 @@
+#include "host/server/Lab.h"
+
+#include <stdexcept>
+
+#include "host/Plugin.h"
+#include "host/Recording.h"
+
+namespace host::server {
+
+namespace {
+
+/// 10,000 exchanges, each of which begins and ends.
+constexpr std::size_t maximumEvents = 20'000;
+constexpr std::size_t maximumBytes = 64u << 20;
+
+HttpResponse jsonResponse(unsigned status, const Json& json) {
+    return {.status = status, .type = "application/json", .body = writeJson(json)};
+}
+
+const char* nameOf(Journal::Kind kind) {
+    switch (kind) {
+        case Journal::Kind::opened:
+            return "opened";
+        case Journal::Kind::exchange:
+            return "exchange";
+        default:
+            return "simulation";
+    }
+}
+
+}  // namespace
+
+Lab::Lab(Journal& journal, std::string plugin)
+    : journal_(journal), plugin_(std::move(plugin)), exchanges_(maximumEvents, maximumBytes) {
+    journal.addSink([this](Journal::Kind kind, const Json& line) { exchanges_.add(nameOf(kind), writeJson(line)); });
+}
+
+std::filesystem::path Lab::folder() {
+    return Plugin::defaultFile().parent_path() / "lab";
+}
+
+HttpResponse Lab::state() const {
+    Json state = {{"simulated", simulator::companionsAreSimulated()}, {"plugin", plugin_}};
+    if (simulator::companionsAreSimulated()) state.update(simulator::describeWorld());
+    return jsonResponse(200, state);
+}
+
+HttpResponse Lab::simulate(const std::string& instruction) try {
+    if (!simulator::companionsAreSimulated()) throw std::invalid_argument("the monitors are not simulated");
+    journal_.simulate(parseJson(instruction));
+    return jsonResponse(200, {{"ok", true}});
+} catch (const std::exception& error) {
+    return jsonResponse(400, {{"ok", false}, {"error", error.what()}});
+}
+
+HttpResponse Lab::recording() const {
+    auto text = writeJson(recordingHead()) + "\n";
+    for (const auto& [name, line] : exchanges_.events())
+        if (name != "opened") text += line + "\n";
+    HttpResponse response{.type = "application/x-ndjson", .body = std::move(text)};
+    response.fields = {{"Content-Disposition", "attachment; filename=\"recording.jsonl\""}};
+    return response;
+}
+
+}  // namespace host::server

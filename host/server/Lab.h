@@ -1,0 +1,39 @@
+// What the lab page asks of the server beside the resources.
+#pragma once
+
+#include <filesystem>
+#include <string>
+
+#include "host/Journal.h"
+#include "host/server/EventLog.h"
+#include "host/server/Http.h"
+
+namespace host::server {
+
+class Lab {
+ public:
+    /// Keeps what the journal takes from now on.
+    Lab(Journal& journal, std::string plugin);
+
+    /// The lab's own files: the folder `lab` beside this program.
+    static std::filesystem::path folder();
+
+    /// The events `opened`, `exchange` and `simulation`.
+    EventLog& exchanges() { return exchanges_; }
+
+    /// The simulated monitors, the scenarios that there are, and which one it is.
+    HttpResponse state() const;
+
+    /// Carries out an instruction of the simulator.
+    HttpResponse simulate(const std::string& instruction);
+
+    /// What is kept, as a recording.
+    HttpResponse recording() const;
+
+ private:
+    Journal& journal_;
+    const std::string plugin_;
+    EventLog exchanges_;
+};
+
+}  // namespace host::server

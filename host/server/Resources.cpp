@@ -1,0 +1,67 @@
+#include "host/server/Resources.h"
+
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+#include "host/Query.h"
+#include "host/server/ResourcePaths.h"
+
+namespace host::server {
+
+namespace {
+
+constexpr std::string_view prefix = "/pell/";
+constexpr std::string_view monitorPath = "Monitors/{product}/{serial}/";
+constexpr std::string_view idPath = "/{id}";
+
+std::string resourceAt(const std::string& path) {
+    static const auto byPath = [] {
+        std::unordered_map<std::string_view, std::string_view> map;
+        for (const auto& [resource, template_] : resourcePaths) {
+            map.emplace(template_, resource);
+            // A file has its identifier only once it is open.
+            if (template_.ends_with(idPath))
+                map.emplace(template_.substr(0, template_.size() - idPath.size()), resource);
+        }
+        return map;
+    }();
+    const auto found = byPath.find(path);
+    return found == byPath.end() ? std::string() : std::string(found->second);
+}
+
+std::vector<std::string_view> split(std::string_view path) {
+    std::vector<std::string_view> segments;
+    for (;;) {
+        const auto end = path.find('/');
+        segments.push_back(path.substr(0, end));
+        if (end == std::string_view::npos) return segments;
+        path.remove_prefix(end + 1);
+    }
+}
+
+}  // namespace
+
+std::optional<Request> requestOf(const HttpRequest& http) {
+    if (!http.path().starts_with(prefix)) return std::nullopt;
+    const auto path = http.path().substr(prefix.size());
+    const auto segments = split(path);
+    Request request{.method = http.method};
+    if (segments[0] == "Monitors" && segments.size() > 3) {
+        request.product = decodePercent(segments[1]);
+        request.serial = decodePercent(segments[2]);
+        const auto rest = static_cast<std::size_t>(segments[3].data() - path.data());
+        request.resource = resourceAt(std::string(monitorPath) + std::string(path.substr(rest)));
+    } else {
+        request.resource = resourceAt(std::string(path));
+        if (request.resource.empty() && segments.size() > 1) {
+            request.id = decodePercent(segments.back());
+            request.resource = resourceAt(std::string(path.substr(0, path.rfind('/'))) + std::string(idPath));
+        }
+    }
+    if (request.resource.empty()) return std::nullopt;
+    request.query = queryText(http.query());
+    return request;
+}
+
+}  // namespace host::server

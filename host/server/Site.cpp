@@ -1,0 +1,147 @@
+#include "host/server/Site.h"
+
+#include <stdexcept>
+#include <utility>
+
+#include "host/server/Resources.h"
+#include "host/server/StaticFiles.h"
+
+namespace host::server {
+
+namespace {
+
+/// As many monitors may be updated at once, each of which takes a thread for minutes.
+constexpr std::size_t maximumThreads = 32;
+constexpr std::size_t maximumWaiting = 1024;
+
+HttpResponse notFound() {
+    return errorResponse(404, "NotFound", "There is nothing at this address.");
+}
+
+HttpResponse methodNotAllowed(std::string allowed) {
+    auto response = errorResponse(405, "MethodNotAllowed", "There is no such method at this address.");
+    response.fields.emplace_back("Allow", std::move(allowed));
+    return response;
+}
+
+HttpResponse redirect(std::string to) {
+    HttpResponse response{.status = 302};
+    response.fields = {{"Location", std::move(to)}};
+    return response;
+}
+
+/// The plug-in takes any other method for a GET.
+bool isResourceMethod(const std::string& method) {
+    return method == "GET" || method == "PUT" || method == "POST" || method == "DELETE";
+}
+
+/// The plug-in's own answer.
+HttpResponse responseOf(const Json& exchange) {
+    const auto& responses = exchange.at("responses");
+    if (responses.size() != 1)
+        return errorResponse(500, "HostError",
+                             "the plug-in answered " + std::to_string(responses.size()) + " times, not once");
+    const auto status = responses[0].at("status").get<unsigned>();
+    const auto& text = responses[0].at("text");
+    if (status < 200 || status > 599 || !text.is_string())
+        return errorResponse(500, "HostError", "the plug-in's answer is no answer");
+    return {.status = status, .type = "application/json", .body = text.get<std::string>()};
+}
+
+Route events(EventLog& log, const HttpRequest& head) {
+    if (head.method != "GET") return {methodNotAllowed("GET")};
+    constexpr std::string_view since = "since=";
+    const auto last = !head.lastEventId.empty()         ? std::string_view(head.lastEventId)
+                      : head.query().starts_with(since) ? head.query().substr(since.size())
+                                                        : std::string_view();
+    return {Events{log, log.after(last)}};
+}
+
+}  // namespace
+
+Site::Site(SiteOptions options, Journal& journal, Lab& lab, EventLog& events)
+    : options_(std::move(options)),
+      journal_(journal),
+      lab_(lab),
+      events_(events),
+      guard_(0, {}),
+      pool_(maximumThreads, maximumWaiting) {}
+
+Route Site::route(const HttpRequest& head) {
+    if (auto refusal = guard_.refusal(head)) return {std::move(*refusal)};
+    auto route = [&]() -> Route {
+        if (auto preflight = guard_.preflight(head)) return {std::move(*preflight)};
+        return routeAllowed(head);
+    }();
+    if (!std::holds_alternative<Forward>(route.what)) route.fields = guard_.corsFields(head);
+    return route;
+}
+
+Route Site::routeAllowed(const HttpRequest& head) {
+    const auto path = head.path();
+    if (!path.starts_with('/')) return {errorResponse(400, "BadRequest", "The request's target is no path.")};
+    if (path.starts_with("/pell/")) return routeOfPlugin(head);
+    if (path.starts_with("/lab/")) return routeOfLab(head);
+    if (path == "/lab") return {redirect("/lab/")};
+    if (options_.forwards) return {Forward()};
+    if (!options_.page.empty()) return {staticFile(options_.page, path.substr(1), head)};
+    return path == "/" ? Route{redirect("/lab/")} : Route{notFound()};
+}
+
+Route Site::routeOfPlugin(const HttpRequest& head) {
+    if (head.path() == "/pell/events") return events(events_, head);
+    std::optional<Request> request;
+    try {
+        request = requestOf(head);
+    } catch (const std::invalid_argument& error) {
+        return {errorResponse(400, "BadRequest", error.what())};
+    }
+    if (!request) return {notFound()};
+    if (!isResourceMethod(head.method)) return {methodNotAllowed("GET, PUT, POST, DELETE")};
+    return {onPool([this, request = std::move(*request)](const HttpRequest& http) {
+        auto whole = request;
+        whole.body = http.body;
+        return ask(whole, "http");
+    })};
+}
+
+Route Site::routeOfLab(const HttpRequest& head) {
+    constexpr std::string_view api = "/lab/api/";
+    if (!head.path().starts_with(api)) return {staticFile(Lab::folder(), head.path().substr(5), head)};
+    const auto name = head.path().substr(api.size());
+    if (name == "exchanges") return events(lab_.exchanges(), head);
+    if (name == "simulate")
+        return head.method == "POST"
+                   ? Route{onPool([this](const HttpRequest& http) { return lab_.simulate(http.body); })}
+                   : Route{methodNotAllowed("POST")};
+    const auto isState = name == "state";
+    if (!isState && name != "recording") return {notFound()};
+    if (head.method != "GET") return {methodNotAllowed("GET")};
+    return {onPool([this, isState](const HttpRequest&) { return isState ? lab_.state() : lab_.recording(); })};
+}
+
+Whole Site::onPool(std::function<HttpResponse(const HttpRequest&)> answer) {
+    return [this, answer = std::move(answer)](HttpRequest request, Reply reply) {
+        auto work = [answer, reply, request = std::move(request)]() mutable {
+            try {
+                reply(answer(request));
+            } catch (const std::exception& error) {
+                reply(errorResponse(500, "HostError", error.what()));
+            }
+        };
+        if (!pool_.add(std::move(work)))
+            reply(errorResponse(503, "ServiceUnavailable", "Too many requests wait already."));
+    };
+}
+
+HttpResponse Site::ask(const Request& request, const std::string& source) {
+    if (request.body.find('\0') != std::string::npos)  // where the plug-in's texts end
+        return errorResponse(400, "BadRequest", "The body has a NUL.");
+    try {
+        return responseOf(journal_.call(source, request.resource, request.texts()));
+    } catch (const std::invalid_argument& error) {  // a plug-in that is older than this program
+        return errorResponse(404, "NotFound", error.what());
+    }
+}
+
+}  // namespace host::server

@@ -1,0 +1,126 @@
+#include "host/server/Tunnel.h"
+
+#include <boost/asio/write.hpp>
+#include <boost/beast/core/string.hpp>
+#include <stdexcept>
+
+namespace host::server {
+
+namespace {
+
+constexpr auto patienceForServer = std::chrono::seconds(10);
+
+/// The lines of the head with the development server's own name and, unless the connection becomes something else, the
+/// wish that it be closed.
+std::string rewriteHead(const std::string& head, const std::string& host) {
+    std::string rewritten;
+    std::string fields;
+    bool upgrades = false;
+    for (std::size_t at = 0; at < head.size();) {
+        const auto end = head.find("\r\n", at);
+        const std::string_view line(head.data() + at, end - at);
+        at = end + 2;
+        if (rewritten.empty()) {
+            rewritten = std::string(line) + "\r\nHost: " + host + "\r\n";
+            continue;
+        }
+        const auto colon = std::min(line.find(':'), line.size());
+        const beast::string_view name(line.data(), colon);
+        if (line.empty() || beast::iequals(name, "Host") || beast::iequals(name, "Connection") ||
+            beast::iequals(name, "Keep-Alive") || beast::iequals(name, "Proxy-Connection"))
+            continue;
+        upgrades = upgrades || beast::iequals(name, "Upgrade");
+        // A development server judges by its own address, as this one does.
+        if (beast::iequals(name, "Origin"))
+            fields += "Origin: http://" + host + "\r\n";
+        else
+            fields += std::string(line) + "\r\n";
+    }
+    return rewritten + fields + (upgrades ? "Connection: Upgrade\r\n\r\n" : "Connection: close\r\n\r\n");
+}
+
+const std::string unreachable =
+    "HTTP/1.1 502 Bad Gateway\r\nContent-Type: text/plain\r\nConnection: close\r\n\r\n"
+    "The development server does not answer.\n";
+
+}  // namespace
+
+Upstream findUpstream(asio::io_context& context, const std::string& url) {
+    constexpr std::string_view scheme = "http://";
+    const auto fail = [&] [[noreturn]] () {
+        throw std::invalid_argument(
+            "--proxy takes the address of a development server on this machine, such as "
+            "http://localhost:5173, not " +
+            url);
+    };
+    if (!url.starts_with(scheme)) fail();
+    auto host = url.substr(scheme.size());
+    if (host.ends_with('/')) host.pop_back();
+    const auto colon = host.rfind(':');
+    const auto bracket = host.rfind(']');
+    const auto hasPort = colon != std::string::npos && (bracket == std::string::npos || colon > bracket);
+    auto name = host.substr(0, hasPort ? colon : host.size());
+    const auto port = hasPort ? host.substr(colon + 1) : "80";
+    if (name != "localhost" && name != "127.0.0.1" && name != "[::1]") fail();
+    if (port.empty() || port.find_first_not_of("0123456789") != std::string::npos) fail();
+    if (name == "[::1]") name = "::1";
+    Error error;
+    Upstream upstream{tcp::resolver(context).resolve(name, port, error), host};
+    if (error || upstream.endpoints.empty()) fail();
+    return upstream;
+}
+
+Tunnel::Tunnel(beast::tcp_stream client, const Upstream& upstream, Clients& clients)
+    : client_(std::move(client)), server_(client_.get_executor()), upstream_(upstream), counted_(clients.count) {}
+
+void Tunnel::start(const std::string& head, const std::string& rest) {
+    text_ = rewriteHead(head, upstream_.host) + rest;
+    client_.expires_never();
+    server_.expires_after(patienceForServer);
+    server_.async_connect(upstream_.endpoints, [self = shared_from_this()](Error error, const tcp::endpoint&) {
+        if (error) return self->fail();
+        self->server_.expires_never();
+        asio::async_write(self->server_, asio::buffer(self->text_), [self](Error failed, std::size_t) {
+            self->text_ = {};
+            if (failed) return self->close();
+            self->carry(self->toServer_);
+            self->carry(self->toClient_);
+        });
+    });
+}
+
+void Tunnel::fail() {
+    client_.expires_after(patience::forReading);
+    asio::async_write(client_, asio::buffer(unreachable), [self = shared_from_this()](Error, std::size_t) {
+        Error ignored;
+        self->client_.socket().shutdown(tcp::socket::shutdown_send, ignored);
+        self->close();
+    });
+}
+
+void Tunnel::carry(Direction& direction) {
+    direction.from.async_read_some(asio::buffer(direction.bytes),
+                                   [self = shared_from_this(), &direction](Error error, std::size_t size) {
+                                       if (error) {
+                                           Error ignored;
+                                           direction.to.socket().shutdown(tcp::socket::shutdown_send, ignored);
+                                           // What the development server has ended, is over; a client may have ended
+                                           // and still listen.
+                                           if (&direction == &self->toClient_ || error != asio::error::eof)
+                                               self->close();
+                                           return;
+                                       }
+                                       asio::async_write(direction.to, asio::buffer(direction.bytes, size),
+                                                         [self, &direction](Error failed, std::size_t) {
+                                                             if (failed) return self->close();
+                                                             self->carry(direction);
+                                                         });
+                                   });
+}
+
+void Tunnel::close() {
+    client_.close();
+    server_.close();
+}
+
+}  // namespace host::server
