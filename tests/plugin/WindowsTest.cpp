@@ -28,7 +28,7 @@ thread_local DWORD raisedCode = 0;
 class Raising {
  public:
     Raising() {
-        simulator::setGateObserver({.call = [](const char*) {
+        simulator::setGateObserver({.enter = [] {
             if (untilRaised > 0 && --untilRaised == 0) RaiseException(raisedCode, EXCEPTION_NONCONTINUABLE, 0, nullptr);
         }});
     }
@@ -42,7 +42,7 @@ TEST(ForeignException, OutOfAnyCallIsAnsweredAndLeavesNothingLocked) {
     const PackageFile package;
     const std::string id = page.open(package.path());
     const std::string idText = Json{{"id", id}}.dump(), fileQuery = Json{{"checkDfwFile", id}}.dump();
-    page.firmware({{"blockMilliseconds", 0}});
+    // But for a transfer: the simulator's own does not survive an exception in its midst.
     const Request requests[] = {
         {"Brightness", {"", monitor, "", ""}},
         {"Brightness", {R"({"method":"PUT"})", monitor, "", "40"}},
@@ -52,7 +52,6 @@ TEST(ForeignException, OutOfAnyCallIsAnsweredAndLeavesNothingLocked) {
         {"SelfCalibrationResult", {R"({"method":"PUT"})", monitor, "", R"({"error":0})"}},
         {"FirmwareUpdate", {"", monitor, fileQuery, ""}},
         {"FirmwareUpdateDeviceVersion", {"", monitor, "", ""}},
-        {"FirmwareUpdateTransfer", {R"({"method":"POST"})", monitor, "", Json{{"dfwFile", id}}.dump()}},
         {"FileSystemDfwFile2", {"", idText, "", ""}},
     };
     const host::Plugin plugin(host::Plugin::defaultFile());
