@@ -92,7 +92,8 @@ class Shortage {
 
     void judge(Outcome& outcome, const Request& request, std::size_t handlesBefore) {
         const std::string told = "answers " + outcome.text.substr(0, 200);
-        const bool isUnknown = outcome.status == 500 && outcome.error.value("name", "") == "UnknownError";
+        const bool isUnknown =
+            outcome.status == 500 && outcome.error.is_object() && outcome.error.value("name", "") == "UnknownError";
         const bool isUsual = outcome.status == flow_.status;
         // A library that cannot be loaded has none of its functions.
         const bool isWithoutLibrary = mode_.cold && outcome.status == 404;
