@@ -82,7 +82,7 @@ class HttpHost extends Host {
 for (const build of builds)
     test(build, { concurrency: true }, async (t) => {
         HttpHost.t = t;
-        const world = await openWorld(build, { runs: 2, Full: HttpHost });
+        const world = await openWorld(build, { runs: 0, Full: HttpHost });
         t.after(() => world.close());
         const proofs = Object.keys(catalogue.resources).map((name) =>
             t.test(name, async () => {

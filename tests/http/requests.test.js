@@ -144,9 +144,14 @@ for (const build of builds)
                 ['/inner/', 200, 'text/html; charset=utf-8', '<p>inner'],
                 ['/inner', 302],
                 ...['/../secret.txt', '/%2e%2e/secret.txt', '/inner/../../secret.txt', '/..%2fsecret.txt'].map(none),
-                ...['/..%5csecret.txt', '/link.txt', '//secret.txt', '/main.js.', '/main.js::$DATA', '/main.js%00'].map(
-                    none,
-                ),
+                ...[
+                    '/..%5csecret.txt',
+                    ...(build === 'windows' ? [] : ['/link.txt']),
+                    '//secret.txt',
+                    '/main.js.',
+                    '/main.js::$DATA',
+                    '/main.js%00',
+                ].map(none),
                 ...['/inner//index.html', '/nothing', '/con/', '/%ff%fe', `/${'a/'.repeat(5000)}`].map(none),
                 ...[`/C:%5C`, `/C:/`, `/%5C%5Chost%5Cshare`].map(none),
             ];

@@ -36,7 +36,7 @@ export async function startServer(t, build, ...args) {
     t.after(() => child.kill('SIGKILL'));
     const lines = readline.createInterface({ input: child.stdout });
     const first = await Promise.race([
-        new Promise((resolve) => lines.once('line', resolve)),
+        new Promise((resolve) => lines.once('line', (line) => line.startsWith('{"address"') && resolve(line))),
         ended.then((end) => assert.fail(`the server has ended: ${JSON.stringify(end)}`)),
     ]);
     const address = JSON.parse(first).address.slice(0, -1);
