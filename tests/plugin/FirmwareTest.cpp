@@ -1,7 +1,6 @@
 // Firmware: packages under identifiers, and the update of a monitor.
 #include <cstdlib>
 #include <future>
-#include <latch>
 #include <thread>
 
 #include "tests/plugin/Firmware.h"
@@ -274,23 +273,23 @@ TEST(Packages, AreNeverKeptWaitingForAMonitor) {
     FirmwarePage page;
     const PackageFile package;
     const std::string id = page.open(package.path());
-    static std::latch* waiting;
+    static std::promise<void>* waiting;
     static std::shared_future<void> unlocked;
     const auto waitForLock = [](const char* function) {
         if (std::string_view(function) != "DmCtrlLockMonitor") return;
-        waiting->count_down();
+        waiting->set_value();
         unlocked.wait();
     };
     const std::string queries[] = {R"({"checkDfwFile":")" + id + R"("})",
                                    R"({"supports":true,"dfwFile":")" + id + R"("})"};
     for (const std::string& query : queries) {
-        std::latch asked(1);
+        std::promise<void> asked;
         std::promise<void> unlock;
         waiting = &asked;
         unlocked = unlock.get_future().share();
         simulator::setGateObserver({.call = waitForLock});
         const auto question = std::async(std::launch::async, [&] { return page.get("FirmwareUpdate", query).status; });
-        asked.wait();
+        asked.get_future().wait();
         auto files = std::async(std::launch::async, [&] {
             const std::string other = page.open(package.path());
             return page.describe(id).status + page.describe(other).status + page.close(other).status;
