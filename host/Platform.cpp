@@ -49,7 +49,28 @@ void openInBrowser(const std::string& address) {
     ShellExecuteW(nullptr, L"open", fromUtf8(address).c_str(), nullptr, nullptr, SW_SHOWNORMAL);
 }
 
+// The standard library's own does not follow links here.
+std::filesystem::path finalPath(const std::filesystem::path& file) {
+    constexpr DWORD anyUse = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+    const auto handle =
+        CreateFileW(file.c_str(), 0, anyUse, nullptr, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr);
+    std::wstring name(32768, L'\0');
+    const auto size = handle == INVALID_HANDLE_VALUE
+                          ? 0
+                          : GetFinalPathNameByHandleW(handle, name.data(), static_cast<DWORD>(name.size()), 0);
+    if (handle != INVALID_HANDLE_VALUE) CloseHandle(handle);
+    if (size == 0 || size >= name.size())
+        throw std::filesystem::filesystem_error("no final path", file,
+                                                std::make_error_code(std::errc::no_such_file_or_directory));
+    name.resize(size);
+    return name;
+}
+
 #else
+
+std::filesystem::path finalPath(const std::filesystem::path& file) {
+    return std::filesystem::canonical(file);
+}
 
 void openInBrowser(const std::string& address) {
     const char* const command[] = {"xdg-open", address.c_str(), nullptr};

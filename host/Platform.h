@@ -22,6 +22,9 @@ bool showsColours(std::FILE* stream);
 /// Shows an address in the user's browser, if there is one.
 void openInBrowser(const std::string& address);
 
+/// A file's own path, with all links followed. Throws std::filesystem::filesystem_error when there is no such file.
+std::filesystem::path finalPath(const std::filesystem::path& file);
+
 std::string toUtf8(const std::filesystem::path& path);
 std::filesystem::path fromUtf8(const std::string& text);
 

@@ -1,6 +1,5 @@
 #include "host/server/Resources.h"
 
-#include <stdexcept>
 #include <string>
 #include <unordered_map>
 #include <vector>
@@ -41,14 +40,6 @@ std::vector<std::string_view> split(std::string_view path) {
     }
 }
 
-std::string queryOf(std::string_view query) {
-    try {
-        return queryText(query);
-    } catch (const std::invalid_argument&) {
-        return std::string(query);
-    }
-}
-
 }  // namespace
 
 std::optional<Request> requestOf(const HttpRequest& http) {
@@ -69,7 +60,7 @@ std::optional<Request> requestOf(const HttpRequest& http) {
         }
     }
     if (request.resource.empty()) return std::nullopt;
-    request.query = queryOf(http.query());
+    request.query = queryText(http.query());
     return request;
 }
 

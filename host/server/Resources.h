@@ -10,8 +10,8 @@
 namespace host::server {
 
 /// The four texts' request that a URI below /pell/ stands for, the body left empty; none when there is no resource at
-/// it. What follows the question mark is a query as host/Query.h has it; one that is none goes to the plug-in as it is,
-/// which refuses it.
+/// it. What follows the question mark is a query as host/Query.h has it; throws std::invalid_argument for one that is
+/// none.
 std::optional<Request> requestOf(const HttpRequest& request);
 
 }  // namespace host::server

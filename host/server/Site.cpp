@@ -90,7 +90,12 @@ Route Site::routeAllowed(const HttpRequest& head) {
 
 Route Site::routeOfPlugin(const HttpRequest& head) {
     if (head.path() == "/pell/events") return events(events_, head);
-    auto request = requestOf(head);
+    std::optional<Request> request;
+    try {
+        request = requestOf(head);
+    } catch (const std::invalid_argument& error) {
+        return {errorResponse(400, "BadRequest", error.what())};
+    }
     if (!request) return {notFound()};
     if (!isResourceMethod(head.method)) return {methodNotAllowed("GET, PUT, POST, DELETE")};
     return {onPool([this, request = std::move(*request)](const HttpRequest& http) {

@@ -69,8 +69,8 @@ fs::path fileAt(const fs::path& folder, std::string_view path) {
 
 /// Also when it is reached through links.
 bool isBelow(const fs::path& folder, const fs::path& file) {
-    const auto inner = fs::canonical(file);
-    const auto outer = fs::canonical(folder);
+    const auto inner = finalPath(file);
+    const auto outer = finalPath(folder);
     return std::mismatch(outer.begin(), outer.end(), inner.begin(), inner.end()).first == outer.end();
 }
 

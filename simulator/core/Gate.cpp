@@ -102,9 +102,11 @@ Result Call::pass(const Needs& needs, const Work& work, std::initializer_list<Ou
     try {
         Answer answer;
         if (!script || !script->replacesWork()) answer = perform(needs, work, state.world);
-        if (script) answer.result = script->result;
+        if (script && !script->lie) answer.result = script->result;
         if (script && script->outputs) answer.outputs = script->outputs;
         if (answer.outputs) writeOutputs(outputs, *answer.outputs);
+        if (script && script->lie && !answer.result.failed())
+            for (const auto& output : outputs) output.distort(*script->lie);
         return entry.end(answer.result);
     } catch (const std::exception& error) {
         return entry.end({result::failed}, error.what());

@@ -35,6 +35,8 @@ class Handles {
         erase(handleKind<T>, number(handle), function);
     }
 
+    void releaseAll() { entries_.clear(); }
+
     /// How many of each kind are open.
     std::map<std::string, std::size_t> count() const;
 

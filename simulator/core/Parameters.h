@@ -105,6 +105,9 @@ class Output {
     /// False when the value does not suit. A JSON null leaves the out-parameter untouched.
     bool write(const Json& json) const;
 
+    /// Makes every number, text, count and size here the lie, a number or a text, where it suits; the rest stays true.
+    void distort(const Json& lie) const;
+
  private:
     enum class Kind { value, text, sizedText, list, countedList, handle };
 
@@ -114,6 +117,7 @@ class Output {
     bool writeText(const Json& json) const;
     bool writeItems(const Json& json) const;
     bool writeHandle(const Json& json) const;
+    void distortItem(void* item, const Json& lie) const;
 
     Kind kind_;
     void* value_;

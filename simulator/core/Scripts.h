@@ -12,9 +12,10 @@ namespace simulator {
 
 struct Script {
     std::string function;
-    std::string serial;   ///< empty: any
-    std::string product;  ///< empty: any
-    bool throws = false;  ///< throw a std::runtime_error
+    std::string serial;                 ///< empty: any
+    std::string product;                ///< empty: any
+    bool throws = false;                ///< throw a std::runtime_error
+    std::shared_ptr<const Json> lie{};  ///< a number or text in the place of those that the normal work answers
     Result result{};
     std::shared_ptr<const Json> outputs;  ///< a list, one entry per out-parameter; a JSON null leaves one untouched
     std::optional<std::uint64_t> times;   ///< none: permanent

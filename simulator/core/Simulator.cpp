@@ -75,6 +75,15 @@ Script readThrow(const Json& instruction) {
     return script;
 }
 
+Script readLie(const Json& instruction) {
+    requireMembers(instruction, {"function", "as", "times", "product", "serial"});
+    auto script = readScript(instruction);
+    const auto lie = instruction.find("as");
+    require(lie != instruction.end() && (lie->is_number() || lie->is_string()), "\"as\" must be a number or a text");
+    script.lie = std::make_shared<const Json>(*lie);
+    return script;
+}
+
 }  // namespace
 
 State::State() : initial(World::builtInScenario()), world(initial) {
@@ -173,8 +182,10 @@ void simulate(const Json& instruction) {
     auto& state = State::instance();
     const std::lock_guard lock(state.mutex);
 
-    if (what == "return" || what == "throw") {
-        auto script = what == "return" ? readReturn(instruction) : readThrow(instruction);
+    if (what == "return" || what == "throw" || what == "lie") {
+        auto script = what == "return"  ? readReturn(instruction)
+                      : what == "throw" ? readThrow(instruction)
+                                        : readLie(instruction);
         require(state.world.knows(script.serial, script.product), "unknown monitor");
         state.scripts.add(std::move(script));
     } else if (what == "plug" || what == "unplug") {
@@ -203,8 +214,8 @@ void simulate(const Json& instruction) {
         state.scripts.clear();
         state.world = state.initial;
     } else {
-        constexpr std::string_view kinds[] = {"return",  "throw", "plug",     "unplug", "delay",
-                                              "advance", "speed", "scenario", "reset"};
+        constexpr std::string_view kinds[] = {"return", "throw",   "lie",   "plug",     "unplug",
+                                              "delay",  "advance", "speed", "scenario", "reset"};
         std::string known;
         for (const auto kind : kinds) known += (known.empty() ? "" : ", ") + std::string(kind);
         require(false, "\"simulate\" must be one of " + known + suggestion(what, kinds));
@@ -215,6 +226,12 @@ Json openHandles() {
     auto& state = State::instance();
     const std::lock_guard lock(state.mutex);
     return state.handles.count();
+}
+
+void releaseHandles() {
+    auto& state = State::instance();
+    const std::lock_guard lock(state.mutex);
+    state.handles.releaseAll();
 }
 
 Json takeHandleFaults() {

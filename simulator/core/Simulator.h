@@ -33,6 +33,7 @@ Json describeWorld();
 /// Carries out one instruction; throws std::invalid_argument with a text for people when it cannot be understood.
 ///   {"simulate": "return", "function": F, "result": N, "outputs": [...], "times": K, "product": P, "serial": S}
 ///   {"simulate": "throw", "function": F, "times": K, "product": P, "serial": S}
+///   {"simulate": "lie", "function": F, "as": X, "times": K, "product": P, "serial": S}
 ///   {"simulate": "plug" | "unplug", "product": P, "serial": S}
 ///   {"simulate": "delay", "milliseconds": N, "product": P, "serial": S}
 ///   {"simulate": "advance", "milliseconds": N}
@@ -76,6 +77,9 @@ bool companionsAreSimulated();
 /// The handles of the firmware library that are open, by kind ("package", "string", "profile"): {} when there are none.
 /// Those of the process: a reset leaves them alone.
 Json openHandles();
+
+/// Releases the handles that are open, for a test that kept the plug-in from doing it.
+void releaseHandles();
 
 /// A list of texts: how callers misused such handles (released one twice, used a released one, released one that a
 /// transfer uses) since this was asked last.

@@ -6,6 +6,7 @@
 #include <records/selfcalibration.h>
 
 #include <algorithm>
+#include <functional>
 
 #include "simulator/core/Parameters.h"
 
@@ -70,6 +71,18 @@ template const Type& typeOf<DmLEAData>();
 template const Type& typeOf<DmPhotoADAgingCorrection>();
 template const Type& typeOf<FirmwareVersionRecord>();
 
+namespace {
+
+void replaceLeaves(Json& json, const Json& by) {
+    if (!json.is_structured()) {
+        json = by;
+        return;
+    }
+    for (auto& member : json) replaceLeaves(member, by);
+}
+
+}  // namespace
+
 Json Input::json() const {
     if (kind_ == Kind::text) return toJson(static_cast<const char*>(value_));
     if (kind_ == Kind::value) return value_ ? type_->toJson(value_) : Json();
@@ -96,6 +109,32 @@ bool Output::write(const Json& json) const {
             return writeHandle(json);
     }
     return false;
+}
+
+void Output::distort(const Json& lie) const {
+    constexpr std::size_t distortedItems = 64;  // of a list, which a lie may have made a long one
+    const bool isList = kind_ == Kind::list || kind_ == Kind::countedList;
+    if (kind_ == Kind::handle) return;
+    if (kind_ == Kind::text || kind_ == Kind::sizedText) writeText(lie);
+    if (kind_ == Kind::value && value_) distortItem(value_, lie);
+    if (isList && value_)
+        for (std::size_t i = 0; i < std::min(capacity_, distortedItems); ++i)
+            distortItem(static_cast<std::byte*>(value_) + i * type_->size, lie);
+    writeCount(lie);
+}
+
+void Output::distortItem(void* item, const Json& lie) const {
+    auto all = type_->toJson(item);
+    const std::function<void(Json&)> distortPart = [&](Json& part) {
+        const auto truth = part;
+        replaceLeaves(part, lie);
+        if (type_->fromJson(all, nullptr)) return;
+        part = truth;
+        if (part.is_structured())
+            for (auto& member : part) distortPart(member);
+    };
+    distortPart(all);
+    type_->fromJson(all, item);
 }
 
 bool Output::writeCount(const Json& json) const {

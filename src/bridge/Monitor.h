@@ -35,17 +35,17 @@ struct MonitorPrototype<Result(const char*, const char*, Inputs...)> {
 };
 
 template <class Function>
-Function* resolve(Function* function) {
-    return function;
+Gated<Function> resolve(Function* function) noexcept {
+    return gated(function);
 }
 
 template <class Function>
-Function* resolve(NamedFunction<Function> function) {
+Gated<Function> resolve(NamedFunction<Function> function) {
     return libdmcLoader::instance()(function);
 }
 
 template <class Callable>
-using PrototypeOf = MonitorPrototype<std::remove_pointer_t<decltype(resolve(std::declval<Callable>()))>>;
+using PrototypeOf = MonitorPrototype<typename decltype(resolve(std::declval<Callable>()))::Function>;
 
 template <class Callable>
 struct MonitorFunction : PrototypeOf<Callable> {

@@ -8,6 +8,7 @@
 
 #include "bridge/Errors.h"
 #include "pocketjson/Serializer.h"
+#include "runtime/Gate.h"
 
 namespace torvo {
 
@@ -78,7 +79,7 @@ const char* responseText(const BridgeResult& result) noexcept {
     return isError(result) ? unknownErrorText.data() : R"({"error":null,"value":null})";
 }
 
-Promise::Promise() : id_(BridgeHelperCreatePromiseID()) {}
+Promise::Promise() : id_(gated(BridgeHelperCreatePromiseID)()) {}
 
 Promise::~Promise() {
     settle(unknownError());
@@ -88,7 +89,7 @@ void Promise::settle(const BridgeResult& result) noexcept {
     if (settled_) return;
     settled_ = true;
     try {
-        BridgeHelperSetResponse(id_, static_cast<std::uint32_t>(result.statusCode), responseText(result));
+        gated(BridgeHelperSetResponse)(id_, static_cast<std::uint32_t>(result.statusCode), responseText(result));
     } catch (...) {  // thrown by the host; the promise was handed over all the same
     }
 }

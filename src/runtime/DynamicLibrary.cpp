@@ -1,5 +1,7 @@
 #include "runtime/DynamicLibrary.h"
 
+#include <mutex>
+
 namespace platform = torvo::platform;
 
 DynamicLibrary::~DynamicLibrary() {

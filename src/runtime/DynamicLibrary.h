@@ -3,10 +3,11 @@
 
 #include <atomic>
 #include <memory>
-#include <mutex>
 #include <string>
 
+#include "runtime/Gate.h"
 #include "runtime/Path.h"
+#include "runtime/platform/Mutex.h"
 #include "runtime/platform/Platform.h"
 
 /// The name of a companion function together with its C type. Made by NAMED, so that the type comes from the
@@ -50,8 +51,8 @@ class DynamicLibrary {
 
     /// The function of this name, or null when it is missing or the library is not loaded.
     template <class Function>
-    Function* find(NamedFunction<Function> function) const noexcept {
-        return reinterpret_cast<Function*>(findAddress(function.name));
+    torvo::Gated<Function> find(NamedFunction<Function> function) const noexcept {
+        return torvo::gated(reinterpret_cast<Function*>(findAddress(function.name)));
     }
 
  private:
@@ -62,5 +63,5 @@ class DynamicLibrary {
 
     fs::Path path_;
     std::atomic<torvo::platform::Module> handle_ = nullptr;
-    std::mutex loading_;  // one load at a time, so that each load is freed again
+    torvo::platform::Mutex loading_;  // one load at a time, so that each load is freed again
 };

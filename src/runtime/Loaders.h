@@ -11,8 +11,8 @@ class CompanionLoader : public DynamicLibrary {
  public:
     /// The function, or the loader's "FunctionNotFoundError" (404).
     template <class Function>
-    Function* operator()(NamedFunction<Function> function) const {
-        Function* const found = find(function);
+    Gated<Function> operator()(NamedFunction<Function> function) const {
+        const Gated<Function> found = find(function);
         if (!found) reportMissingFunction();
         return found;
     }

@@ -8,6 +8,9 @@ namespace torvo {
 
 ScrivoLogger* LoggerBase::findLogger() {
     if (ScrivoLogger* const logger = logger_.load(std::memory_order_acquire)) return logger;
+    const std::uint32_t missed = missed_++;
+    const bool isPowerOfTwo = (missed & (missed - 1)) == 0;  // or zero
+    if (!isPowerOfTwo && missed % 1024 != 0) return nullptr;
     if (!library_.isLoaded()) {
         const auto exportsPath = libPluginLoader::instance().find(NAMED(Plg_GetRegistryExportsPath));
         const char* const directory = exportsPath ? exportsPath() : nullptr;

@@ -21,8 +21,9 @@ class LoggerBase {
     LoggerBase(const LoggerBase&) = delete;
     LoggerBase& operator=(const LoggerBase&) = delete;
 
-    /// The first line loads the logging library from the host's exports directory; while that fails, each line tries
-    /// again.
+    /// The first line loads the logging library from the host's exports directory. While that fails, later lines try
+    /// again: the 2nd, 3rd, 5th, 9th and so on, and in the end one in 1024, since a failing load takes longer than most
+    /// requests.
     void log(std::uint32_t level, const char* line);
 
  private:
@@ -31,6 +32,7 @@ class LoggerBase {
     const char* name_;
     DynamicLibrary library_;
     std::atomic<ScrivoLogger*> logger_ = nullptr;
+    std::atomic<std::uint32_t> missed_ = 0;  // lines without a logger
 };
 
 /// The plug-in's own logger.

@@ -1,7 +1,6 @@
 // Firmware: packages under identifiers, and the update of a monitor.
 #include <cstdlib>
 #include <future>
-#include <latch>
 #include <thread>
 
 #include "tests/plugin/Firmware.h"
@@ -274,23 +273,23 @@ TEST(Packages, AreNeverKeptWaitingForAMonitor) {
     FirmwarePage page;
     const PackageFile package;
     const std::string id = page.open(package.path());
-    static std::latch* waiting;
+    static std::promise<void>* waiting;
     static std::shared_future<void> unlocked;
     const auto waitForLock = [](const char* function) {
         if (std::string_view(function) != "DmCtrlLockMonitor") return;
-        waiting->count_down();
+        waiting->set_value();
         unlocked.wait();
     };
     const std::string queries[] = {R"({"checkDfwFile":")" + id + R"("})",
                                    R"({"supports":true,"dfwFile":")" + id + R"("})"};
     for (const std::string& query : queries) {
-        std::latch asked(1);
+        std::promise<void> asked;
         std::promise<void> unlock;
         waiting = &asked;
         unlocked = unlock.get_future().share();
         simulator::setGateObserver({.call = waitForLock});
         const auto question = std::async(std::launch::async, [&] { return page.get("FirmwareUpdate", query).status; });
-        asked.wait();
+        asked.get_future().wait();
         auto files = std::async(std::launch::async, [&] {
             const std::string other = page.open(package.path());
             return page.describe(id).status + page.describe(other).status + page.close(other).status;
@@ -348,6 +347,29 @@ TEST(OpenPackages, AreLeftToTheSystemWhenTheProcessEnds) {
     EXPECT_EQ(log, expected);
     stream.close();
     std::filesystem::remove(handles);
+}
+
+TEST(Handles, ThatCannotBeReleasedAreNoFailure) {
+    for (const char* function : {"FWDeviceProfileRelease", "FWUtf8StringRelease", "FWDfwFileRelease",
+                                 "DmCtrlUnlockMonitor", "DmCtrlExitCriticalSection"}) {
+        Page page;
+        const PackageFile package;
+        const Json path{{"path", package.path()}};
+        const std::string id =
+            page.call("FileSystemDfwFile", {R"({"method":"POST"})", "", "", path.dump()}).value["id"];
+        page.simulate({{"simulate", "throw"}, {"function", function}});
+        const std::string idText = Json{{"id", id}}.dump();
+        const Answer answers[] = {page.get("FirmwareUpdateDeviceVersion"), page.get("SignalInformation"),
+                                  page.call("FileSystemDfwFile2", {"", idText, "", ""}),
+                                  page.call("FileSystemDfwFile2", {R"({"method":"DELETE"})", idText, "", ""})};
+        int calls = 0;
+        for (const Answer& answer : answers) {
+            EXPECT_EQ(answer.status, 200) << function << ": " << answer.text;
+            for (const Json& call : answer.calls) calls += call["function"] == function;
+        }
+        EXPECT_GT(calls, 0) << function;
+        simulator::releaseHandles();
+    }
 }
 
 TEST(Handles, ThatAreNullAreNeverPassedOn) {

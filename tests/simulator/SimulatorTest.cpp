@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <libdmc.h>
 #include <records/picture.h>
+#include <records/selfcalibration.h>
 
 #include "simulator/core/Gate.h"
 #include "simulator/core/Simulator.h"
@@ -212,6 +213,26 @@ TEST(Values, ListsAreHonestUnlessANumberLies) {
     EXPECT_TRUE(Output::list(two, 2).write(parseJson("[1, 2, 3]")));
     EXPECT_THAT(two, ElementsAre(1, 2, 7)) << "the caller knows how many there are";
     EXPECT_FALSE(Output::list(two, 2).write(5)) << "and is not given a count";
+}
+
+TEST(Values, AreDistortedWhereTheLieSuitsThem) {
+    std::uint8_t number = 5;
+    Output(&number).distort("NaN");
+    EXPECT_EQ(number, 5) << "an integer cannot be that";
+    Output(&number).distort(-1);
+    EXPECT_EQ(number, 255);
+    DmSelfCalibrationTarget target{};
+    target.id = 3;
+    Output(&target).distort("NaN");
+    EXPECT_EQ(target.id, 3U);
+    EXPECT_TRUE(std::isnan(target.luminance));
+    char buffer[] = "......";
+    Output::text(buffer, 4).distort("abcdef");
+    EXPECT_EQ(std::string(buffer, 6), "abcd..") << "no NUL";
+    std::uint32_t items[] = {1, 2}, count = 2;
+    Output::list(items, &count).distort(9);
+    EXPECT_THAT(items, ElementsAre(9, 9));
+    EXPECT_EQ(count, 9U);
 }
 
 TEST_F(Simulator, KeepsSettingsPerMonitorWithinTheirRange) {

@@ -9,7 +9,7 @@ namespace torvo::bridge {
 class Monitors final : public Bridge {
     BridgeResult Get(const RequestRecord& request) override {
         uri += "Monitors";
-        if (request.requestQuery.get("update").asBool()) DmCtrlFind(0, 0);
+        if (request.requestQuery.get("update").asBool()) gated(DmCtrlFind)(0, 0);
 
         Value list = Value::array();
         MonitorAddress address;
@@ -23,7 +23,7 @@ class Monitors final : public Bridge {
 
     BridgeResult Delete(const RequestRecord&) override {
         uri += "Monitors";
-        DmCtrlRelease();
+        gated(DmCtrlRelease)();
         return {};
     }
 };

@@ -1,9 +1,8 @@
 // A firmware package, described by the firmware library's own JSON; null when the library has no description.
-#include <memory>
-
 #include "bridge/Resource.h"
 #include "pocketjson/Parser.h"
 #include "resources/firmware/DfwFileResource.h"
+#include "runtime/Owned.h"
 
 namespace torvo::bridge {
 
@@ -19,9 +18,8 @@ class FileSystemDfwFile2 final : public DfwFileResource {
     Value describe(FWDfwFile* file, const Value&) const override {
         const libfwupdateLoader& library = libfwupdateLoader::instance();
         const auto textOf = library(NAMED(FWUtf8StringGetCString));
-        const auto release = library(NAMED(FWUtf8StringRelease));
-        const std::unique_ptr<FWUtf8String, decltype(release)> description(
-            library(NAMED(FWUtf8StringCreateDfwFileJsonString))(file), release);
+        const Release release(library(NAMED(FWUtf8StringRelease)));
+        const Owned<FWUtf8String> description(library(NAMED(FWUtf8StringCreateDfwFileJsonString))(file), release);
         const char* const text = description ? textOf(description.get()) : nullptr;
         return text ? pocketjson::parseOrNull(text) : Value();
     }

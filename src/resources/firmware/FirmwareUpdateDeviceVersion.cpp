@@ -2,29 +2,21 @@
 #include <algorithm>
 
 #include "resources/firmware/Firmware.h"
+#include "runtime/Owned.h"
 
 namespace torvo::bridge {
 
 namespace {
 
-/// What the firmware library knows of the monitor's device, given back at the end of the scope.
-class DeviceProfile {
- public:
-    explicit DeviceProfile(FWHidHandle handle) : release_(firmwareLibrary()(NAMED(FWDeviceProfileRelease))) {
-        checkMonitorControl(firmwareLibrary()(NAMED(FWDeviceProfileCreateFromMonitor))(handle, &profile_),
-                            "Get device profile.");
-        checkInternal(profile_ != nullptr, "Device profile is not available.");
-    }
-    ~DeviceProfile() { release_(profile_); }
-    DeviceProfile(const DeviceProfile&) = delete;
-    DeviceProfile& operator=(const DeviceProfile&) = delete;
-
-    FWDeviceProfile* get() const noexcept { return profile_; }
-
- private:
-    decltype(FWDeviceProfileRelease)* release_;
-    FWDeviceProfile* profile_ = nullptr;
-};
+/// What the firmware library knows of the monitor's device.
+Owned<FWDeviceProfile> createProfile(FWHidHandle handle) {
+    const Release release(firmwareLibrary()(NAMED(FWDeviceProfileRelease)));
+    FWDeviceProfile* profile = nullptr;
+    checkMonitorControl(firmwareLibrary()(NAMED(FWDeviceProfileCreateFromMonitor))(handle, &profile),
+                        "Get device profile.");
+    checkInternal(profile != nullptr, "Device profile is not available.");
+    return {profile, release};
+}
 
 /// A text in two steps: `read(buffer, &size)` gives the size without a buffer, and fills one of that size.
 template <class Read>
@@ -47,7 +39,7 @@ class FirmwareUpdateDeviceVersion final : public MonitorBridgeTemplate {
         const Value& query = request.requestQuery;
         const FWHidHandle handle = hidHandle(monitor);
         const ScopedMonitorLock lock(monitor);
-        const DeviceProfile profile(handle);
+        const Owned<FWDeviceProfile> profile = createProfile(handle);
         DfwFileManager::Owner file;
         if (query.has("dfwFile")) file = findDfwFile(query.get("dfwFile").text());
 

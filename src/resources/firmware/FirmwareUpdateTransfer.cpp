@@ -15,7 +15,7 @@ namespace {
 bool findConnected(FWHidHandle wanted, MonitorAddress& address) {
     for (std::uint32_t index = 0; index < maximumMonitors && readMonitorAddress(index, address) >= 0; ++index) {
         FWHidHandle handle = nullptr;
-        if (DmCtrlGetHIDHandle(address.serial, address.product, &handle) >= 0 && handle == wanted) return true;
+        if (gated(DmCtrlGetHIDHandle)(address.serial, address.product, &handle) >= 0 && handle == wanted) return true;
     }
     return false;
 }
@@ -31,7 +31,7 @@ void reportProgress(const TransferProgress& progress, FWHidHandle handle) {
                       {"totalBytes", progress.totalBytes}};
     std::string text;
     pocketjson::write(event, text);
-    BridgeHelperDispatchEvent("transferFirmwareData", text.c_str());
+    gated(BridgeHelperDispatchEvent)("transferFirmwareData", text.c_str());
 }
 
 /// Called by the firmware library, on whatever thread. Never asks it to stop; an event that cannot be sent is dropped.

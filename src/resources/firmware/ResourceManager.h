@@ -8,6 +8,7 @@
 #include <type_traits>
 #include <utility>
 
+#include "runtime/platform/Mutex.h"
 #include "runtime/platform/Platform.h"
 
 namespace torvo {
@@ -29,7 +30,7 @@ class ResourceManager {
         while (!handles_.empty()) handles_.erase(handles_.begin());
     }
 
-    std::recursive_mutex& mutex() const noexcept { return mutex_; }
+    platform::Mutex& mutex() const noexcept { return mutex_; }
 
     /// Takes the handle over under an identifier that no other has. Should that fail, the handle is released.
     void add(const std::string& identifier, Owner handle) { handles_.emplace(identifier, std::move(handle)); }
@@ -44,7 +45,7 @@ class ResourceManager {
     void remove(const std::string& identifier) { handles_.erase(identifier); }
 
  private:
-    mutable std::recursive_mutex mutex_;
+    mutable platform::Mutex mutex_;
     std::map<std::string, Owner> handles_;
 };
 

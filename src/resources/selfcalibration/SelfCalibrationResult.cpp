@@ -21,7 +21,7 @@ class SelfCalibrationResult final : public Setting<SelfCalibrationResult, WholeR
         checkData(data, checks);
         auto result = toRecord<DmSelfCalibrationResult>(data);
         for (DmColorValue* color : {&result.white, &result.red, &result.green, &result.blue, &result.black})
-            Colour_XYZ2Yxy_UsingOneStruct(color);
+            gated(Colour_XYZ2Yxy_UsingOneStruct)(color);
         monitor.write(set.function, set.action, &result);
     }
 };

@@ -97,17 +97,22 @@ export class Host {
     }
 
     async #send(lines) {
+        const all = await this.repliesTo(lines);
+        const answers = lines.flatMap((line, index) => (line.simulate ? [] : [readAnswer(line, all[index])]));
+        const refused = lines.findIndex((line, index) => line.simulate && !all[index].ok);
+        assert.equal(refused, -1, `${JSON.stringify(lines[refused])}: ${JSON.stringify(all[refused])}`);
+        this.#count(lines, answers);
+        return answers;
+    }
+
+    /** What a batch answers to these lines; no other line comes between them. */
+    repliesTo(lines) {
         const texts = lines.map((line) =>
             JSON.stringify(line.simulate ? line : { call: line.resource, texts: textsOf(line) }),
         );
         const replies = lines.map(() => new Promise((resolve, reject) => this.#waiting.push({ resolve, reject })));
         this.child.stdin.write(texts.join('\n') + '\n');
-        const all = await Promise.all(replies);
-        const answers = lines.flatMap((line, index) => (line.simulate ? [] : [readAnswer(line, all[index])]));
-        const refused = lines.findIndex((line, index) => line.simulate && !all[index].ok);
-        assert.equal(refused, -1, `${texts[refused]}: ${JSON.stringify(all[refused])}`);
-        this.#count(lines, answers);
-        return answers;
+        return Promise.all(replies);
     }
 
     #count(lines, answers) {
@@ -121,7 +126,7 @@ export class Host {
     }
 }
 
-function textsOf({ method, parameters, query = {}, body }) {
+export function textsOf({ method, parameters, query = {}, body }) {
     return [
         JSON.stringify({ method }),
         JSON.stringify(parameters),

@@ -5,10 +5,10 @@ import path from 'node:path';
 import { Host } from './host.js';
 
 /** @returns {Promise<import('./subject.js').World>} */
-export async function openWorld(build, { root = '.', seed = 11, runs = 30 } = {}) {
-    const [full, minimal] = ['full', 'minimal'].map((name) => new Host(root, build, name));
-    full.start();
-    minimal.start();
+export async function openWorld(build, { root = '.', seed = 11, runs = 30, Full = Host } = {}) {
+    const full = new Full(root, build, 'full');
+    const minimal = new Host(root, build, 'minimal');
+    await Promise.all([full.start(), minimal.start()]);
     const folder = fs.mkdtempSync(path.join(os.tmpdir(), 'pell-'));
     const file = full.pathOf(path.join(folder, 'package.dfw'));
     full.execute('firmware', 'create', file, '--product', 'TQ271-P', '--version', '2.1.0.3.7', '--size', '1024');

@@ -1,0 +1,156 @@
+// Clients that are hostile, slow, broken or many.
+import assert from 'node:assert/strict';
+import fs from 'node:fs';
+import http from 'node:http';
+import { test } from 'node:test';
+import { setTimeout as later } from 'node:timers/promises';
+import { ask, brightness, builds, connect, startServer } from './server.js';
+
+const head = (port, fields = '', target = brightness) =>
+    `GET ${target} HTTP/1.1\r\nHost: 127.0.0.1:${port}\r\n${fields}`;
+
+/** What is sent, and the status of the answer. */
+const hostile = (port) => [
+    ['no HTTP', 'hello\r\n\r\n', 400],
+    ['TLS', '\x16\x03\x01\x02\x00\x01\x00\x01\xfc\x03\x03\r\n\r\n', 400],
+    ['HTTP/2', 'PRI * HTTP/2.0\r\n\r\nSM\r\n\r\n', 400],
+    ['no Host', `GET ${brightness} HTTP/1.1\r\n\r\n`, 403],
+    ['an empty Host', `GET ${brightness} HTTP/1.1\r\nHost:\r\n\r\n`, 403],
+    ['two Hosts', head(port, `Host: 127.0.0.1:${port}\r\n\r\n`), 400],
+    ['two Origins', head(port, `Origin: http://127.0.0.1:${port}\r\nOrigin: http://evil.example\r\n\r\n`), 400],
+    ['a foreign target', head(port, '\r\n', 'http://evil.example/'), 400],
+    ['an asterisk', head(port, '\r\n', '*'), 400],
+    ['CONNECT', `CONNECT 127.0.0.1:${port} HTTP/1.1\r\nHost: 127.0.0.1:${port}\r\n\r\n`, 400],
+    ['a long target', head(port, '\r\n', '/' + 'a'.repeat(20_000)), 431],
+    ['a long field', head(port, `X: ${'a'.repeat(20_000)}\r\n\r\n`), 431],
+    ['many fields', head(port, 'a: b\r\n'.repeat(500) + '\r\n'), 431],
+    ['a field without a name', head(port, ': a\r\n\r\n'), 400],
+    ['a space before the colon', head(port, 'Content-Length : 3\r\n\r\n'), 400],
+    ['a NUL in a field', head(port, 'X: \0\r\n\r\n'), 400],
+    ['a large body', head(port, `Content-Length: ${9 << 20}\r\n\r\n`), 413],
+    ['an endless body', head(port, 'Content-Length: 99999999999999999999\r\n\r\n'), 400],
+    ['a negative body', head(port, 'Content-Length: -1\r\n\r\n'), 400],
+    ['two lengths', head(port, 'Content-Length: 1\r\nContent-Length: 2\r\n\r\n1'), 400],
+    ['a length and chunks', head(port, 'Content-Length: 1\r\nTransfer-Encoding: chunked\r\n\r\n1'), 400],
+    ['a chunk without a size', head(port, 'Transfer-Encoding: chunked\r\n\r\nzz\r\n'), 400],
+    ['a chunk of a terabyte', head(port, 'Transfer-Encoding: chunked\r\n\r\nffffffffff\r\n'), 413],
+    ['a colon for a stream', head(port, '\r\n', '/pell/events/../../lab/api/state'), 404],
+];
+
+for (const build of builds)
+    test(build, async (t) => {
+        const server = await startServer(t, build);
+        const { address, port } = server;
+
+        await t.test('hostile requests', async () => {
+            for (const [name, text, status] of hostile(port)) {
+                const { socket, answer } = connect(port);
+                socket.write(text, 'latin1');
+                const end = setTimeout(() => socket.end(), 300); // those that are an answer's beginning, too
+                const received = await answer;
+                clearTimeout(end);
+                assert.match(received, new RegExp(`^HTTP/1.1 ${status} `), `${name}: ${received}`);
+            }
+            await server.assertAlive();
+        });
+
+        await t.test('requests one behind the other are answered in order', async () => {
+            const { socket, answer } = connect(port);
+            socket.write(
+                head(port, '\r\n') +
+                    head(port, '\r\n', `${brightness}?range`) +
+                    head(port, 'Connection: close\r\n\r\n', '/none'),
+            );
+            assert.match(await answer, /"value":50.*"max":100.*NotFound/s);
+        });
+
+        await t.test('a client that has ended its side still gets the answer', async () => {
+            const { socket, answer } = connect(port);
+            socket.end(head(port, '\r\n'));
+            assert.match(await answer, /"value":50/);
+        });
+
+        await t.test('slow clients hold up nobody', async () => {
+            const slow = [];
+            for (const text of [head(port), head(port, 'Content-Length: 100\r\n\r\n1'), 'GET', '']) {
+                const { socket } = connect(port);
+                socket.write(text);
+                slow.push(socket);
+            }
+            // One that reads nothing of what it asks for, a byte at a time, and one that reads no events.
+            const deaf = connect(port).socket.pause();
+            deaf.write(head(port, '\r\n', '/lab/api/state').repeat(200));
+            const events = connect(port).socket.pause();
+            events.write(head(port, '\r\n', '/lab/api/exchanges?since=0'));
+            for (let count = 0; count < 50; ++count) await server.assertAlive();
+            [...slow, deaf, events].forEach((socket) => socket.destroy());
+        });
+
+        await t.test('a request that takes long holds up no other', async () => {
+            await server.simulate({ simulate: 'delay', product: 'TB240', serial: '10000002', milliseconds: 3_600_000 });
+            const slow = ask(address, '/pell/Monitors/TB240/10000002/Brightness');
+            const gone = connect(port);
+            gone.socket.write(head(port, '\r\n', '/pell/Monitors/TB240/10000002/Brightness'));
+            await later(100);
+            gone.socket.destroy(); // does not wait for its answer
+            await server.assertAlive();
+            await server.simulate({ simulate: 'advance', milliseconds: 3_600_000 });
+            assert.equal((await slow).status, 200);
+            await server.simulate({ simulate: 'reset' });
+        });
+
+        await t.test('1,000 connections at once, each with a request', async () => {
+            const connections = Array.from({ length: 1000 }, () => connect(port));
+            await Promise.all(connections.map(({ socket }) => new Promise((resolve) => socket.on('connect', resolve))));
+            await server.assertAlive();
+            for (const { socket } of connections) socket.write(head(port, 'Connection: close\r\n\r\n'));
+            const answers = await Promise.all(connections.map(({ answer }) => answer));
+            assert.deepEqual(
+                answers.filter((text) => !text.includes('"value":50')),
+                [],
+            );
+        });
+
+        await t.test('kept connections do not make it grow', { skip: build !== 'native' && 'asks Linux' }, async () => {
+            const agent = new http.Agent({ keepAlive: true, maxSockets: 16 });
+            const burst = (count) =>
+                Promise.all(
+                    Array.from({ length: 16 }, async () => {
+                        for (let done = 0; done < count / 16; ++done)
+                            assert.equal((await ask(address, brightness, { agent })).status, 200);
+                    }),
+                );
+            const memory = () => Number(/VmRSS:\s*(\d+)/.exec(fs.readFileSync(`/proc/${server.child.pid}/status`))[1]);
+            await burst(12_000); // what the lab is shown is kept up to a bound
+            const before = memory();
+            await burst(12_000);
+            agent.destroy();
+            assert.ok(memory() < before + 4096, `${before} kB became ${memory()} kB`);
+        });
+    });
+
+for (const build of builds)
+    test(
+        `${build}: an interruption waits for what runs`,
+        { skip: build === 'windows' && 'Wine has no Ctrl+C without a console' },
+        async (t) => {
+            const server = await startServer(t, build);
+            await server.simulate({ simulate: 'delay', milliseconds: 3_600_000 });
+            const slow = ask(server.address, brightness).catch(() => {});
+            const ready = async () => {
+                while (!server.errors().includes('again')) await later(10);
+            };
+            await server.begun('Brightness');
+            server.child.kill('SIGINT');
+            await ready();
+            assert.match(server.errors(), /Waiting for the end of GET Brightness of TQ271-P\/10000001/);
+            server.child.kill('SIGINT');
+            assert.deepEqual((await server.ended).code, 1);
+            await slow;
+
+            const idle = await startServer(t, build);
+            await idle.assertAlive();
+            idle.child.kill('SIGINT');
+            assert.deepEqual(await idle.ended, { code: 0, signal: null, errors: '' });
+        },
+    );
