@@ -100,7 +100,7 @@ const scenarios = {
             await card(page)
                 .getByText(/block \d+ of 64/)
                 .waitFor();
-            await says(page, 'It runs 2.0.1.5.3 as before: try again.');
+            await says(page, 'It runs 2.0.1.5.3 as before. Check its cable and try again.');
             await isReady(page);
         },
     ],
