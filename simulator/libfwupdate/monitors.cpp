@@ -52,7 +52,13 @@ int32_t FWMonitorSupportsFirmwareUpdateV4(FWHidHandle monitor) {
 
 DmResult FWMonitorGetTransferState(FWHidHandle monitor, uint32_t* state) {
     return FirmwareCall(__func__, monitor)
-        .run([](Monitor& found) { return answer({static_cast<std::uint32_t>(found.firmware.poll())}); }, {state});
+        .run(
+            [](Monitor& found) -> Answer {
+                const auto polled = found.firmware.poll();
+                if (polled == Firmware::State::gone) return result::connectionError;
+                return answer({static_cast<std::uint32_t>(polled)});
+            },
+            {state});
 }
 
 DmResult FWMonitorGetFirmwareVersion(FWHidHandle monitor, FirmwareVersionRecord* version) {

@@ -7,7 +7,7 @@ import path from 'node:path';
 import { test } from 'node:test';
 import { promisify } from 'node:util';
 import { EventSource } from 'eventsource';
-import { ask, brightness, builds, startServer } from './server.js';
+import { ask, brightness, builds, hostOf, startHost, startServer } from './server.js';
 
 const run = promisify(execFile);
 
@@ -278,6 +278,22 @@ for (const build of builds)
                 [1, 2, 3],
             );
         });
+    });
+
+for (const build of builds)
+    test(`${build}: with companion libraries that are not simulated`, async (t) => {
+        const plugin = `build/${build}/full/bare_plugin.${build === 'windows' ? 'dll' : 'so'}`;
+        const plain = hostOf(build).pathOf(plugin);
+        const { address } = await startHost(t, build, '--plugin', plain, 'serve', '--port', '0');
+        const { simulated, ...others } = JSON.parse((await ask(address, '/lab/api/state')).text);
+        assert.deepEqual([simulated, Object.keys(others)], [false, ['plugin']]);
+        const events = eventsOf(`${address}/pell/events`, 'fromElsewhere', 1);
+        await events.opened;
+        assert.deepEqual(JSON.parse((await ask(address, brightness)).text).value, 7);
+        assert.deepEqual((await events.all)[0].data, { a: 1 });
+        assert.equal((await ask(address, brightness.replace('Brightness', 'Contrast'))).status, 404);
+        const simulate = await ask(address, '/lab/api/simulate', { method: 'POST', body: '{"simulate":"reset"}' });
+        assert.match(simulate.text, /not simulated/);
     });
 
 function commandOf(build, ...args) {

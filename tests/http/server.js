@@ -22,12 +22,15 @@ export function hostOf(build) {
 }
 
 /** A server among monitors of its own, which ends with the test. The arguments are those of `serve`. */
-export async function startServer(t, build, ...args) {
+export const startServer = (t, build, ...args) => startHost(t, build, 'serve', '--port', '0', ...args);
+
+/** The same with all arguments of pellhost. */
+export async function startHost(t, build, ...args) {
     const {
         command: [program, ...others],
         pathOf,
     } = hostOf(build);
-    const child = spawn(program, [...others, '--json', 'serve', '--port', '0', ...args], {
+    const child = spawn(program, [...others, '--json', ...args], {
         stdio: ['ignore', 'pipe', 'pipe'],
     });
     let errors = '';

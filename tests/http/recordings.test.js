@@ -1,0 +1,164 @@
+// Recordings: what they hold, and what a replay says of them.
+import assert from 'node:assert/strict';
+import { spawnSync } from 'node:child_process';
+import fs from 'node:fs';
+import os from 'node:os';
+import path from 'node:path';
+import { test } from 'node:test';
+import Ajv from 'ajv/dist/2020.js';
+import { ask, brightness, builds, hostOf, startServer } from './server.js';
+
+const isLine = new Ajv({ allowUnionTypes: true }).compile(
+    JSON.parse(fs.readFileSync('docs/recording.schema.json', 'utf8')),
+);
+const recordings = fs.readdirSync('tests/recordings').filter((name) => name.endsWith('.jsonl'));
+
+const call = (resource, method, body = '', parameters = { product: 'TQ271-P', serial: '10000001' }) => ({
+    call: resource,
+    texts: [JSON.stringify({ method }), JSON.stringify(parameters), '', body],
+});
+
+for (const build of builds)
+    test(build, async (t) => {
+        const folder = fs.mkdtempSync(path.join(os.tmpdir(), 'pell-recordings-'));
+        t.after(() => fs.rmSync(folder, { recursive: true }));
+        const { command, pathOf } = hostOf(build);
+        const run = (args, input = '') => {
+            const { status, stdout, stderr } = spawnSync(command[0], [...command.slice(1), ...args], {
+                input,
+                encoding: 'utf8',
+            });
+            return { status, stdout, stderr };
+        };
+        const replay = (file) => run(['replay', pathOf(file)]);
+        const lines = (file) =>
+            fs
+                .readFileSync(file, 'utf8')
+                .trimEnd()
+                .split('\n')
+                .map((line) => JSON.parse(line));
+        const file = (name) => path.join(folder, name);
+
+        for (const name of recordings)
+            await t.test(`${name} comes out the same`, () => {
+                const outcome = replay(`tests/recordings/${name}`);
+                assert.deepEqual([outcome.status, outcome.stderr], [0, ''], outcome.stdout);
+                for (const line of lines(`tests/recordings/${name}`))
+                    assert.ok(isLine(line), `${JSON.stringify(line)}: ${JSON.stringify(isLine.errors)}`);
+            });
+
+        await t.test('a batch is recorded, and its differences are told', () => {
+            const batch = [
+                call('Brightness', 'PUT', '60'),
+                { simulate: 'return', function: 'DmCtrlGetBrightnessForStep', result: 0x80000020 - 22, times: 1 },
+                call('Brightness', 'GET'),
+                call('Monitors', 'GET', '', {}),
+            ];
+            const input = batch.map((line) => JSON.stringify(line)).join('\n');
+            const recorded = run(['batch', '--record', pathOf(file('batch.jsonl'))], input);
+            assert.equal(recorded.status, 0, recorded.stderr);
+            assert.deepEqual(recorded.stdout, run(['batch'], input).stdout); // is what it is without
+            assert.equal(lines(file('batch.jsonl')).filter((line) => isLine(line)).length, 5);
+            assert.deepEqual(replay(file('batch.jsonl')), {
+                status: 0,
+                stdout: '3 requests, 0 differences\n',
+                stderr: '',
+            });
+
+            const changes = [
+                [/60\]/, '61]', 'line 2: PUT Brightness of TQ271-P/10000001\n    calls/2/arguments/2: 61 is now 60'],
+                ['"status":200,"text"', '"status":201,"text"', 'responses/0/status: 201 is now 200'],
+                ['statusCode:200', 'statusCode:404', 'log/0/line'],
+                ['"promise":1,', '"promise":7,', 'responses/0/isOfThisRequest: false is now true'],
+                ['"simulate":"return"', '"simulate":"throw"', /line 4: GET Brightness/],
+                ['"events":[]', '"events":[{"name":"a","text":"{}"}]', 'events: [{"name":"a","text":{}}] is now []'],
+            ];
+            const text = fs.readFileSync(file('batch.jsonl'), 'utf8');
+            for (const [from, to, told] of changes) {
+                let changed = text.replace(from, to);
+                if (to.includes('throw')) changed = changed.replace(/"result":2147483658,"simulate/, '"simulate');
+                assert.notEqual(changed, text);
+                fs.writeFileSync(file('changed.jsonl'), changed);
+                const { status, stdout, stderr } = replay(file('changed.jsonl'));
+                assert.equal(status, 1, stderr);
+                assert.ok(told instanceof RegExp ? told.test(stdout) : stdout.includes(told), stdout);
+            }
+        });
+
+        await t.test('what is no recording is refused, with its line', () => {
+            const [head, line] = fs.readFileSync(file('batch.jsonl'), 'utf8').split('\n');
+            const texts = [
+                '',
+                '{}',
+                'x',
+                head.replace('"version":1', '"version":2'),
+                `${head}\n{}`,
+                `${head}\n${line}\n${line.slice(0, 99)}`,
+            ];
+            for (const text of texts) {
+                fs.writeFileSync(file('wrong.jsonl'), text);
+                const { status, stderr } = replay(file('wrong.jsonl'));
+                assert.equal(status, 2, text);
+                assert.match(stderr, /line \d/);
+            }
+        });
+
+        await t.test('serials are redacted alike wherever they are', () => {
+            const input = [
+                call('Monitors', 'GET', '', {}),
+                call('Brightness', 'GET'),
+                call('AssetTag', 'PUT', JSON.stringify('of 10000001, not 110000001')),
+            ].map((line) => JSON.stringify(line));
+            run(['batch', '--redact', '--record', pathOf(file('redacted.jsonl'))], input.join('\n'));
+            const text = fs.readFileSync(file('redacted.jsonl'), 'utf8');
+            assert.doesNotMatch(text, /\b1000000[12]\b/);
+            assert.match(text, /of R0000001, not 110000001/);
+            assert.deepEqual(replay(file('redacted.jsonl')), {
+                status: 0,
+                stdout: '3 requests, 0 differences\n',
+                stderr: '',
+            });
+        });
+
+        await t.test('a server is recorded with its packages and its time', async (inner) => {
+            const server = await startServer(inner, build, '--record', pathOf(file('served.jsonl')));
+            run([
+                'firmware',
+                'create',
+                pathOf(file('new.dfw')),
+                '--product',
+                'TQ271-P',
+                '--version',
+                '3.0.0.0.0',
+                '--size',
+                '2048',
+            ]);
+            const post = async (target, body) => {
+                const { text } = await ask(server.address, target, { method: 'POST', body: JSON.stringify(body) });
+                return JSON.parse(text).value;
+            };
+            await server.simulate({ simulate: 'scenario', name: 'slow-waker' });
+            await server.simulate({ simulate: 'speed', factor: 1000 });
+            const path = pathOf(file('new.dfw'));
+            const { id } = await post('/pell/FileSystem/DfwFile', { path });
+            await post('/pell/Monitors/TQ271-P/10000001/FirmwareUpdate/Transfer', { dfwFile: id });
+            await ask(server.address, brightness);
+            await ask(server.address, `/pell/FileSystem/DfwFile/${id}`, { method: 'DELETE' });
+            const kept = (await ask(server.address, '/lab/api/recording')).text;
+            fs.writeFileSync(file('kept.jsonl'), kept);
+            assert.equal(
+                kept.split('\n').slice(1).join('\n'),
+                fs.readFileSync(file('served.jsonl'), 'utf8').split('\n').slice(1).join('\n'),
+            );
+            // Elsewhere, too.
+            fs.mkdirSync(file('elsewhere'));
+            fs.renameSync(file('new.dfw'), file('elsewhere/new.dfw'));
+            fs.renameSync(file('served.jsonl'), file('elsewhere/served.jsonl'));
+            assert.deepEqual(replay(file('elsewhere/served.jsonl')), {
+                status: 0,
+                stdout: '4 requests, 0 differences\n',
+                stderr: '',
+            });
+            assert.equal(replay(file('kept.jsonl')).status, 1); // whose package is gone
+        });
+    });
