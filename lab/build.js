@@ -1,0 +1,67 @@
+// Builds the lab in build/lab: one page, its script with the catalogue and the client inside, and the reference as pages.
+import fs from 'node:fs';
+import { build } from 'esbuild';
+import { marked } from 'marked';
+import { parse } from 'yaml';
+
+const target = 'build/lab';
+fs.rmSync(target, { recursive: true, force: true });
+fs.mkdirSync(`${target}/reference`, { recursive: true });
+
+// The functions of the companion libraries, of which the lab makes one fail.
+const headers = fs
+    .readdirSync('companions', { recursive: true })
+    .filter((name) => /^(libdmc|libfwupdate|libcolour|libPlugin)\b.*\.(def|h)$/.test(name));
+const texts = headers.map((name) => fs.readFileSync(`companions/${name}`, 'utf8')).join('\n');
+const functions = [...new Set(texts.match(/\b(?:DmCtrl|FW|Plg_|Colour_)\w+(?=\s*(?:\(|$))/gm))].sort();
+fs.mkdirSync('build/lab-made', { recursive: true });
+const families = parse(fs.readFileSync('catalogue/families.yaml', 'utf8'));
+fs.writeFileSync('build/lab-made/topics.json', JSON.stringify(Object.values(families).flatMap(({ topics }) => topics)));
+
+fs.writeFileSync('build/lab-made/functions.json', JSON.stringify(functions));
+
+await build({
+    entryPoints: { lab: 'lab/src/parts/lab-app.ts' },
+    tsconfig: 'lab/tsconfig.json',
+    bundle: true,
+    minify: true,
+    format: 'esm',
+    target: 'es2022',
+    legalComments: 'none',
+    outdir: target,
+});
+fs.copyFileSync('lab/index.html', `${target}/index.html`);
+fs.copyFileSync('lab/src/lab.css', `${target}/lab.css`);
+
+// The headings of the reference have the identifiers that links within it name.
+const idOf = (text) =>
+    text
+        .toLowerCase()
+        .replace(/<[^>]+>|[^\w\s-]/g, '')
+        .replace(/\s/g, '-');
+marked.use({
+    renderer: {
+        heading({ tokens, depth }) {
+            const text = this.parser.parseInline(tokens);
+            return `<h${depth} id="${idOf(text)}">${text}</h${depth}>\n`;
+        },
+    },
+});
+for (const name of fs.readdirSync('docs/resources')) {
+    const text = fs.readFileSync(`docs/resources/${name}`, 'utf8');
+    const title = /^# (.+)$/m.exec(text)?.[1] ?? name;
+    const body = marked
+        .parse(text)
+        .replace(
+            /href="(?!https?:)([\w-]*)\.md(#[^"]*)?"/g,
+            (_, page, anchor = '') => `href="${page === 'README' ? 'index' : page}.html${anchor}"`,
+        );
+    fs.writeFileSync(
+        `${target}/reference/${name.replace('README', 'index').replace('.md', '.html')}`,
+        `<!doctype html><html lang="en"><head><meta charset="utf-8"><meta name="viewport" content="width=device-width, initial-scale=1"><title>${title}</title><link rel="icon" href="data:,"><link rel="stylesheet" href="../reference.css"></head><body><main>${body}</main></body></html>\n`,
+    );
+}
+fs.copyFileSync('lab/src/reference.css', `${target}/reference.css`);
+
+// The client's modules stand beside the lab, for pages that have no build of their own.
+fs.cpSync('build/client', `${target}/client`, { recursive: true, filter: (file) => !file.endsWith('.d.ts') });

@@ -1,0 +1,124 @@
+import functions from 'functions.json';
+import { LitElement, css, html, nothing } from 'lit';
+import { customElement } from 'lit/decorators.js';
+import { failures, hex, resultText } from '../model/catalogue.js';
+import { monitorOf, timeline, type Entry } from '../model/timeline.js';
+import { world } from '../model/world.js';
+import { shared } from './style.js';
+
+/** "This function fails with that result": a form, and what was asked for so far. */
+@customElement('lab-faults')
+export class LabFaults extends LitElement {
+    private timeline = timeline.observedBy(this);
+    private world = world.observedBy(this);
+
+    render() {
+        const faults = this.faults();
+        return html`
+            <form @submit=${this.submit}>
+                <h3>Let a function fail</h3>
+                <label
+                    >Function of a library
+                    <input
+                        name="function"
+                        required
+                        list="functions"
+                        autocomplete="off"
+                        placeholder="DmCtrlGetBrightnessForStep"
+                /></label>
+                <datalist id="functions">${functions.map((name) => html`<option value=${name}></option>`)}</datalist>
+                <label
+                    >Result
+                    <select name="result">
+                        ${failures.map(
+                            ({ code, message }) => html`<option value=${code}>${message} ${hex(code)}</option>`,
+                        )}
+                    </select></label
+                >
+                <label
+                    >Monitor
+                    <select name="monitor">
+                        <option value="">all</option>
+                        ${this.world.monitors.map(
+                            (monitor, at) => html`<option value=${at}>${monitorOf(monitor)}</option>`,
+                        )}
+                    </select></label
+                >
+                <fieldset class="line">
+                    <legend class="hidden">How often</legend>
+                    <label><input type="radio" name="often" value="once" checked />once</label>
+                    <label><input type="radio" name="often" value="always" />always</label>
+                    <button class="push">Let it fail</button>
+                </fieldset>
+            </form>
+            ${
+                faults.length
+                    ? html`<h3>Asked for since the reset</h3>
+                          <ul class="small">
+                              ${faults.map(({ simulate }) => html`<li>${describe(simulate!)}</li>`)}
+                          </ul>`
+                    : nothing
+            }
+        `;
+    }
+
+    private faults(): Entry[] {
+        if (this.timeline.recording) return [];
+        const { entries } = this.timeline;
+        const begin = entries.findLastIndex(({ simulate }) => ['reset', 'scenario'].includes(simulate?.simulate ?? ''));
+        return entries.slice(begin + 1).filter(({ simulate }) => simulate?.simulate === 'return');
+    }
+
+    private async submit(event: SubmitEvent): Promise<void> {
+        event.preventDefault();
+        const data = new FormData(event.target as HTMLFormElement);
+        const monitor = data.get('monitor') === '' ? undefined : world.monitors[Number(data.get('monitor'))];
+        await world.simulate({
+            simulate: 'return',
+            function: String(data.get('function')).trim(),
+            result: Number(data.get('result')),
+            ...(data.get('often') === 'once' && { times: 1 }),
+            ...(monitor && { product: monitor.product, serial: monitor.serial }),
+        });
+    }
+
+    static styles = [
+        shared,
+        css`
+            form {
+                display: flex;
+                flex-direction: column;
+                gap: 6px;
+                padding-top: 8px;
+                border-top: 1px solid var(--line);
+            }
+            form > label {
+                display: grid;
+                font-size: 12px;
+                color: var(--soft);
+            }
+            form > label > * {
+                width: 100%;
+                color: var(--text);
+            }
+            fieldset {
+                border: 0;
+                padding: 0;
+                margin: 0;
+            }
+            ul {
+                margin: 4px 0 0;
+                padding-left: 18px;
+                overflow-wrap: anywhere;
+            }
+            h3 + ul {
+                margin-top: 4px;
+            }
+        `,
+    ];
+}
+
+function describe(simulate: Record<string, unknown>): string {
+    const monitor = simulate.product === undefined ? '' : ` of ${simulate.product}/${simulate.serial}`;
+    return `${simulate.function}${monitor}: ${resultText(simulate.result)}, ${simulate.times === 1 ? 'once' : 'always'}`;
+}

@@ -1,0 +1,80 @@
+import { LitElement, css, html, nothing } from 'lit';
+import { customElement, property } from 'lit/decorators.js';
+import type { Schema } from '../model/catalogue.js';
+import { shared } from './style.js';
+
+/** One value of a request, as text. Sends "edit" with the new text. */
+@customElement('lab-field')
+export class LabField extends LitElement {
+    @property({ attribute: false }) label = '';
+    @property({ attribute: false }) schema!: Schema;
+    @property({ attribute: false }) text = '';
+    @property({ attribute: false }) isOptional = false;
+
+    render() {
+        const { label, schema, isOptional } = this;
+        return html`<label>
+            <span class="small soft">${label}${schema.description ? `, ${schema.description}` : ''}</span>
+            ${this.control(schema, isOptional)}
+        </label>`;
+    }
+
+    private control(schema: Schema, isOptional: boolean) {
+        const choices = schema.type === 'boolean' ? [true, false] : schema.enum;
+        if (choices) {
+            const texts = choices.map((choice) =>
+                schema.type === 'boolean' || typeof choice !== 'string' ? JSON.stringify(choice) : choice,
+            );
+            return html`<select @change=${this.edit}>
+                ${isOptional || this.text === '' ? html`<option value="">left out</option>` : nothing}
+                ${texts.map((text) => html`<option ?selected=${text === this.text}>${text}</option>`)}
+            </select>`;
+        }
+        const isLong = schema.type === 'array' || schema.type === 'object' || this.text.length > 40;
+        const hint = isOptional ? 'left out' : kindOf(schema);
+        return isLong
+            ? html`<textarea
+                  rows=${Math.min(8, 1 + Math.floor(this.text.length / 48))}
+                  cols="48"
+                  placeholder=${hint}
+                  .value=${this.text}
+                  @input=${this.edit}
+              ></textarea>`
+            : html`<input size="14" placeholder=${hint} .value=${this.text} @input=${this.edit} />`;
+    }
+
+    private edit(event: Event): void {
+        const { value } = event.target as HTMLInputElement;
+        this.dispatchEvent(new CustomEvent('edit', { detail: value }));
+    }
+
+    static styles = [
+        shared,
+        css`
+            label {
+                display: grid;
+            }
+        `,
+    ];
+}
+
+/** What a value is, in a word or two. */
+export function kindOf({ type, anyOf, properties, enum: choices }: Schema): string {
+    if (choices) return choices.map(String).join(' or ');
+    if (anyOf && !properties) return [...new Set(anyOf.map(kindOf))].join(' or ');
+    switch (type) {
+        case 'array':
+            return 'a list';
+        case 'boolean':
+            return 'true or false';
+        case 'integer':
+        case 'number':
+            return 'a number';
+        case 'string':
+            return 'a text';
+        case 'object':
+            return properties ? `{${Object.keys(properties).join(', ')}}` : 'an object';
+        default:
+            return 'a value';
+    }
+}

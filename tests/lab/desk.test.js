@@ -1,0 +1,196 @@
+// The example page in every scenario that hurts.
+import assert from 'node:assert/strict';
+import fs from 'node:fs';
+import { after, before, test } from 'node:test';
+import { firmwarePackage, open, openBrowser, screenshots, seriousFindings, serve } from './support.js';
+
+const first = 'TQ271-P 10000001';
+let browser;
+let server;
+let firmware;
+before(async () => {
+    [browser, server] = await Promise.all([openBrowser(), serve('native', '--page', 'examples/desk')]);
+    firmware = firmwarePackage();
+});
+after(async () => {
+    await browser?.close();
+    server?.close();
+});
+
+const card = (page, name = first) => page.getByRole('article').filter({ hasText: name });
+const says = (page, text, name) => card(page, name).getByText(text).waitFor();
+const isReady = (page, name) => card(page, name).locator('fieldset:enabled').waitFor();
+const move = (page, step, name) => card(page, name).getByLabel('Brightness').fill(String(step));
+const look = (page) => page.getByRole('button', { name: 'Look for monitors' }).click();
+const update = (page, name) => card(page, name).getByRole('button', { name: 'Update firmware' }).click();
+const brightness = async (address = 'TQ271-P/10000001') =>
+    (await server.ask('GET', `Monitors/${address}/Brightness`)).value;
+const neighbour = 'TB240 10000002';
+
+/** For each scenario its speed and what a person does and sees; beside the bad monitor, the other one works. */
+const scenarios = {
+    twins: [
+        1,
+        async (page) => {
+            await page
+                .getByText('Two monitors call themselves TQ271-P 10000001: only one can be controlled.')
+                .waitFor();
+            assert.equal(await card(page).count(), 1);
+        },
+    ],
+    'blank-serial': [
+        1,
+        async (page) => {
+            await says(page, 'It tells no serial number, so it cannot be controlled.', 'TB240 without a serial');
+            await isReady(page, first);
+        },
+        first,
+    ],
+    'slow-waker': [
+        20,
+        async (page) => {
+            await says(page, 'Asking the monitor…');
+            await isReady(page, neighbour);
+            await isReady(page);
+            const { length } = await puts();
+            for (const step of [10, 20, 30, 40, 70]) await move(page, step);
+            await eventually(async () => (await brightness()) === 70);
+            assert.ok((await puts()).length - length <= 3, 'a step that is out of date was sent');
+        },
+    ],
+    'ignores-writes': [
+        1,
+        async (page) => {
+            await isReady(page);
+            await move(page, 80);
+            await says(page, 'The monitor did not follow: its brightness is still 50.');
+            await card(page).getByLabel('Input').selectOption('3');
+            await says(page, 'it still shows input 1.');
+        },
+    ],
+    vanishes: [
+        1,
+        async (page) => {
+            await isReady(page);
+            for (let step = 51; await card(page).locator('fieldset:enabled').count(); ++step) await move(page, step);
+            await says(page, 'check its cable and power');
+            await server.simulate({ simulate: 'reset' });
+            await look(page);
+            await isReady(page);
+        },
+    ],
+    'input-switch': [
+        1,
+        async (page) => {
+            await isReady(page);
+            await card(page).getByLabel('Input').selectOption('2');
+            await says(page, 'It shows input 2 now, and cannot be reached from here any more.');
+        },
+    ],
+    'update-fails': [
+        5,
+        async (page) => {
+            await isReady(page);
+            await update(page);
+            await card(page)
+                .getByText(/block \d+ of 64/)
+                .waitFor();
+            await says(page, 'It runs 2.0.1.5.3 as before: try again.');
+            await isReady(page);
+        },
+    ],
+    'update-gone': [
+        20,
+        async (page) => {
+            await isReady(page);
+            await update(page);
+            await says(page, 'It updates itself now. Leave it switched on.');
+            await pass(page, () => card(page).getByText('It did not come back. Switch it off and on').count());
+        },
+    ],
+    'update-in-vain': [
+        20,
+        async (page) => {
+            await isReady(page);
+            await update(page);
+            await says(page, 'It updates itself now. Leave it switched on.');
+            await pass(page, () => card(page).getByText('The update had no effect: it still runs 2.0.1.5.3.').count());
+        },
+    ],
+    'eight-monitors': [
+        1,
+        async (page) => {
+            const all = [1, 2, 3, 4].map((at) => `TQ271-P 1000000${at}`);
+            for (const name of all) await isReady(page, name);
+            for (const name of all) await update(page, name);
+            for (const name of all.slice(0, 2))
+                await card(page, name)
+                    .getByText(/block \d+ of 64/)
+                    .waitFor();
+            await page.screenshot({ path: `${screenshots}/desk-update.png` });
+            await card(page, all[3]).getByRole('button', { name: 'Cancel' }).click();
+            await says(page, 'The update was cancelled before it began.', all[3]);
+            await server.simulate({ simulate: 'speed', factor: 20 });
+            const isUpdated = () => page.getByText('Updated from 2.0.1.5.3 to 2.1.0.3.7.').count();
+            await pass(page, async () => (await isUpdated()) === 3);
+            await update(page, 'TB240 20000001');
+            await says(page, 'The package is for another product.', 'TB240 20000001');
+        },
+        'TB240 20000002',
+    ],
+};
+
+/** The PUTs of the first monitor's brightness that have reached the plug-in. */
+async function puts() {
+    const text = await (await fetch(`${server.address}/lab/api/recording`)).text();
+    return text.split('\n').filter((line) => /"method":"PUT".*"resource":"Brightness"/.test(line));
+}
+
+/** Until something holds. */
+async function eventually(holds) {
+    while (!(await holds())) await new Promise((resolve) => setTimeout(resolve, 20));
+}
+
+/** Lets the time of the page pass, which counts in seconds, until something holds. */
+function pass(page, holds) {
+    return eventually(async () => {
+        await page.clock.fastForward(1000);
+        return holds();
+    });
+}
+
+test('there is a way through every scenario', () => {
+    const files = fs.readdirSync('simulator/scenarios').map((name) => name.replace('.json', ''));
+    assert.deepEqual(Object.keys(scenarios).sort(), files.sort());
+});
+
+for (const [scenario, [speed, walk, healthy = neighbour]] of Object.entries(scenarios))
+    test(`the example page in ${scenario}`, { timeout: 60_000 }, async () => {
+        await server.choose(scenario, speed);
+        const page = await open(browser, 'about:blank');
+        await page.clock.install();
+        await page.goto(server.address);
+        page.problems.length = 0;
+        await page.getByLabel('Firmware package').fill(firmware);
+        await walk(page);
+        await page.screenshot({ path: `${screenshots}/desk-${scenario}.png` });
+
+        await isReady(page, healthy);
+        await move(page, 65, healthy);
+        await eventually(async () => (await brightness(healthy.replace(' ', '/'))) === 65);
+        assert.deepEqual(page.problems, []);
+        await page.context().close();
+    });
+
+for (const [name, options] of Object.entries({
+    light: {},
+    'narrow-dark': { viewport: { width: 400, height: 800 }, colorScheme: 'dark' },
+}))
+    test(`axe finds nothing serious in the example page, ${name}`, async () => {
+        await server.choose('blank-serial');
+        const page = await open(browser, server.address, options);
+        await isReady(page, first);
+        assert.deepEqual(await seriousFindings(page), []);
+        await page.screenshot({ path: `${screenshots}/desk-${name}.png` });
+        await page.context().close();
+    });

@@ -1,0 +1,377 @@
+// The lab in a browser: its main ways, its looks, its size.
+import assert from 'node:assert/strict';
+import { execFile } from 'node:child_process';
+import fs from 'node:fs';
+import { after, afterEach, before, beforeEach, test } from 'node:test';
+import { promisify } from 'node:util';
+import zlib from 'node:zlib';
+import { firmwarePackage, open, openBrowser, screenshots, seriousFindings, serve } from './support.js';
+
+const run = promisify(execFile);
+const catalogue = JSON.parse(fs.readFileSync('catalogue/catalogue.json', 'utf8'));
+const first = 'Monitors/TQ271-P/10000001';
+let browser;
+let server;
+let page;
+
+before(async () => {
+    [browser, server] = await Promise.all([openBrowser(), serve('native')]);
+});
+beforeEach(async () => {
+    await server.simulate({ simulate: 'reset' });
+    page = await openLab();
+});
+afterEach(async () => {
+    assert.deepEqual(page.problems, []);
+    await page.context().close();
+});
+after(async () => {
+    await browser?.close();
+    server?.close();
+});
+
+/** The lab when it shows the monitors. Its timeline begins empty. */
+async function openLab(options) {
+    const lab = await open(browser, `${server.address}/lab/`, options);
+    await lab.getByText('connected', { exact: true }).first().waitFor();
+    if (lab.viewportSize().width > 1000) await lab.getByRole('button', { name: 'Clear' }).click();
+    return lab;
+}
+
+const choose = (name, lab = page) =>
+    lab.getByRole('group', { name: 'Resources by topic' }).getByRole('button', { name, exact: true }).click();
+/** The way to ask that begins with these words, such as "GET ?range". */
+const row = (text, lab = page) => lab.locator('lab-row').filter({ hasText: text }).first();
+const send = (text, lab = page) => row(text, lab).getByRole('button').first().click();
+const answered = (text, answer, lab = page) => row(text, lab).locator('lab-answer').getByText(answer).waitFor();
+const lines = (lab = page) => lab.getByRole('listbox', { name: 'Requests' }).getByRole('option');
+const card = (name, lab = page) => lab.locator('lab-monitor').filter({ hasText: name }).first();
+const exchange = (lab = page) => lab.locator('lab-exchange');
+
+test('a resource is found and asked, and the timeline shows the request down to the calls', async () => {
+    await page.getByLabel('Search resources').fill('luminance of white in cd');
+    await page.getByText('No resource has this').waitFor();
+    await page.getByLabel('Search resources').fill('contr brightness');
+    await choose('Contrast');
+    await send('?range');
+    await answered('?range', '{"max":100,"min":0}');
+    await lines().filter({ hasText: 'GET Contrast' }).last().click();
+    for (const text of ['{"range":true}', 'DmCtrlGetRangeContrast', '"10000001", "TQ271-P"', 'msg:Success'])
+        await exchange().getByText(text).first().waitFor();
+    await exchange().getByRole('button', { name: 'Close' }).click();
+    assert.equal(await exchange().count(), 0);
+});
+
+test('requests of other pages appear at once, and filters find them', async () => {
+    await server.ask('GET', `${first}/Hue`);
+    await server.ask('PUT', `${first}/Brightness`, '400');
+    await server.ask('GET', 'Monitors/TB240/10000002/Brightness');
+    await lines().nth(2).waitFor();
+    assert.match(await lines().nth(1).innerText(), /PUT Brightness[^]*500/);
+
+    await page.getByLabel('Failures only').check();
+    assert.equal(await lines().count(), 1);
+    await page.getByLabel('Failures only').uncheck();
+    await page.getByLabel('Filter by resource').fill('bright');
+    assert.equal(await lines().count(), 2);
+    await page.getByLabel('Filter by monitor').selectOption('TB240/10000002');
+    assert.equal(await lines().count(), 1);
+    await page.getByText('1 of 3').waitFor();
+});
+
+test('a cable is pulled, a monitor switched off and slowed down, a function fails once', async () => {
+    const monitor = card('TQ271-P');
+    await monitor.getByRole('button', { name: 'Unplug' }).click();
+    await monitor.getByText('unplugged').waitFor();
+    await choose('Brightness');
+    await send('?range');
+    await answered('?range', /Monitor is not found/);
+    await monitor.getByRole('button', { name: 'Plug in' }).click();
+    await monitor.getByText('connected').waitFor();
+    await server.ask('GET', 'Monitors?update');
+
+    await page.getByLabel('Function of a library').fill('DmCtrlGetRangeBrightnessForStep');
+    await page.getByLabel('Result').selectOption({ label: 'Timed out. 0x80000013' });
+    await page.getByRole('button', { name: 'Let it fail' }).click();
+    await page.getByText('DmCtrlGetRangeBrightnessForStep: 0x80000013 Timed out., once').waitFor();
+    await send('?range');
+    await answered('?range', /Timed out/);
+    await send('?range');
+    await answered('?range', '{"max":100,"min":0}');
+
+    await page.getByLabel('Function of a library').fill('DmCtrlGetBrightnesForStep');
+    await page.getByRole('button', { name: 'Let it fail' }).click();
+    await page.getByRole('alert').getByText('DmCtrlGetBrightnessForStep').waitFor();
+
+    await monitor.getByLabel('Answers').selectOption({ label: '50 ms late, each call' });
+    await lines().filter({ hasText: 'delay' }).waitFor();
+    await monitor.getByRole('button', { name: 'Switch off' }).click();
+    await monitor.getByRole('button', { name: 'Switch on' }).waitFor();
+    await page.getByRole('button', { name: 'Reset' }).click();
+    await monitor.getByRole('button', { name: 'Switch off' }).waitFor();
+});
+
+test('a scenario is chosen, and requests go to the monitor that is chosen', async () => {
+    await page.getByLabel('Scenario').selectOption('eight-monitors');
+    await card('20000004').waitFor();
+    await page.getByLabel('Clock').selectOption('10 times as fast');
+    await card('20000004').getByRole('radio').check();
+    await choose('LUTA');
+    await send('?supports');
+    await answered('?supports', /true|false/);
+    await lines().filter({ hasText: 'TB240/20000004' }).first().waitFor();
+    await page.getByRole('button', { name: 'Which does it support?' }).click();
+    await page.getByRole('button', { name: 'SelfQCCalibration not supported' }).waitFor();
+    await page.getByRole('button', { name: 'Brightness supported' }).waitFor();
+    await server.simulate({ simulate: 'speed', factor: 1 });
+});
+
+test('texts are sent as they are written', async () => {
+    await choose('Brightness');
+    await page.getByRole('button', { name: 'Raw texts' }).click();
+    await page.getByLabel('Method').selectOption('PUT');
+    await page.getByLabel('Body').fill('{"data": 33');
+    await page.getByRole('button', { name: 'Send' }).click();
+    await page.locator('lab-raw').getByText('data must be number.').waitFor();
+    await page.getByLabel('Body').fill('{"data": 33}');
+    await page.getByRole('button', { name: 'Send' }).click();
+    await card('TQ271-P').getByText('33').waitFor();
+    await page.getByLabel('Method').selectOption('GET');
+    await page.getByLabel('Query').fill('{"range": 0}');
+    await page.getByLabel('Body').fill('');
+    await page.getByRole('button', { name: 'Send' }).click();
+    await page.locator('lab-raw').getByText('{"max":100,"min":0}').waitFor();
+});
+
+// What is copied must run: the client and fetch in the page, pellhost in a shell.
+for (const [resource, text, answer, fill] of [
+    ['Brightness', 'GET ?range', { max: 100, min: 0 }],
+    ['Gain', '?color', 255],
+    ['AssetTag', 'PUT', null, { tag: `It's "5" \\ $HOME` }],
+])
+    test(`${resource} ${text} is copied as code that runs`, async () => {
+        const AsyncFunction = (async () => {}).constructor;
+        await choose(resource);
+        const form =
+            resource === 'Gain'
+                ? row('?color')
+                : page
+                      .locator('lab-row')
+                      .filter({ hasText: text.split(' ').at(-1) })
+                      .first();
+        for (const [label, value] of Object.entries(fill ?? {})) await form.getByLabel(label).fill(value);
+        await form.getByRole('button', { name: 'Copy as' }).click();
+        const code = {};
+        for (const kind of ['Client', 'fetch', 'pellhost']) {
+            await form.getByRole('button', { name: kind, exact: true }).click();
+            code[kind] = await form.locator('lab-copy pre').innerText();
+        }
+        const client = code.Client.replace(
+            /^import (.+) from 'libpell-client';/,
+            "const $1 = await import('/lab/client/index.js');",
+        );
+        const outcome = await page.evaluate(
+            ([name, program]) => new (async () => {}).constructor(`${program}\nreturn ${name};`)(),
+            [/const (value|outcome)/.exec(client)[1], client],
+        );
+        assert.deepEqual(outcome, answer ?? 'done');
+        const { value } = await page.evaluate(
+            (program) => new (async () => {}).constructor(`${program}\nreturn { error, value };`)(),
+            code.fetch,
+        );
+        assert.deepEqual(value, answer);
+        const { stdout } = await run('sh', [
+            '-c',
+            `build/native/full/${code.pellhost.replace('pellhost', 'pellhost --json')}`,
+        ]);
+        assert.deepEqual(JSON.parse(stdout).value ?? JSON.parse(stdout), answer);
+        if (fill) assert.deepEqual((await server.ask('GET', `${first}/AssetTag`)).value.tag, fill.tag);
+        assert.ok(AsyncFunction);
+    });
+
+test('a recording is saved and opened again', async () => {
+    await server.ask('GET', `${first}/Hue`);
+    await lines().first().waitFor();
+    const download = page.waitForEvent('download');
+    await page.getByRole('link', { name: 'Save recording' }).click();
+    const file = await (await download).path();
+    const saved = fs.readFileSync(file, 'utf8').trim().split('\n');
+    assert.equal(JSON.parse(saved[0]).format, 'pell-recording');
+
+    await page.locator('lab-timeline input[type=file]').setInputFiles({
+        name: 'bug.jsonl',
+        mimeType: 'application/x-ndjson',
+        buffer: Buffer.from(saved.join('\n')),
+    });
+    await page.getByText('This is the recording bug.jsonl').waitFor();
+    await page.getByText(`${saved.length - 1} lines`, { exact: true }).waitFor();
+    await server.ask('GET', `${first}/Contrast`);
+    assert.equal(
+        await lines().filter({ hasText: 'Contrast' }).count(),
+        saved.filter((l) => l.includes('"resource":"Contrast"')).length,
+    );
+    await page.getByRole('button', { name: 'Back to what happens now' }).click();
+    await lines().filter({ hasText: 'Contrast' }).last().waitFor();
+
+    await page
+        .locator('lab-timeline input[type=file]')
+        .setInputFiles({ name: 'x.txt', mimeType: 'text/plain', buffer: Buffer.from('x') });
+    await page.getByText('x.txt is no recording.').waitFor();
+});
+
+test('a firmware transfer of another page is a bar with blocks', async () => {
+    await server.choose('eight-monitors', 2);
+    const { value } = await server.ask('POST', 'FileSystem/DfwFile', JSON.stringify({ path: firmwarePackage() }));
+    const transfer = server.ask('POST', `${first}/FirmwareUpdateTransfer`, JSON.stringify({ dfwFile: value.id }));
+    const bar = page.locator('lab-transfers');
+    await bar.getByText(/block \d+ of 64/).waitFor();
+    await bar.getByText(/left|almost done/).waitFor();
+    await page.screenshot({ path: `${screenshots}/lab-transfer.png` });
+    assert.deepEqual(await transfer, { error: null, value: null });
+    await bar.getByText('transferred').waitFor();
+    await bar.getByText('block 64 of 64').waitFor();
+    await server.ask('DELETE', `FileSystem/DfwFile/${value.id}`);
+    await server.simulate({ simulate: 'speed', factor: 1 });
+});
+
+test('all of it is reached with the keyboard', async () => {
+    for (let at = 0; at < 3; ++at) await server.ask('GET', `${first}/Hue`);
+    await lines().nth(2).waitFor();
+    await page.getByLabel('Search resources').focus();
+    await page.keyboard.type('Saturation');
+    const isOn = (name) =>
+        page.evaluate((name) => {
+            let element = document.activeElement;
+            while (element?.shadowRoot?.activeElement) element = element.shadowRoot.activeElement;
+            return (element.textContent + (element.getAttribute('aria-label') ?? '')).includes(name);
+        }, name);
+    const tabTo = async (name) => {
+        for (let presses = 0; presses < 60; ++presses) {
+            await page.keyboard.press('Tab');
+            if (await isOn(name)) return;
+        }
+        assert.fail(`Tab does not reach ${name}`);
+    };
+    await tabTo('Saturation');
+    await page.keyboard.press('Enter');
+    await tabTo('GET');
+    await page.keyboard.press('Enter');
+    await lines().nth(3).waitFor();
+    await tabTo('Requests');
+    await page.keyboard.press('End');
+    await exchange().getByText('GET Saturation').waitFor();
+    await page.keyboard.press('ArrowUp');
+    await exchange().getByText('GET Hue').waitFor();
+    await page.keyboard.press('Escape');
+    assert.equal(await exchange().count(), 0);
+    assert.ok(await isOn('Requests'));
+});
+
+test('10,000 requests are kept, of which those in sight are drawn', async () => {
+    const count = 10_100;
+    const worker = async (from) => {
+        for (let at = from; at < count; at += 8) await server.ask('GET', `${first}/Brightness`);
+    };
+    await Promise.all([0, 1, 2, 3, 4, 5, 6, 7].map(worker));
+    await page.getByText('10,000 lines').waitFor();
+    assert.ok((await lines().count()) < 100);
+    await lines().last().click();
+    await page.keyboard.press('Home');
+    await page.keyboard.press('ArrowDown');
+    assert.equal(
+        (await lines().locator('[aria-selected=true]').count()) +
+            ((await page.locator('[role=option][aria-selected=true]').getAttribute('aria-posinset')) === '2' ? 0 : 1),
+        0,
+    );
+});
+
+test('with libraries that are not simulated, the lab says so and hides what cannot be done', async () => {
+    await page.route('**/lab/api/state', (route) =>
+        route.fulfill({ json: { simulated: false, plugin: 'C:\\host\\libpell.dll' } }),
+    );
+    await page.reload();
+    await page.getByText('nothing can be simulated here').waitFor();
+    await card('TB240').waitFor();
+    for (const name of ['Unplug', 'Reset', 'Let it fail'])
+        assert.equal(await page.getByRole('button', { name }).count(), 0);
+    await choose('Brightness');
+    await send('?range');
+    await answered('?range', '{"max":100,"min":0}');
+});
+
+test('a server that ends and comes back is noticed', async () => {
+    const own = await serve('native');
+    const lab = await open(browser, `${own.address}/lab/`);
+    await lab.getByText('connected', { exact: true }).first().waitFor();
+    await own.ask('GET', 'Monitors');
+    await lines(lab).first().waitFor();
+    own.close();
+    await lab.getByText('The server does not answer').waitFor();
+    const again = await serve('native', '--port', new URL(own.address).port);
+    await lab.getByText('The server does not answer').waitFor({ state: 'hidden' });
+    await again.ask('GET', `${first}/Hue`);
+    await lines(lab).filter({ hasText: 'Hue' }).waitFor();
+    await lab.context().close();
+    again.close();
+});
+
+// The looks, for a person to judge, and what axe says of them.
+const looks = {
+    wide: {},
+    dark: { colorScheme: 'dark' },
+    narrow: { viewport: { width: 400, height: 800 } },
+    'narrow-dark': { viewport: { width: 400, height: 800 }, colorScheme: 'dark' },
+};
+for (const [name, options] of Object.entries(looks))
+    test(`${name}: nothing is cut off, and axe finds nothing serious`, async () => {
+        const lab = await openLab(options);
+        const isNarrow = name.startsWith('narrow');
+        const show = (part) => isNarrow && lab.getByRole('navigation').getByRole('button', { name: part }).click();
+        const check = async (part) => {
+            assert.deepEqual(await seriousFindings(lab), []);
+            const width = await lab.evaluate(() => document.documentElement.scrollWidth);
+            assert.ok(width <= lab.viewportSize().width, `${width} pixels wide`);
+            await lab.screenshot({ path: `${screenshots}/lab-${name}${isNarrow ? `-${part}` : ''}.png` });
+        };
+        await server.ask('GET', `Monitors/TB240/10000002/FineContrast?supports`);
+        await choose('Brightness', lab);
+        await send('?range', lab);
+        await answered('?range', '{"max":100,"min":0}', lab);
+        await row('?range', lab).getByRole('button', { name: 'Copy as' }).click();
+        await server.ask('PUT', `${first}/Brightness`, '400');
+        await server.simulate({ simulate: 'unplug', product: 'TB240', serial: '10000001' });
+        await check('resources');
+        await show('Timeline');
+        await lines(lab).filter({ hasText: 'GET Brightness' }).last().click();
+        await exchange(lab).getByText('DmCtrlGetRangeBrightnessForStep').waitFor();
+        await check('timeline');
+        await show('Monitors');
+        await card('TB240 10000001', lab).getByText('unplugged').waitFor();
+        await check('monitors');
+        assert.deepEqual(lab.problems, []);
+        await lab.context().close();
+    });
+
+test('the links to the reference lead somewhere', () => {
+    const pages = Object.fromEntries(
+        fs
+            .readdirSync('build/lab/reference')
+            .map((name) => [name, fs.readFileSync(`build/lab/reference/${name}`, 'utf8')]),
+    );
+    const missing = Object.entries(catalogue.resources)
+        .map(([name, { family }]) => [`${family}.html`, name.toLowerCase()])
+        .concat(
+            Object.entries(pages).flatMap(([from, text]) =>
+                [...text.matchAll(/href="([\w-]*\.html)?(?:#([^"]*))?"/g)].map(([, to = from, anchor]) => [to, anchor]),
+            ),
+        )
+        .filter(([to, anchor]) => !pages[to] || (anchor && !pages[to].includes(`id="${anchor}"`)));
+    assert.deepEqual(missing, []);
+});
+
+test('the lab is below 100 KB compressed', () => {
+    const size = ['index.html', 'lab.css', 'lab.js']
+        .map((name) => zlib.gzipSync(fs.readFileSync(`build/lab/${name}`), { level: 9 }).length)
+        .reduce((sum, bytes) => sum + bytes);
+    assert.ok(size < 100_000, `${size} bytes`);
+});
