@@ -53,10 +53,6 @@ Store::Cursor Store::openSpare() {
     for (auto& spare : spares)
         if (spare.load(std::memory_order_relaxed))
             if (void* const memory = spare.exchange(nullptr, std::memory_order_acquire)) return open(memory);
-
-    static const struct Cleanup {
-        ~Cleanup() { freeSpares(); }
-    } cleanup;
     return open(::operator new (kRegionSize, std::align_val_t{kRegionSize}));
 }
 

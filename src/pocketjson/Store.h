@@ -118,6 +118,10 @@ class Store {
         release(Region::of(memory), unitsFor(size));
     }
 
+    /// Returns what is empty to the system: for whoever unloads the code, as the last thing that it does. Without that,
+    /// memory stays taken. A region in which an object is left stays.
+    static void freeSpares() noexcept;
+
  private:
     // Whoever releases the last units of a region makes it a spare one.
     static void release(Region* region, std::uint32_t units) noexcept {
@@ -126,7 +130,6 @@ class Store {
     static Cursor openSpare();
     static void close(Cursor cursor) noexcept;
     static void keepSpare(Region* region) noexcept;
-    static void freeSpares() noexcept;
 
     static std::atomic<Cursor> shared_;  // where everybody but batches allocates
     static_assert(std::atomic<Cursor>::is_always_lock_free);
