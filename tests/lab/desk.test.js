@@ -27,7 +27,9 @@ const brightness = async (address = 'TQ271-P/10000001') =>
     (await server.ask('GET', `Monitors/${address}/Brightness`)).value;
 const neighbour = 'TB240 10000002';
 
-/** For each scenario its speed and what a person does and sees; beside the bad monitor, the other one works. */
+const hurry = () => server.simulate({ simulate: 'speed', factor: 20 });
+
+/** For each scenario its speed at first, slow enough to see what passes, and what a person does and sees; beside the bad monitor, the other one works. */
 const scenarios = {
     twins: [
         1,
@@ -47,9 +49,10 @@ const scenarios = {
         first,
     ],
     'slow-waker': [
-        20,
+        1,
         async (page) => {
             await says(page, 'Asking the monitor…');
+            await hurry();
             await isReady(page, neighbour);
             await isReady(page);
             const { length } = await puts();
@@ -93,13 +96,14 @@ const scenarios = {
         },
     ],
     'update-fails': [
-        5,
+        0.2,
         async (page) => {
             await isReady(page);
             await update(page);
             await card(page)
                 .getByText(/block \d+ of 64/)
                 .waitFor();
+            await hurry();
             await says(page, 'It runs 2.0.1.5.3 as before. Check its cable and try again.');
             await isReady(page);
         },
@@ -123,7 +127,7 @@ const scenarios = {
         },
     ],
     'eight-monitors': [
-        1,
+        0.2,
         async (page) => {
             const all = [1, 2, 3, 4].map((at) => `TQ271-P 1000000${at}`);
             for (const name of all) await isReady(page, name);
@@ -135,7 +139,7 @@ const scenarios = {
             await page.screenshot({ path: `${screenshots}/desk-update.png` });
             await card(page, all[3]).getByRole('button', { name: 'Cancel' }).click();
             await says(page, 'The update was cancelled before it began.', all[3]);
-            await server.simulate({ simulate: 'speed', factor: 20 });
+            await hurry();
             const isUpdated = () => page.getByText('Updated from 2.0.1.5.3 to 2.1.0.3.7.').count();
             await pass(page, async () => (await isUpdated()) === 3);
             await update(page, 'TB240 20000001');

@@ -207,13 +207,14 @@ test('a recording is saved and opened again', async () => {
 });
 
 test('a firmware transfer of another page is a bar with blocks', async () => {
-    await server.choose('eight-monitors', 2);
+    await server.choose('eight-monitors', 0.2);
     const { value } = await server.ask('POST', 'FileSystem/DfwFile', JSON.stringify({ path: firmwarePackage() }));
     const transfer = server.ask('POST', `${first}/FirmwareUpdate/Transfer`, JSON.stringify({ dfwFile: value.id }));
     const bar = page.locator('lab-transfers');
     await bar.getByText(/block \d+ of 64/).waitFor();
     await bar.getByText(/left|almost done/).waitFor();
     await page.screenshot({ path: `${screenshots}/lab-transfer.png` });
+    await server.simulate({ simulate: 'speed', factor: 20 });
     assert.deepEqual(await transfer, { error: null, value: null });
     await bar.getByText('transferred').waitFor();
     await bar.getByText('block 64 of 64').waitFor();
@@ -324,6 +325,10 @@ for (const [name, options] of Object.entries(looks))
         await lines(lab).filter({ hasText: 'GET Brightness' }).last().click();
         await exchange(lab).getByText('DmCtrlGetRangeBrightnessForStep').waitFor();
         await check('timeline');
+        if (name === 'wide') {
+            await lab.setViewportSize({ width: 1280, height: 640 });
+            await lab.screenshot({ path: `${screenshots}/readme.png` });
+        }
         await show('Monitors');
         await card('TB240 10000001', lab).getByText('unplugged').waitFor();
         await check('monitors');

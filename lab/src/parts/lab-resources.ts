@@ -28,7 +28,7 @@ export class LabResources extends LitElement {
                 <input
                     type="search"
                     aria-label="Search resources"
-                    placeholder="Search ${count} resources"
+                    placeholder="Search all ${count}"
                     @input=${(event: Event) => (this.search = (event.target as HTMLInputElement).value)}
                 />
                 <button

@@ -99,7 +99,7 @@ export class LabTimeline extends LitElement {
                     type="search"
                     aria-label="Filter by resource"
                     placeholder="Resource"
-                    size="14"
+                    size="11"
                     @input=${(event: Event) => set({ text: (event.target as HTMLInputElement).value })}
                 />
                 <select
@@ -181,7 +181,9 @@ export class LabTimeline extends LitElement {
                           <span class="soft">${monitorOf(entry)} ${givenText(entry)}</span></span
                       >`
             }
-            <span class=${hasFailed ? 'bad' : 'good'}>${simulate ? '' : (status ?? '…')}${hasFailed ? ' ✗' : ''}</span>
+            <span class=${status === undefined ? 'soft' : hasFailed ? 'bad' : 'good'}
+                >${simulate ? '' : (status ?? 'runs…')}${hasFailed ? ' ✗' : ''}</span
+            >
             <span class="time duration">${milliseconds === undefined ? '' : durationText(milliseconds)}</span>
         </div>`;
     }
@@ -280,6 +282,9 @@ export class LabTimeline extends LitElement {
             }
             .lines > div {
                 overflow: hidden;
+            }
+            select {
+                max-width: 8.5rem;
             }
             .empty {
                 padding-bottom: 12px;
