@@ -76,19 +76,20 @@ class ReferenceParser {
         });
     }
 
-    /// What is between brackets; the text may end after the opening one and after a comma.
+    /// What is between brackets; the text may end right after the opening one and right after a comma.
     template <class ReadItem>
     bool readItems(char close, const ReadItem& readItem) {
         const std::string_view closing(&close, 1);
+        if (atEnd()) return true;
         skipSpace();
-        if (atEnd() || take(closing)) return true;
+        if (take(closing)) return true;
         while (true) {
             if (!readItem()) return false;
             skipSpace();
             if (take(closing)) return true;
             if (!take(",")) return false;
-            skipSpace();
             if (atEnd()) return true;
+            skipSpace();
             if (options_.allowTrailingComma && take(closing)) return true;
         }
     }
