@@ -373,6 +373,23 @@ extern "C" std::size_t LLVMFuzzerCustomMutator(std::uint8_t* data, std::size_t s
     return size;
 }
 
+/// The requests of one input after those of another, among the companions of either.
+extern "C" std::size_t LLVMFuzzerCustomCrossOver(const std::uint8_t* data, std::size_t size, const std::uint8_t* other,
+                                                 std::size_t otherSize, std::uint8_t* output, std::size_t maximum,
+                                                 unsigned seed) {
+    const std::string_view first(reinterpret_cast<const char*>(data), size);
+    const std::string_view second(reinterpret_cast<const char*>(other), otherSize);
+    const auto endOfLine = [](std::string_view text) { return std::min(text.find('\n'), text.size()); };
+    std::string text((seed % 2 ? first : second).substr(0, endOfLine(seed % 2 ? first : second)));
+    for (const auto input : {first, second}) {
+        text += input.substr(endOfLine(input));
+        if (text.ends_with('\n')) text.pop_back();
+    }
+    size = std::min(text.size(), maximum);
+    std::copy_n(text.begin(), size, output);
+    return size;
+}
+
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     Fuzzer::instance().run({reinterpret_cast<const char*>(data), size});
     return 0;

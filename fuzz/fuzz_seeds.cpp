@@ -103,6 +103,11 @@ void addResource(Seeds& seeds, const std::string& name, const json& resource) {
         all += line;
     }
     seeds.add("exports", "\n" + all);
+    if (resource.at("of") != "file") return;
+    std::string life;
+    for (const std::string request : {"POST {\"path\":\"$package\"}", "GET /$id", "DELETE /$id"})
+        life += lineOf(parseRequest(request, name));
+    seeds.add("exports", "\n" + life);
 }
 
 }  // namespace
