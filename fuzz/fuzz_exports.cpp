@@ -88,7 +88,15 @@ constexpr std::array<std::uint32_t, 8> counts{0, 1, 2, 17, 256, 1025, 5000, 6553
 /// the kinds, the result, the count (of five bits) with the number of bytes to write (of three), and these bytes.
 struct Departure {
     static constexpr std::size_t size = 12;
-    enum Kind : std::uint8_t { Throws = 1, Returns = 2, Writes = 4, Unplugs = 8, FromNowOn = 16, Counts = 32 };
+    enum Kind : std::uint8_t {
+        Throws = 1,
+        Returns = 2,
+        Writes = 4,
+        Unplugs = 8,
+        FromNowOn = 16,  ///< that function, at every further call
+        Counts = 32,
+        Everywhere = 64  ///< every function
+    };
 
     explicit Departure(std::string_view record) : skipped(byte(record, 0)), kind(byte(record, 1)) {
         const auto bytes = record.substr(4, 1 + byte(record, 3) % 8);
@@ -115,19 +123,24 @@ class Interferer {
     simulator::Interference operator()(std::string_view function) {
         if (isHostFunction(function)) return {};
         for (const auto& [name, interference] : lasting_)
-            if (name == function) return interference;
+            if (name.empty() || name == function) return of(function, interference);
         if (records_.size() < Departure::size) return {};
         Departure next(records_.substr(0, Departure::size));
         if (skipped_++ < next.skipped) return {};
         records_.remove_prefix(Departure::size);
         skipped_ = 0;
-        const bool fails = next.interference.throws || (next.interference.result.value_or(0) & 0x80000000U) != 0;
-        next.interference.works = givesBack(function) || !fails;
-        if (next.kind & Departure::FromNowOn) lasting_.emplace_back(function, next.interference);
-        return next.interference;
+        if (next.kind & (Departure::FromNowOn | Departure::Everywhere))
+            lasting_.emplace_back(next.kind & Departure::Everywhere ? "" : function, next.interference);
+        return of(function, std::move(next.interference));
     }
 
  private:
+    static simulator::Interference of(std::string_view function, simulator::Interference interference) {
+        const bool fails = interference.throws || (interference.result.value_or(0) & 0x80000000U) != 0;
+        interference.works = givesBack(function) || !fails;
+        return interference;
+    }
+
     std::string_view records_;
     std::size_t skipped_ = 0;
     std::vector<std::pair<std::string, simulator::Interference>> lasting_;
@@ -332,7 +345,7 @@ std::string randomDeparture(std::minstd_rand& random) {
     std::string record;
     for (std::size_t i = 0; i < Departure::size; ++i) record += static_cast<char>(random() >> 8);
     record[0] = static_cast<char>(random() % 16);
-    record[1] = static_cast<char>(random() % 64);
+    record[1] = static_cast<char>(random() % 128);
     std::replace(record.begin(), record.end(), '\n', '\0');
     return record;
 }
