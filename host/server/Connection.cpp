@@ -37,7 +37,8 @@ HttpRequest headOf(const http::request_header<>& head) {
             .fetchSite = text(head, "Sec-Fetch-Site"),
             .requestedMethod = text(head, "Access-Control-Request-Method"),
             .requestedPrivateNetwork = text(head, "Access-Control-Request-Private-Network"),
-            .lastEventId = text(head, "Last-Event-ID")};
+            .lastEventId = text(head, "Last-Event-ID"),
+            .referer = text(head, "Referer")};
 }
 
 std::size_t fieldCount(const http::fields& fields) {

@@ -25,6 +25,7 @@ struct HttpRequest {
     std::string requestedMethod;          ///< of a preflight
     std::string requestedPrivateNetwork;  ///< of a preflight
     std::string lastEventId;
+    std::string referer;
 
     std::string_view path() const { return std::string_view(target).substr(0, target.find('?')); }
     std::string_view query() const {
