@@ -113,8 +113,8 @@ class Card {
             try {
                 await this.transfer(file);
             } catch (error) {
-                if (error.isDisconnected) throw error;
-                return this.say(`The transfer failed (${error.message}) It runs ${before} as before: try again.`, true);
+                const reason = `The transfer failed: ${error.message}`;
+                return this.say(`${reason} It runs ${before} as before. Check its cable and try again.`, true);
             }
             await monitor.post('FirmwareUpdateTrigger');
             this.say('It updates itself now. Leave it switched on.');

@@ -72,7 +72,12 @@ const scenarios = {
         1,
         async (page) => {
             await isReady(page);
-            for (let step = 51; await card(page).locator('fieldset:enabled').count(); ++step) await move(page, step);
+            // It is gone when it has been called often enough, maybe while the slider is about to be moved.
+            for (let step = 51; await card(page).locator('fieldset:enabled').count(); ++step)
+                await card(page)
+                    .getByLabel('Brightness')
+                    .fill(String(step), { timeout: 1000 })
+                    .catch(() => {});
             await says(page, 'check its cable and power');
             await server.simulate({ simulate: 'reset' });
             await look(page);
@@ -95,7 +100,7 @@ const scenarios = {
             await card(page)
                 .getByText(/block \d+ of 64/)
                 .waitFor();
-            await says(page, 'It runs 2.0.1.5.3 as before: try again.');
+            await says(page, 'It runs 2.0.1.5.3 as before. Check its cable and try again.');
             await isReady(page);
         },
     ],
@@ -167,10 +172,7 @@ test('there is a way through every scenario', () => {
 for (const [scenario, [speed, walk, healthy = neighbour]] of Object.entries(scenarios))
     test(`the example page in ${scenario}`, { timeout: 60_000 }, async () => {
         await server.choose(scenario, speed);
-        const page = await open(browser, 'about:blank');
-        await page.clock.install();
-        await page.goto(server.address);
-        page.problems.length = 0;
+        const page = await open(browser, server.address, { hasOwnTime: true });
         await page.getByLabel('Firmware package').fill(firmware);
         await walk(page);
         await page.screenshot({ path: `${screenshots}/desk-${scenario}.png` });

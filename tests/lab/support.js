@@ -1,6 +1,7 @@
 // A browser, and servers for it: `pellhost serve`, natively and under Wine.
 import { execFileSync, spawn } from 'node:child_process';
 import fs from 'node:fs';
+import net from 'node:net';
 import path from 'node:path';
 import readline from 'node:readline';
 import { chromium } from 'playwright-core';
@@ -21,9 +22,13 @@ export function pathFor(build, file) {
 /** Starts `pellhost serve` with these arguments, and resolves with its address when it is ready. */
 export async function serve(build, ...args) {
     const [program, ...before] = programs[build];
-    const server = spawn(program, [...before, '--json', 'serve', '--port', '0', ...args], {
-        stdio: ['ignore', 'pipe', 'inherit'],
-    });
+    const server = spawn(
+        program,
+        [...before, '--json', 'serve', ...(args.includes('--port') ? [] : ['--port', '0']), ...args],
+        {
+            stdio: ['ignore', 'pipe', 'inherit'],
+        },
+    );
     const lines = readline.createInterface(server.stdout);
     const address = await new Promise((resolve, reject) => {
         lines.once('line', (line) => resolve(JSON.parse(line).address));
@@ -57,6 +62,23 @@ class Server {
         return fetch(`${this.address}/pell/${address}`, { method, body }).then((response) => response.json());
     }
 
+    /** Asks the same so many times over one connection, as fast as it answers. */
+    askOften(address, count) {
+        const { hostname, port, host } = new URL(this.address);
+        return new Promise((resolve, reject) => {
+            const socket = net.connect(Number(port), hostname);
+            let answered = 0;
+            socket.setEncoding('utf8').on('error', reject);
+            readline.createInterface(socket).on('line', (line) => {
+                if (!line.includes('HTTP/1.1 200')) return;
+                if (++answered === count) resolve(socket.destroy());
+                else if (answered % 100 === 0) ask(Math.min(100, count - answered));
+            });
+            const ask = (some) => socket.write(`GET /pell/${address} HTTP/1.1\r\nHost: ${host}\r\n\r\n`.repeat(some));
+            ask(100);
+        });
+    }
+
     close() {
         this.process.kill('SIGTERM');
     }
@@ -67,8 +89,11 @@ export function openBrowser() {
     return chromium.launch({ executablePath: '/usr/bin/chromium', args });
 }
 
-/** A page at an address. Whatever goes wrong within it, or leads outside, is in `page.problems`. */
-export async function open(browser, address, options = {}) {
+/**
+ * A page at an address. Whatever goes wrong within it, or leads outside, is in `page.problems`. With `hasOwnTime`, the
+ * test lets its time pass faster.
+ */
+export async function open(browser, address, { hasOwnTime, ...options } = {}) {
     const context = await browser.newContext({ viewport: { width: 1280, height: 800 }, ...options });
     const page = await context.newPage();
     page.setDefaultTimeout(30_000);
@@ -78,6 +103,7 @@ export async function open(browser, address, options = {}) {
         if (!request.url().startsWith(new URL(address).origin) && !/^(data|blob):/.test(request.url()))
             page.problems.push(`asks ${request.url()}`);
     });
+    if (hasOwnTime) await page.clock.install();
     await page.goto(address);
     return page;
 }

@@ -28,7 +28,7 @@ test('a monitor is asked and unplugged in the lab', async () => {
     await page.locator('lab-monitor').first().getByText('unplugged').waitFor();
     await row.getByRole('button').first().click();
     await row.getByText(/Monitor is not found/).waitFor();
-    await page.getByRole('button', { name: 'Reset' }).click();
+    await page.locator('lab-header').getByRole('button', { name: 'Reset' }).click();
     await page.locator('lab-monitor').first().getByText('connected').waitFor();
     assert.deepEqual(page.problems, []);
     await page.context().close();

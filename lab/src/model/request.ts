@@ -26,7 +26,9 @@ export function urlOf({ resource, address, query }: Request): string {
     const path = resourceNamed(resource)!
         .path.replace('/{id}', address.id ? '/{id}' : '')
         .replace(/\{(\w+)\}/g, (_, name: keyof Address) => encodeURIComponent(address[name] ?? ''));
-    return `/pell/${path}${query && `?${query.startsWith('{') ? encodeURIComponent(query) : query}`}`;
+    // The brace tells that this is a whole object.
+    const search = query.startsWith('{') ? `{${encodeURIComponent(query.slice(1))}` : query;
+    return `/pell/${path}${search && `?${search}`}`;
 }
 
 export async function send(request: Request): Promise<Answer> {

@@ -27,6 +27,7 @@ export interface Entry {
     log?: { name: string; level: number; line: string }[];
     events?: { name: string; text: string }[];
     responses?: { promise: number; status: number; text: string }[];
+    /** What was done to the simulated monitors; then nothing but the number and the time stand beside it. */
     simulate?: Instruction;
 }
 
@@ -46,6 +47,13 @@ export function monitorOf({ product, serial }: { product?: string; serial?: stri
     return product === undefined ? '' : `${product}/${serial ?? ''}`;
 }
 
+/** In a recording, the members of an instruction stand beside the number and the time. */
+function entryOf(line: Record<string, unknown>): Entry {
+    if (typeof line.simulate !== 'string') return line as unknown as Entry;
+    const { id, time, ...simulate } = line;
+    return { id: id as number, time: time as number, simulate: simulate as Instruction };
+}
+
 class Timeline extends Store {
     entries: Entry[] = [];
     /** The name of the recording that is shown instead of what happens. */
@@ -55,6 +63,8 @@ class Timeline extends Store {
     /** Whether the server no longer had all that happened. */
     hasLost = false;
     isConnected = false;
+    /** The functions that were to fail, since the last reset. */
+    faults: Instruction[] = [];
     private live: Entry[] = [];
     private byId = new Map<number, Entry>();
     private source?: EventSource;
@@ -64,6 +74,7 @@ class Timeline extends Store {
     start(): void {
         this.source?.close();
         this.live = [];
+        this.faults = [];
         this.byId.clear();
         const source = (this.source = new EventSource('/lab/api/exchanges?since=0'));
         source.onopen = () => {
@@ -76,7 +87,7 @@ class Timeline extends Store {
             void world.refresh();
             this.draw();
         };
-        const receive = (event: MessageEvent<string>) => this.add(JSON.parse(event.data) as Entry);
+        const receive = (event: MessageEvent<string>) => this.add(entryOf(JSON.parse(event.data)));
         for (const name of ['opened', 'exchange', 'simulation']) source.addEventListener(name, receive);
         source.addEventListener('lost', () => {
             // After a restart of the server its numbers begin anew, so what is shown does, too.
@@ -97,6 +108,7 @@ class Timeline extends Store {
     }
 
     private add(entry: Entry): void {
+        if (entry.simulate) this.remember(entry.simulate);
         const known = this.byId.get(entry.id);
         if (known) Object.assign(known, entry);
         else {
@@ -109,6 +121,11 @@ class Timeline extends Store {
         if (entry.simulate || (entry.status !== undefined && entry.method !== 'GET')) void world.refresh();
         if (entry.status !== undefined) for (const listener of this.listeners) listener(entry);
         this.draw();
+    }
+
+    private remember(instruction: Instruction): void {
+        if (instruction.simulate === 'reset' || instruction.simulate === 'scenario') this.faults = [];
+        if (instruction.simulate === 'return') this.faults = [...this.faults, instruction];
     }
 
     /** At most once a frame, however many requests there are. */
@@ -127,12 +144,15 @@ class Timeline extends Store {
         const lines = text
             .split('\n')
             .filter((line) => line.trim())
-            .map((line) => parse(line) as (Entry & { format?: string }) | undefined);
+            .map((line) => parse(line) as Record<string, unknown> | undefined);
         const isRecording = lines[0]?.format === 'pell-recording';
         this.problem = isRecording ? '' : `${name} is no recording.`;
         if (isRecording) {
             this.recording = name;
-            this.entries = lines.slice(1).filter((line) => line !== undefined);
+            this.entries = lines
+                .slice(1)
+                .filter((line) => line !== undefined)
+                .map(entryOf);
         }
         this.changed();
     }

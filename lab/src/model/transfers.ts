@@ -35,10 +35,9 @@ class Transfers extends Store {
     private add(step: Step): void {
         const monitor = monitorOf(step);
         const known = this.running.get(monitor);
-        const isNew = !known || known.outcome || step.transferredBlock < known.step.transferredBlock;
-        if (isNew)
-            this.running.set(monitor, { monitor, step, since: performance.now(), sinceBlock: step.transferredBlock });
-        else known.step = step;
+        // The last step may come after the answer. Another transfer begins with the first block again.
+        if (known && step.transferredBlock > known.step.transferredBlock) known.step = step;
+        else this.running.set(monitor, { monitor, step, since: performance.now(), sinceBlock: step.transferredBlock });
         this.changed();
     }
 

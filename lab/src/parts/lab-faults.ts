@@ -2,7 +2,7 @@ import functions from 'functions.json';
 import { LitElement, css, html, nothing } from 'lit';
 import { customElement } from 'lit/decorators.js';
 import { failures, hex, resultText } from '../model/catalogue.js';
-import { monitorOf, timeline, type Entry } from '../model/timeline.js';
+import { monitorOf, timeline } from '../model/timeline.js';
 import { world } from '../model/world.js';
 import { shared } from './style.js';
 
@@ -13,7 +13,7 @@ export class LabFaults extends LitElement {
     private world = world.observedBy(this);
 
     render() {
-        const faults = this.faults();
+        const { faults } = this.timeline;
         return html`
             <form @submit=${this.submit}>
                 <h3>Let a function fail</h3>
@@ -55,18 +55,11 @@ export class LabFaults extends LitElement {
                 faults.length
                     ? html`<h3>Asked for since the reset</h3>
                           <ul class="small">
-                              ${faults.map(({ simulate }) => html`<li>${describe(simulate!)}</li>`)}
+                              ${faults.map((fault) => html`<li>${describe(fault)}</li>`)}
                           </ul>`
                     : nothing
             }
         `;
-    }
-
-    private faults(): Entry[] {
-        if (this.timeline.recording) return [];
-        const { entries } = this.timeline;
-        const begin = entries.findLastIndex(({ simulate }) => ['reset', 'scenario'].includes(simulate?.simulate ?? ''));
-        return entries.slice(begin + 1).filter(({ simulate }) => simulate?.simulate === 'return');
     }
 
     private async submit(event: SubmitEvent): Promise<void> {

@@ -59,14 +59,10 @@ export class LabTimeline extends LitElement {
                     <div class="line push">
                         <button ?hidden=${!!recording} @click=${() => timeline.clear()}>Clear</button>
                         <a class="button" href="api/recording" download="recording.jsonl">Save recording</a>
-                        <label class="button" tabindex="0" role="button" @keydown=${press}
-                            >Open recording<input
-                                type="file"
-                                accept=".jsonl"
-                                tabindex="-1"
-                                class="hidden"
-                                @change=${this.load}
-                        /></label>
+                        <button @click=${() => this.renderRoot.querySelector<HTMLInputElement>('[type=file]')!.click()}>
+                            Open recording
+                        </button>
+                        <input type="file" accept=".jsonl" hidden aria-label="Recording" @change=${this.load} />
                     </div>
                 </div>
                 ${this.filters()} ${problem ? html`<p class="notice bad" role="alert">${problem}</p>` : nothing}
@@ -327,13 +323,6 @@ export class LabTimeline extends LitElement {
             }
         `,
     ];
-}
-
-/** A label that opens a file, by the keyboard. */
-function press(event: KeyboardEvent): void {
-    if (event.key !== 'Enter' && event.key !== ' ') return;
-    event.preventDefault();
-    (event.currentTarget as HTMLElement).click();
 }
 
 function simulateText({ simulate: _, ...rest }: Record<string, unknown>): string {
