@@ -1,10 +1,16 @@
-# What every part of the build uses: warnings, sanitizers, the two folders that can be run, export lists, and the
-# header-only libraries of the host and the tests.
+# What every part of the build uses: warnings, sanitizers, coverage, the two folders that can be run, export lists, and
+# the header-only libraries of the host and the tests.
 
 if(PELL_SANITIZE)
     add_compile_options(-fsanitize=${PELL_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
     # src/ is compiled with UBSan as well (see there), so everything is linked with it.
     add_link_options(-fsanitize=${PELL_SANITIZE},undefined)
+endif()
+# What counts the lines and branches of src/. Whatever has its inline functions needs it.
+set(PELL_COUNTED "")
+if(PELL_COVERAGE)
+    set(PELL_COUNTED --coverage -fprofile-update=atomic -O0)
+    add_link_options(--coverage)
 endif()
 if(CMAKE_BUILD_TYPE STREQUAL "Debug")
     add_compile_options(-O1)

@@ -15,6 +15,7 @@ namespace simulator {
 namespace {
 
 GateObserver observer;
+std::function<Interference(std::string_view function)> interferer;
 
 void writeOutputs(std::initializer_list<Output> outputs, const Json& values) {
     if (values.size() > outputs.size()) throw std::invalid_argument("more outputs than the function has");
@@ -59,6 +60,10 @@ void setGateObserver(GateObserver newObserver) {
     observer = newObserver;
 }
 
+void setInterferer(std::function<Interference(std::string_view function)> newInterferer) {
+    interferer = std::move(newInterferer);
+}
+
 ObservedScope::ObservedScope() {
     if (observer.enter) observer.enter();
 }
@@ -99,18 +104,26 @@ Result Call::pass(const Needs& needs, const Work& work, std::initializer_list<Ou
     const auto script = state.scripts.take(function_, serial_, product_);
     if (script && script->throws) throw std::runtime_error(std::string(function_) + " throws by script");
 
+    const auto interference = script || !interferer ? Interference{} : interferer(function_);
+    if (interference.unplugs) state.world.unplug(serial_, product_);
     try {
         Answer answer;
-        if (!script || !script->replacesWork()) answer = perform(needs, work, state.world);
+        if (interference.works && (!script || !script->replacesWork())) answer = perform(needs, work, state.world);
         if (script && !script->lie) answer.result = script->result;
         if (script && script->outputs) answer.outputs = script->outputs;
+        if (interference.result) answer.result = {*interference.result};
         if (answer.outputs) writeOutputs(outputs, *answer.outputs);
         if (script && script->lie && !answer.result.failed())
             for (const auto& output : outputs) output.distort(*script->lie);
-        return entry.end(answer.result);
+        for (const Output& output : outputs) {
+            if (!interference.bytes.empty()) output.overwrite(interference.bytes);
+            if (interference.count) output.overwriteCount(*interference.count);
+        }
+        if (!interference.throws) return entry.end(answer.result);
     } catch (const std::exception& error) {
         return entry.end({result::failed}, error.what());
     }
+    throw std::runtime_error(std::string(function_) + " throws");
 }
 
 Answer Call::perform(const Needs& needs, const Work& work, World& world) const {

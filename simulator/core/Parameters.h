@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <span>
 #include <string>
 #include <type_traits>
 
@@ -13,6 +14,7 @@ namespace simulator {
 /// How values of a C type are written as JSON and read from it (see Values.h).
 struct Type {
     std::size_t size;
+    bool isPlain;  ///< any bytes make a value
     Json (*toJson)(const void* value);
     bool (*fromJson)(const Json& json, void* value);  ///< false: the JSON does not suit; a null value only tests that
 };
@@ -107,6 +109,14 @@ class Output {
 
     /// Makes every number, text, count and size here the lie, a number or a text, where it suits; the rest stays true.
     void distort(const Json& lie) const;
+
+    /// Writes these bytes, over and over, to all the memory that the caller offers. Handles and counts are left alone.
+    void overwrite(std::span<const std::uint8_t> bytes) const;
+
+    /// Of a text or a list in two steps: its size or count, true or not.
+    void overwriteCount(std::uint32_t count) const {
+        if (count_) *count_ = count;
+    }
 
  private:
     enum class Kind { value, text, sizedText, list, countedList, handle };

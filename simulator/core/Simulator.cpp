@@ -84,6 +84,15 @@ Script readLie(const Json& instruction) {
     return script;
 }
 
+Json addressesOf(bool (*condition)(const Monitor& monitor)) {
+    auto& state = State::instance();
+    const std::lock_guard lock(state.mutex);
+    auto addresses = Json::array();
+    for (const auto monitor : state.world.enumerate())
+        if (condition(*monitor)) addresses.push_back(monitor->address());
+    return addresses;
+}
+
 }  // namespace
 
 State::State() : initial(World::builtInScenario()), world(initial) {
@@ -241,12 +250,11 @@ Json takeHandleFaults() {
 }
 
 Json lockedMonitors() {
-    auto& state = State::instance();
-    const std::lock_guard lock(state.mutex);
-    auto addresses = Json::array();
-    for (const auto monitor : state.world.enumerate())
-        if (monitor->locked) addresses.push_back(monitor->address());
-    return addresses;
+    return addressesOf([](const Monitor& monitor) { return monitor.locked; });
+}
+
+Json monitorsInCriticalSection() {
+    return addressesOf([](const Monitor& monitor) { return monitor.inCriticalSection; });
 }
 
 }  // namespace simulator

@@ -3,8 +3,11 @@
 // All functions may be called from any thread.
 #pragma once
 
+#include <cstdint>
 #include <functional>
 #include <nlohmann/json.hpp>
+#include <optional>
+#include <string_view>
 #include <vector>
 
 #include "simulator/core/Json.h"
@@ -88,6 +91,9 @@ Json takeHandleFaults();
 /// A list of the monitors that DmCtrlLockMonitor keeps locked, as "PRODUCT/SERIAL".
 Json lockedMonitors();
 
+/// A list of the monitors that DmCtrlEnterCriticalSection keeps in their critical sections, likewise.
+Json monitorsInCriticalSection();
+
 /// Called on entry to and on exit from every simulated function, on its thread, so that a test can distinguish the
 /// plug-in's own work from the simulator's; `call` in between, before the function does anything, and a test may let it
 /// wait there. To be set while no request runs; null: no observer.
@@ -97,5 +103,19 @@ struct GateObserver {
     void (*call)(const char* function) = nullptr;
 };
 void setGateObserver(GateObserver observer);
+
+/// How a call departs from the function's normal work.
+struct Interference {
+    bool unplugs = false;  ///< the monitor that the call is about is unplugged before
+    bool works = true;     ///< the normal work is done
+    bool throws = false;   ///< a std::runtime_error is thrown in the end
+    std::optional<std::uint32_t> result{};
+    std::vector<std::uint8_t> bytes{};     ///< written in the end, over and over, to all memory for outputs but handles
+    std::optional<std::uint32_t> count{};  ///< what texts and lists in two steps say of their size in the end
+};
+
+/// Asked about each call that no script is about; null: nobody. To be set while no request runs. It runs within the
+/// simulator, and must not call it.
+void setInterferer(std::function<Interference(std::string_view function)> interferer);
 
 }  // namespace simulator

@@ -16,6 +16,7 @@ template <class T>
 const Type& typeOf() {
     static constexpr Type type = {
         sizeof(T),
+        std::is_trivially_copyable_v<T>,
         [](const void* value) { return toJson(*static_cast<const T*>(value)); },
         [](const Json& json, void* value) {
             T ignored{};
@@ -135,6 +136,17 @@ void Output::distortItem(void* item, const Json& lie) const {
     };
     distortPart(all);
     type_->fromJson(all, item);
+}
+
+void Output::overwrite(std::span<const std::uint8_t> bytes) const {
+    if (kind_ == Kind::handle || !value_) return;
+    if (kind_ == Kind::value && !type_->isPlain) {
+        static_cast<std::string*>(value_)->assign(bytes.begin(), bytes.end());
+        return;
+    }
+    const auto capacity = kind_ == Kind::value ? 1 : kind_ == Kind::sizedText && count_ ? *count_ : capacity_;
+    const auto size = capacity * (type_ ? type_->size : 1);
+    for (std::size_t i = 0; i < size; ++i) static_cast<std::uint8_t*>(value_)[i] = bytes[i % bytes.size()];
 }
 
 bool Output::writeCount(const Json& json) const {

@@ -120,6 +120,8 @@ INSTANTIATE_TEST_SUITE_P(
                 unknownErrorLog},
         Outcome{"ThrownBadAlloc", []() -> BridgeResult { throw std::bad_alloc(); }, 500, unknownError, unknownErrorLog},
         Outcome{"ThrownInteger", []() -> BridgeResult { throw 42; }, 500, unknownError, unknownErrorLog},
+        Outcome{"UnwritableNumberInTheError", [] { return withCode(std::numeric_limits<double>::infinity()); }, 500,
+                unknownError, unknownErrorLog},
         Outcome{"UnwritableNumber",
                 [] {
                     BridgeResult result;
@@ -139,6 +141,45 @@ TEST(Runner, AnswersEvenWhenTheHostThrows) {
     simulator::simulate({{"simulate", "throw"}, {"function", "scrivo_log"}, {"times", 1}});
     EXPECT_NE(runRequest(resource, {nullptr, nullptr, nullptr, nullptr}), 0U);
     EXPECT_EQ(recording.responses.size(), 1U);
+
+    simulator::simulate({{"simulate", "throw"}, {"function", "BridgeHelperSetResponse"}, {"times", 1}});
+    EXPECT_NE(runRequest(resource, {nullptr, nullptr, nullptr, nullptr}), 0U);
+    EXPECT_EQ(recording.responses.size(), 1U);  // it was thrown before it was recorded
+}
+
+TEST(Runner, RefusesMethodsThatAResourceDoesNotHave) {
+    for (const std::string method : {"GET", "POST", "PUT", "DELETE"}) {
+        BridgeTemplate plain;
+        MonitorBridgeTemplate ofMonitor("Nothing");
+        const simulator::Recording recording;
+        const std::string options = Json{{"method", method}}.dump();
+        runRequest(plain, {options.c_str(), "", "", ""});
+        runRequest(ofMonitor, {options.c_str(), R"({"product":"TQ271-P","serial":"10000001"})", "", ""});
+        const auto messageOf = [&](std::size_t index) {
+            return Json::parse(recording.responses.at(index).at("text").get<std::string>()).at("error").at("message");
+        };
+        EXPECT_EQ(messageOf(0), method + " method is not allowed.");
+        EXPECT_EQ(messageOf(1), method + " is not allowed.");
+        EXPECT_EQ(recording.log.size(), 1U);  // a resource without a URI logs nothing
+    }
+}
+
+TEST(Runner, TellsWhatResultsMean) {
+    const struct {
+        std::uint32_t result;
+        const char* message;
+    } cases[] = {{0, "OK."},
+                 {4, "OK but data is not corrected."},
+                 {5, "Undefined error."},
+                 {0x80000000, "Failed."},
+                 {0x8000001F, "Rejected by critical section."},
+                 {0x80000020, "Undefined error."},
+                 {0x80010000, "Undefined error."},
+                 {0x80010001, "Monitor connection error."},
+                 {0x8001000A, "Monitor critical section is owned."},
+                 {0x8001000B, "Undefined error."}};
+    for (const auto& [result, message] : cases)
+        EXPECT_STREQ(resultMessage(static_cast<DmResult>(result)), message) << result;
 }
 
 TEST(Runner, LogsAUriOfAnyLength) {

@@ -1,0 +1,409 @@
+// Whole requests to the plug-in, among companions that depart from their work as the input says. Whatever they do, each
+// request is answered once, in JSON that the log agrees with; locks, critical sections and handles are given back; and
+// calls and memory stay within bounds.
+//
+// An input is lines of any bytes. The first one says what the companions do: records of twelve bytes, see Departure.
+// The others are requests, five lines each:
+//   Brightness        the export; any other text stands for one of them
+//   PUT               the method, or the whole options
+//   0                 the number of a simulated monitor, or the whole parameters
+//   {"range":true}    the query
+//   60                the body
+// In the texts, $package is the path of a firmware package, and $id the identifier of the file that was opened last.
+#include <sanitizer/allocator_interface.h>
+
+#include <algorithm>
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <filesystem>
+#include <fstream>
+#include <functional>
+#include <nlohmann/json.hpp>
+#include <random>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "fuzz/Finding.h"
+#include "host/Platform.h"
+#include "host/Session.h"
+#include "simulator/core/FirmwarePackage.h"
+#include "simulator/core/World.h"
+
+extern "C" std::size_t LLVMFuzzerMutate(std::uint8_t* data, std::size_t size, std::size_t maximum);
+
+namespace {
+
+using simulator::Json;
+
+// ---- Budgets --------------------------------------------------------------------------------------------------------
+
+/// A monitor is looked up among at most 1024, and a list whose items take calls ends at 1024 of them; a few lists and
+/// calls for each item come together in one request.
+constexpr std::size_t mostCalls = 16 * 1024;
+/// A list of 65536 records as JSON values and as text.
+constexpr std::size_t mostMemory = std::size_t{256} << 20;
+
+/// What the plug-in itself holds: allocations within the simulator do not count.
+struct Usage {
+    std::size_t calls = 0;
+    std::size_t live = 0;
+    std::size_t peak = 0;
+};
+thread_local Usage usage;
+thread_local bool isCounting = false;
+thread_local int depth = 0;  // of simulated functions
+
+void onAllocation(const volatile void*, std::size_t size) {
+    if (!isCounting || depth != 0) return;
+    usage.live += size;
+    usage.peak = std::max(usage.peak, usage.live);
+}
+
+void onRelease(const volatile void* memory) {
+    if (!isCounting || depth != 0 || !memory) return;
+    usage.live -= std::min(usage.live, __sanitizer_get_allocated_size(const_cast<const void*>(memory)));
+}
+
+// ---- Companions that depart from their work -------------------------------------------------------------------------
+
+bool isHostFunction(std::string_view function) {
+    return function.starts_with("BridgeHelper") || function.starts_with("scrivo") || function.starts_with("Plg");
+}
+
+/// Such functions do their work, whatever else they do: otherwise the plug-in could not give anything back.
+bool givesBack(std::string_view function) {
+    const auto has = [&](const char* part) { return function.find(part) != std::string_view::npos; };
+    return has("Unlock") || has("Exit") || has("Release");
+}
+
+constexpr std::array<std::uint32_t, 12> results{0,          1,          2,          3,          0x7FFFFFFF, 0x80000000,
+                                                0x80000006, 0x80000007, 0x8000000B, 0x80010001, 0x8001000A, 0xFFFFFFFF};
+
+/// Beyond the bounds of lists whose items take calls. Longer lists are left to the tests: they take seconds here.
+constexpr std::array<std::uint32_t, 8> counts{0, 1, 2, 17, 256, 1025, 5000, 65536};
+
+/// One record of the first line: after so many calls that go as usual, the next one departs. Its bytes are that number,
+/// the kinds, the result, the count (of five bits) with the number of bytes to write (of three), and these bytes.
+struct Departure {
+    static constexpr std::size_t size = 12;
+    enum Kind : std::uint8_t {
+        Throws = 1,
+        Returns = 2,
+        Writes = 4,
+        Unplugs = 8,
+        FromNowOn = 16,  ///< that function, at every further call
+        Counts = 32,
+        Everywhere = 64  ///< every function
+    };
+
+    explicit Departure(std::string_view record) : skipped(byte(record, 0)), kind(byte(record, 1)) {
+        const auto bytes = record.substr(4, 1 + byte(record, 3) % 8);
+        if (kind & Writes) interference.bytes.assign(bytes.begin(), bytes.end());
+        interference.throws = (kind & Throws) != 0;
+        interference.unplugs = (kind & Unplugs) != 0;
+        if (kind & Returns) interference.result = results[byte(record, 2) % results.size()];
+        if (kind & Counts) interference.count = counts[byte(record, 3) / 8 % counts.size()];
+    }
+
+    static std::uint8_t byte(std::string_view record, std::size_t index) {
+        return static_cast<std::uint8_t>(record[index]);
+    }
+
+    std::uint8_t skipped;
+    std::uint8_t kind;
+    simulator::Interference interference;
+};
+
+class Interferer {
+ public:
+    explicit Interferer(std::string_view records) : records_(records) {}
+
+    simulator::Interference operator()(std::string_view function) {
+        if (isHostFunction(function)) return {};
+        for (const auto& [name, interference] : lasting_)
+            if (name.empty() || name == function) return of(function, interference);
+        if (records_.size() < Departure::size) return {};
+        Departure next(records_.substr(0, Departure::size));
+        if (skipped_++ < next.skipped) return {};
+        records_.remove_prefix(Departure::size);
+        skipped_ = 0;
+        if (next.kind & (Departure::FromNowOn | Departure::Everywhere))
+            lasting_.emplace_back(next.kind & Departure::Everywhere ? "" : function, next.interference);
+        return of(function, std::move(next.interference));
+    }
+
+ private:
+    static simulator::Interference of(std::string_view function, simulator::Interference interference) {
+        const bool fails = interference.throws || (interference.result.value_or(0) & 0x80000000U) != 0;
+        interference.works = givesBack(function) || !fails;
+        return interference;
+    }
+
+    std::string_view records_;
+    std::size_t skipped_ = 0;
+    std::vector<std::pair<std::string, simulator::Interference>> lasting_;
+};
+
+// ---- Requests -------------------------------------------------------------------------------------------------------
+
+class Fuzzer {
+ public:
+    static Fuzzer& instance() {
+        static auto& fuzzer = *new Fuzzer;
+        return fuzzer;
+    }
+
+    void run(std::string_view input) {
+        if (changed_) simulator::simulate({{"simulate", "reset"}});
+        changed_ = false;
+        const auto departures = takeLine(input);
+        simulator::setInterferer(Interferer(departures));
+        for (int count = 0; count < 8 && !input.empty(); ++count) {
+            const auto name = takeLine(input);
+            const auto method = takeLine(input);
+            const auto parameters = takeLine(input);
+            const auto query = takeLine(input);
+            const auto body = takeLine(input);
+            changed_ |= method != "GET" || !departures.empty();
+            request(exportFor(name), optionsFor(method), {parametersFor(parameters), expand(query), expand(body)});
+        }
+        closeFiles();
+    }
+
+ private:
+    Fuzzer() {
+        for (const auto name : host::exportNames)
+            if (name != "Setup") exports_.push_back(name);  // which is no request
+
+        // Transfers without waiting.
+        Json scenario = simulator::World::builtInScenario();
+        scenario["firmware"]["blockMilliseconds"] = 0;
+        simulator::loadScenario(scenario);
+        for (const Json& monitor : scenario.at("monitors"))
+            monitors_.push_back({{"product", monitor.at("product")}, {"serial", monitor.at("serial")}});
+
+        simulator::FirmwarePackage package;
+        package.product = monitors_.front().at("product");
+        package.version = simulator::parseVersion("2.1.0.3.7");
+        package.payload.assign(1500, 'f');
+        const auto number = std::to_string(std::random_device()());
+        package_ = std::filesystem::temp_directory_path() / ("fuzz-" + number + ".dfw");
+        std::ofstream(package_, std::ios::binary) << simulator::writePackage(package);
+        std::atexit([] { std::filesystem::remove(instance().package_); });
+
+        simulator::setGateObserver(
+            {.enter = [] { ++depth; }, .leave = [] { --depth; }, .call = [](const char*) { ++usage.calls; }});
+        __sanitizer_install_malloc_and_free_hooks(onAllocation, onRelease);
+        session_.call("Monitors", {"", "", "", ""});  // the libraries are loaded, the logger is found
+    }
+
+    static std::string_view takeLine(std::string_view& input) {
+        const auto end = std::min(input.find('\n'), input.size());
+        const auto line = input.substr(0, end);
+        input.remove_prefix(std::min(end + 1, input.size()));
+        return line;
+    }
+
+    std::string exportFor(std::string_view name) const {
+        if (std::find(exports_.begin(), exports_.end(), name) != exports_.end()) return std::string(name);
+        return std::string(exports_[std::hash<std::string_view>()(name) % exports_.size()]);
+    }
+
+    std::string optionsFor(std::string_view method) const {
+        if (std::all_of(method.begin(), method.end(), [](char letter) { return letter >= 'A' && letter <= 'Z'; }))
+            return R"({"method":")" + std::string(method) + R"("})";
+        return expand(method);
+    }
+
+    std::string parametersFor(std::string_view line) const {
+        if (line.size() == 1 && line.front() >= '0' && line.front() <= '9')
+            return monitors_[static_cast<std::size_t>(line.front() - '0') % monitors_.size()].dump();
+        return expand(line);
+    }
+
+    std::string expand(std::string_view line) const {
+        std::string text(line);
+        const auto replace = [&](std::string_view what, const std::string& by) {
+            for (auto at = text.find(what); at != std::string::npos; at = text.find(what, at + by.size()))
+                text.replace(at, what.size(), by);
+        };
+        replace("$package", package_.string());
+        replace("$id", files_.empty() ? "" : files_.back());
+        return text;
+    }
+
+    void request(const std::string& name, const std::string& options, const std::array<std::string, 3>& others) {
+        usage = {};
+        isCounting = true;
+        const auto exchange = session_.call(name, {options, others[0], others[1], others[2]});
+        isCounting = false;
+        checkBudget(name);
+        checkAnswer(name, exchange);
+        checkGivenBack(name);
+    }
+
+    static void checkBudget(const std::string& name) {
+        require(depth == 0, "a simulated function has not returned:", name);
+        require(usage.calls <= mostCalls, "too many calls of companions:", name);
+        require(usage.peak <= mostMemory, "too much memory:", name);
+    }
+
+    void checkAnswer(const std::string& name, const Json& exchange) {
+        const Json& responses = exchange.at("responses");
+        require(responses.size() == 1, "not answered once:", name);
+        const Json& response = responses.at(0);
+        require(response.at("promise") == exchange.at("returned"), "another promise is answered:", name);
+        const auto& text = response.at("text").get_ref<const std::string&>();
+        const auto status = response.at("status").get<int>();
+
+        const Json answer = Json::parse(text.begin(), text.end(), nullptr, false);
+        if (answer.is_discarded()) return checkForeignText(text);
+        require(answer.is_object() && answer.size() == 2 && answer.contains("error") && answer.contains("value"),
+                "an answer is {\"error\", \"value\"}:", text);
+        checkStatus(status, answer.at("error"), answer.at("value"), text);
+        checkLog(exchange.at("log"), status, answer, text);
+    }
+
+    /// Texts of the page and of companions need not be UTF-8, and are passed on; around them it must be JSON.
+    static void checkForeignText(std::string text) {
+        const auto count = std::count_if(text.begin(), text.end(), [](char byte) { return (byte & 0x80) != 0; });
+        for (char& byte : text) byte = static_cast<char>(byte & 0x80 ? '?' : byte);
+        require(count > 0 && Json::accept(text), "an answer is not JSON:", text);
+    }
+
+    static void checkStatus(int status, const Json& error, const Json& value, std::string_view text) {
+        require(status == 200 || status == 400 || status == 404 || status == 405 || status == 500, "status of", text);
+        require((status == 200) == error.is_null(), "status and error disagree:", text);
+        if (status == 200) return;
+        require(value.is_null() && error.is_object() && error.value("name", Json()).is_string() &&
+                    error.value("message", Json()).is_string(),
+                "an error has a name and a message, and no value:", text);
+    }
+
+    void checkLog(const Json& log, int status, const Json& answer, std::string_view text) {
+        require(log.size() == 1, "not logged once:", text);
+        const auto& line = log.at(0).at("line").get_ref<const std::string&>();
+        require(std::all_of(line.begin(), line.end(), [](char byte) { return byte == '\t' || (byte & 0xE0) != 0; }),
+                "control characters in the log:", line);
+        require(line.starts_with("statusCode:" + std::to_string(status) + "\tmethod:"), "the log has no status:", line);
+        require(log.at(0).at("level") == (status == 200 ? 2 : 5), "the log's level is wrong:", line);
+        std::string end = "\tmsg:Success";
+        if (const Json& error = answer.at("error"); !error.is_null()) {
+            end = "\terr:" + error.at("name").get<std::string>() + "\tmsg:" + error.at("message").get<std::string>();
+            if (const auto code = error.find("code"); code != error.end()) {
+                std::array<char, 32> hexadecimal{};
+                std::snprintf(hexadecimal.data(), hexadecimal.size(), "\tcode:0x%08x", code->get<unsigned>());
+                end += hexadecimal.data();
+            }
+        }
+        require(line.ends_with(end), "the log disagrees with the answer:", line);
+        if (status == 200) followFiles(line, answer.at("value"));
+    }
+
+    /// Which packages are open now.
+    void followFiles(std::string_view line, const Json& value) {
+        constexpr std::string_view place = "\turi:/pell/FileSystem/DfwFile";
+        if (line.find(place) == std::string_view::npos) return;
+        if (line.find("\tmethod:POST") != std::string_view::npos) files_.push_back(value.at("id").get<std::string>());
+        if (line.find("\tmethod:DELETE") == std::string_view::npos) return;
+        const auto begin = line.rfind('/') + 1;
+        std::erase(files_, line.substr(begin, line.find('\t', begin) - begin));
+    }
+
+    void checkGivenBack(const std::string& name) const {
+        require(simulator::lockedMonitors().empty(), "a monitor is left locked:", name);
+        require(simulator::monitorsInCriticalSection().empty(), "a critical section is left entered:", name);
+        require(simulator::takeHandleFaults().empty(), "handles are misused:", name);
+        auto expected = Json::object();
+        if (!files_.empty()) expected["package"] = files_.size();
+        require(simulator::openHandles() == expected, "handles are left open, or closed too early:", name);
+    }
+
+    void closeFiles() {
+        simulator::setInterferer(nullptr);
+        while (!files_.empty()) {
+            const auto count = files_.size();
+            request("FileSystemDfwFile", optionsFor("DELETE"), {Json{{"id", files_.back()}}.dump(), "", ""});
+            require(files_.size() < count, "a file is not closed");
+        }
+    }
+
+    host::Session session_;
+    std::vector<std::string_view> exports_;
+    std::vector<Json> monitors_;
+    std::filesystem::path package_;
+    std::vector<std::string> files_;  ///< identifiers of the open ones
+    bool changed_ = false;            ///< the simulated world, perhaps
+};
+
+// ---- Mutations ------------------------------------------------------------------------------------------------------
+
+/// A new record of what companions do.
+std::string randomDeparture(std::minstd_rand& random) {
+    std::string record;
+    for (std::size_t i = 0; i < Departure::size; ++i) record += static_cast<char>(random() >> 8);
+    record[0] = static_cast<char>(random() % 16);
+    record[1] = static_cast<char>(random() % 128);
+    std::replace(record.begin(), record.end(), '\n', '\0');
+    return record;
+}
+
+/// A line is mutated alone, so that the others still say what they did.
+std::string mutateLine(std::string line, std::size_t maximum) {
+    const auto size = line.size();
+    line.resize(maximum + 1);
+    line.resize(LLVMFuzzerMutate(reinterpret_cast<std::uint8_t*>(line.data()), size, maximum));
+    std::replace(line.begin(), line.end(), '\n', ' ');
+    return line;
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerInitialize(int*, char***) {
+    Fuzzer::instance();
+    return 0;
+}
+
+extern "C" std::size_t LLVMFuzzerCustomMutator(std::uint8_t* data, std::size_t size, std::size_t maximum,
+                                               unsigned seed) {
+    std::minstd_rand random(seed);
+    const auto choice = random() % 8;
+    if (choice == 0) return LLVMFuzzerMutate(data, size, maximum);
+    std::string text(reinterpret_cast<const char*>(data), size);
+    if (choice < 4) {
+        text.insert(random() % 2 * Departure::size % (std::min(text.find('\n'), size) + 1), randomDeparture(random));
+    } else {
+        const auto count = static_cast<std::size_t>(std::count(text.begin(), text.end(), '\n')) + 1;
+        std::size_t begin = 0;
+        for (auto skipped = random() % count; skipped > 0; --skipped) begin = text.find('\n', begin) + 1;
+        const auto length = std::min(text.find('\n', begin), size) - begin;
+        text.replace(begin, length, mutateLine(text.substr(begin, length), length + maximum - size));
+    }
+    size = std::min(text.size(), maximum);
+    std::copy_n(text.begin(), size, data);
+    return size;
+}
+
+/// The requests of one input after those of another, among the companions of either.
+extern "C" std::size_t LLVMFuzzerCustomCrossOver(const std::uint8_t* data, std::size_t size, const std::uint8_t* other,
+                                                 std::size_t otherSize, std::uint8_t* output, std::size_t maximum,
+                                                 unsigned seed) {
+    const std::string_view first(reinterpret_cast<const char*>(data), size);
+    const std::string_view second(reinterpret_cast<const char*>(other), otherSize);
+    const auto endOfLine = [](std::string_view text) { return std::min(text.find('\n'), text.size()); };
+    std::string text((seed % 2 ? first : second).substr(0, endOfLine(seed % 2 ? first : second)));
+    for (const auto input : {first, second}) {
+        text += input.substr(endOfLine(input));
+        if (text.ends_with('\n')) text.pop_back();
+    }
+    size = std::min(text.size(), maximum);
+    std::copy_n(text.begin(), size, output);
+    return size;
+}
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    Fuzzer::instance().run({reinterpret_cast<const char*>(data), size});
+    return 0;
+}

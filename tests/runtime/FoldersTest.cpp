@@ -1,0 +1,111 @@
+// The folders that paths may begin with, as a Linux system says where they are.
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <map>
+#include <string>
+
+#include "runtime/Path.h"
+#include "runtime/platform/Platform.h"
+
+namespace {
+
+namespace platform = torvo::platform;
+using platform::Folder;
+
+/// Environment variables as they are for the span of a test; an empty one is not set.
+class Environment {
+ public:
+    explicit Environment(const std::map<std::string, std::string>& variables) {
+        for (const auto& [name, value] : variables) {
+            const char* const before = std::getenv(name.c_str());
+            before_[name] = before ? before : "";
+            set(name, value);
+        }
+    }
+    ~Environment() {
+        for (const auto& [name, value] : before_) set(name, value);
+    }
+    Environment(const Environment&) = delete;
+    Environment& operator=(const Environment&) = delete;
+
+ private:
+    static void set(const std::string& name, const std::string& value) {
+        if (value.empty())
+            unsetenv(name.c_str());
+        else
+            setenv(name.c_str(), value.c_str(), 1);
+    }
+
+    std::map<std::string, std::string> before_;
+};
+
+std::map<Folder, std::string> folders() {
+    std::map<Folder, std::string> paths;
+    for (const auto folder : {Folder::Temporary, Folder::CommonApplicationData, Folder::UserApplicationData,
+                              Folder::ColorProfiles, Folder::Home, Folder::Desktop, Folder::System})
+        paths[folder] = platform::folderPath(folder);
+    return paths;
+}
+
+TEST(Folders, AreThoseOfTheEnvironment) {
+    const Environment environment({{"HOME", "/h"},
+                                   {"TMPDIR", "/t"},
+                                   {"XDG_DATA_DIRS", "/d:/e"},
+                                   {"XDG_DATA_HOME", "/x"},
+                                   {"XDG_CONFIG_HOME", ""}});
+    EXPECT_EQ(folders(), (std::map<Folder, std::string>{{Folder::Temporary, "/t"},
+                                                        {Folder::CommonApplicationData, "/d"},
+                                                        {Folder::UserApplicationData, "/x"},
+                                                        {Folder::ColorProfiles, "/usr/share/color/icc"},
+                                                        {Folder::Home, "/h"},
+                                                        {Folder::Desktop, "/h/Desktop"},
+                                                        {Folder::System, "/"}}));
+    EXPECT_EQ(platform::folderPath(Folder{99}), "");
+}
+
+TEST(Folders, AreTheUsualOnesWithoutAnEnvironment) {
+    const Environment environment(
+        {{"HOME", ""}, {"TMPDIR", ""}, {"XDG_DATA_DIRS", ""}, {"XDG_DATA_HOME", ""}, {"XDG_CONFIG_HOME", ""}});
+    auto paths = folders();
+    EXPECT_EQ(paths[Folder::Temporary], "/tmp");
+    EXPECT_EQ(paths[Folder::CommonApplicationData], "/usr/local/share");
+    EXPECT_NE(paths[Folder::Home], "");  // the one of the user's account
+    EXPECT_EQ(paths[Folder::UserApplicationData], paths[Folder::Home] + "/.local/share");
+}
+
+TEST(Folders, TheDesktopIsWhereTheUserHasPutIt) {
+    const auto directory = std::filesystem::temp_directory_path() / "pell-folders";
+    std::filesystem::create_directories(directory);
+    const Environment environment({{"HOME", "/h"}, {"XDG_CONFIG_HOME", directory.string()}});
+    const struct {
+        const char* settings;
+        const char* desktop;
+    } cases[] = {
+        {"# a comment\nXDG_DESKTOP_DIR=\"$HOME/Schreibtisch\"\n", "/h/Schreibtisch"},
+        {"XDG_DESKTOP_DIR=\"/d\"\n", "/d"},
+        {"XDG_DESKTOP_DIR=\"/d\n", "/h/Desktop"},
+        {"XDG_MUSIC_DIR=\"/m\"\n", "/h/Desktop"},
+    };
+    for (const auto& [settings, desktop] : cases) {
+        std::ofstream(directory / "user-dirs.dirs") << settings;
+        EXPECT_EQ(platform::folderPath(Folder::Desktop), desktop) << settings;
+    }
+    std::filesystem::remove_all(directory);
+}
+
+TEST(Path, HasAParentAndIsJoinedWithOneSeparator) {
+    const struct {
+        const char* path;
+        const char* parent;
+        const char* joined;
+    } cases[] = {{"/a/b", "/a", "/a/b/c"}, {"/a/", "/a", "/a/c"}, {"/", "", "/c"}, {"a", "", "a/c"}, {"", "", ""}};
+    for (const auto& [path, parent, joined] : cases) {
+        EXPECT_EQ(fs::Path(path).parent().text(), parent) << path;
+        EXPECT_EQ(fs::Path(path).joined("//c").text(), joined) << path;
+    }
+}
+
+}  // namespace
