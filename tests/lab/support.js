@@ -110,7 +110,7 @@ export async function open(browser, address, { hasOwnTime, ...options } = {}) {
 
 /** A firmware package for a product of the scenarios. */
 export function firmwarePackage(product = 'TQ271-P') {
-    const file = path.resolve(screenshots, `../lab-${product}.dfw`);
+    const file = path.resolve(`build/${path.basename(process.argv[1], '.test.js')}-${product}.dfw`);
     const [program] = programs.native;
     execFileSync(program, ['firmware', 'create', file, '--product', product, '--version', '2.1.0.3.7']);
     return file;
