@@ -190,7 +190,7 @@ function enqueue(card) {
     waiting.push(card);
     card.isUpdating = card.find('fieldset').disabled = true;
     card.find('.transfer').hidden = card.find('.cancel').hidden = false;
-    card.find('progress').removeAttribute('value');
+    card.find('progress').value = 0;
     card.find('.transfer span').textContent = 'waits for the others';
     card.say('');
     startUpdates();

@@ -75,6 +75,11 @@ test('requests of other pages appear at once, and filters find them', async () =
     await page.getByLabel('Filter by monitor').selectOption('TB240/10000002');
     assert.equal(await lines().count(), 1);
     await page.getByText('1 of 3').waitFor();
+    await page.getByLabel('Filter by monitor').selectOption('All monitors');
+    await send('?range');
+    await page.getByText('3 of 4').waitFor();
+    await page.getByLabel("Without the lab's own").check();
+    await page.getByText('2 of 4').waitFor();
 });
 
 test('a cable is pulled, a monitor switched off and slowed down, a function fails once', async () => {

@@ -35,6 +35,8 @@ export interface Filter {
     text: string;
     monitor: string;
     failuresOnly: boolean;
+    /** Without the requests of the lab itself. */
+    othersOnly: boolean;
 }
 
 export const maximumEntries = 10_000;
@@ -124,7 +126,10 @@ class Timeline extends Store {
     }
 
     private remember(instruction: Instruction): void {
-        if (instruction.simulate === 'reset' || instruction.simulate === 'scenario') this.faults = [];
+        if (instruction.simulate === 'reset' || instruction.simulate === 'scenario') {
+            this.faults = [];
+            ++world.resets;
+        }
         if (instruction.simulate === 'return') this.faults = [...this.faults, instruction];
     }
 
@@ -165,8 +170,9 @@ class Timeline extends Store {
 
 export const timeline = new Timeline();
 
-export function matches(entry: Entry, { text, monitor, failuresOnly }: Filter): boolean {
+export function matches(entry: Entry, { text, monitor, failuresOnly, othersOnly }: Filter): boolean {
     if (failuresOnly && !isFailure(entry)) return false;
+    if (othersOnly && entry.source === 'lab') return false;
     if (monitor && monitorOf(entry) !== monitor) return false;
     const name = entry.resource ?? entry.simulate?.simulate ?? '';
     return !text || name.toLowerCase().includes(text.toLowerCase());

@@ -32,6 +32,8 @@ class World extends Store {
     isReachable = true;
     /** What went wrong with the newest instruction. */
     problem = '';
+    /** How often all has been put back to the beginning of a scenario. */
+    resets = 0;
     /** The place in the list of the monitor that requests go to. */
     private chosenAt = 0;
     private isAsking = false;

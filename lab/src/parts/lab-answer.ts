@@ -42,6 +42,7 @@ export class LabAnswer extends LitElement {
                 grid-template-columns: auto minmax(0, 1fr);
                 gap: 8px;
                 align-items: start;
+                margin-top: 6px;
                 padding-left: 8px;
                 border-left: 3px solid var(--good);
             }

@@ -6,6 +6,7 @@ import { isFailure, monitorOf, type Entry } from '../model/timeline.js';
 import { shared } from './style.js';
 import { clockText, durationText, prettyText } from './text.js';
 
+const sources: Record<string, string> = { http: 'a page', lab: 'the lab', batch: 'a batch' };
 const names = ['Options', 'Parameters', 'Query', 'Body'];
 
 /** All that came of a request, from its four texts to the answer. */
@@ -26,7 +27,7 @@ export class LabExchange extends LitElement {
                         >${monitorOf(entry)} at
                         ${clockText(time)}${
                             milliseconds === undefined ? '' : `, took ${durationText(milliseconds)}`
-                        }${source ? `, by ${source}` : ''}</span
+                        }${source ? `, by ${sources[source] ?? source}` : ''}</span
                     >
                     <div class="push line">
                         ${known ? html`<button class="plain" @click=${() => selection.choose(known)}>Ask it</button>` : nothing}

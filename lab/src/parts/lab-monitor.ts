@@ -1,5 +1,6 @@
 import { LitElement, css, html, nothing } from 'lit';
 import { customElement, property } from 'lit/decorators.js';
+import { keyed } from 'lit/directives/keyed.js';
 import { send, type Request } from '../model/request.js';
 import { monitorOf } from '../model/timeline.js';
 import { world, type MonitorState } from '../model/world.js';
@@ -13,6 +14,8 @@ export class LabMonitor extends LitElement {
     @property({ attribute: false }) monitor!: MonitorState;
     @property({ attribute: false }) isChosen = false;
     @property({ attribute: false }) isSimulated = true;
+    /** How often all has been put back to the beginning, the slowness included. */
+    @property({ attribute: false }) resets = 0;
 
     render() {
         const { product, serial } = this.monitor;
@@ -59,14 +62,17 @@ export class LabMonitor extends LitElement {
             </dl>
             <label class="line small soft"
                 >Answers
-                <select class="push" @change=${this.delay}>
-                    ${delays.map(
-                        (delay) =>
-                            html`<option value=${delay}>
-                                ${delay ? `${delay < 1000 ? `${delay} ms` : `${delay / 1000} s`} late, each call` : 'at once'}
-                            </option>`,
-                    )}
-                </select></label
+                ${keyed(
+                    this.resets,
+                    html`<select class="push" @change=${this.delay}>
+                        ${delays.map(
+                            (delay) =>
+                                html`<option value=${delay}>
+                                    ${delay ? `${delay < 1000 ? `${delay} ms` : `${delay / 1000} s`} late, each call` : 'at once'}
+                                </option>`,
+                        )}
+                    </select>`,
+                )}</label
             >
             <div class="line buttons">
                 <button @click=${() => world.simulate({ simulate, ...address })}>
@@ -137,6 +143,9 @@ export class LabMonitor extends LitElement {
             }
             label.line {
                 flex-wrap: nowrap;
+            }
+            select {
+                min-width: 0;
             }
             .buttons button {
                 flex: 1;

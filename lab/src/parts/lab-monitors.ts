@@ -22,6 +22,7 @@ export class LabMonitors extends LitElement {
                             .monitor=${monitor}
                             .isChosen=${monitor === chosen}
                             .isSimulated=${isSimulated}
+                            .resets=${this.world.resets}
                         ></lab-monitor>`,
                 )}
                 ${state && !monitors.length ? html`<p class="notice">No monitor is connected.</p>` : nothing}

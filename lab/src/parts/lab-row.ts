@@ -41,11 +41,12 @@ export class LabRow extends LitElement {
         const { method, query, body, answer, needs } = this.row;
         const fields = Object.entries(query).filter(([, { schema }]) => schema && schema.const === undefined);
         const inBody = body && members(body);
+        const what = this.what();
         return html`
             <form @submit=${this.submit}>
                 <lab-copy .request=${this.request()}>
                     <button class="send" ?disabled=${this.isSending}>${method}</button>
-                    <span class="mono what">${this.what()}</span>
+                    ${what ? html`<span class="mono what">${what}</span>` : nothing}
                     ${needs ? html`<span class="small soft">needs ${needs}</span>` : nothing}
                     <span class="small soft">${answer && answer.type !== 'null' ? `→ ${kindOf(answer)}` : ''}</span>
                 </lab-copy>
@@ -131,9 +132,6 @@ export class LabRow extends LitElement {
         shared,
         css`
             form {
-                display: flex;
-                flex-direction: column;
-                gap: 6px;
                 padding: 8px 10px;
                 background: var(--surface);
                 border: 1px solid var(--line);
@@ -150,6 +148,7 @@ export class LabRow extends LitElement {
                 overflow-wrap: anywhere;
             }
             .fields {
+                margin-top: 6px;
                 display: flex;
                 flex-wrap: wrap;
                 gap: 6px 10px;

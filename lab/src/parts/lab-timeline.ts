@@ -12,7 +12,7 @@ const lineHeight = 26;
 @customElement('lab-timeline')
 export class LabTimeline extends LitElement {
     private timeline = timeline.observedBy(this);
-    @state() private filter: Filter = { text: '', monitor: '', failuresOnly: false };
+    @state() private filter: Filter = { text: '', monitor: '', failuresOnly: false, othersOnly: false };
     @state() private opened?: Entry;
     @state() private top = 0;
     private shown: Entry[] = [];
@@ -111,14 +111,19 @@ export class LabTimeline extends LitElement {
                         (monitor) => html`<option ?selected=${monitor === this.filter.monitor}>${monitor}</option>`,
                     )}
                 </select>
-                <label
-                    ><input
-                        type="checkbox"
-                        @change=${(event: Event) => set({ failuresOnly: (event.target as HTMLInputElement).checked })}
-                    />Failures only</label
-                >
+                ${this.check('Failures only', (failuresOnly) => set({ failuresOnly }))}
+                ${this.check("Without the lab's own", (othersOnly) => set({ othersOnly }))}
             </div>
         `;
+    }
+
+    private check(label: string, set: (isChecked: boolean) => void) {
+        return html`<label
+            ><input
+                type="checkbox"
+                @change=${(event: Event) => set((event.target as HTMLInputElement).checked)}
+            />${label}</label
+        >`;
     }
 
     private lines() {
