@@ -82,8 +82,11 @@ class Seeds {
     std::set<std::string> words_;
 };
 
-/// A departure of fuzz_exports: from the first call on, all lists in two steps are said to have 65536 items.
+// Departures of fuzz_exports: all lists in two steps are said to have 65536 items; the n-th call fails.
 const std::string longLists("\0\x60\0\x38\0\0\0\0\0\0\0\0\n", 13);
+std::string failureAt(char call) {
+    return call + std::string("\x02\x05\0\0\0\0\0\0\0\0\0\n", 12);
+}
 
 void addResource(Seeds& seeds, const std::string& name, const json& resource) {
     const auto lineOf = [](const Request& request) {
@@ -107,11 +110,13 @@ void addResource(Seeds& seeds, const std::string& name, const json& resource) {
     }
     seeds.add("exports", "\n" + all);
     seeds.add("exports", longLists + all);
+    for (char call = 0; call < '\n'; ++call) seeds.add("exports", failureAt(call) + all);
     if (resource.at("of") != "file") return;
     std::string life;
     for (const std::string request : {"POST {\"path\":\"$package\"}", "GET /$id", "DELETE /$id"})
         life += lineOf(parseRequest(request, name));
     seeds.add("exports", "\n" + life);
+    for (char call = 0; call < '\n'; ++call) seeds.add("exports", failureAt(call) + life);
 }
 
 }  // namespace

@@ -37,7 +37,7 @@ void append(std::string& text, std::uint64_t id, const EventLog::Event& event) {
 void EventLog::add(std::string name, std::string data) {
     {
         const std::lock_guard lock(mutex_);
-        bytes_ += sizeOf(events_.emplace_back(std::move(name), std::move(data)));
+        bytes_ += sizeOf(events_.emplace_back(Event{std::move(name), std::move(data)}));
         while (events_.size() > maximumCount_ || (bytes_ > maximumBytes_ && events_.size() > 1)) {
             bytes_ -= sizeOf(events_.front());
             events_.pop_front();

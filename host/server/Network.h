@@ -1,7 +1,7 @@
 // What the files that speak to the network have in common. They are few, since these headers take long to compile.
 #pragma once
 
-#ifdef __GNUC__
+#if defined(__GNUC__) && !defined(__clang__)  // GCC takes what Boost keeps in optional objects for uninitialised
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Wmaybe-uninitialized"
 #endif
@@ -9,7 +9,7 @@
 #include <boost/asio/ip/tcp.hpp>
 #include <boost/beast/core/flat_buffer.hpp>
 #include <boost/beast/core/tcp_stream.hpp>
-#ifdef __GNUC__
+#if defined(__GNUC__) && !defined(__clang__)
 #pragma GCC diagnostic pop
 #endif
 #include <chrono>

@@ -47,13 +47,11 @@ const std::string unreachable =
 
 Upstream findUpstream(asio::io_context& context, const std::string& url) {
     constexpr std::string_view scheme = "http://";
-    const auto fail = [&] [[noreturn]] () {
-        throw std::invalid_argument(
-            "--proxy takes the address of a development server on this machine, such as "
-            "http://localhost:5173, not " +
-            url);
-    };
-    if (!url.starts_with(scheme)) fail();
+    const std::invalid_argument refusal(
+        "--proxy takes the address of a development server on this machine, such as "
+        "http://localhost:5173, not " +
+        url);
+    if (!url.starts_with(scheme)) throw refusal;
     auto host = url.substr(scheme.size());
     if (host.ends_with('/')) host.pop_back();
     const auto colon = host.rfind(':');
@@ -61,12 +59,12 @@ Upstream findUpstream(asio::io_context& context, const std::string& url) {
     const auto hasPort = colon != std::string::npos && (bracket == std::string::npos || colon > bracket);
     auto name = host.substr(0, hasPort ? colon : host.size());
     const auto port = hasPort ? host.substr(colon + 1) : "80";
-    if (name != "localhost" && name != "127.0.0.1" && name != "[::1]") fail();
-    if (port.empty() || port.find_first_not_of("0123456789") != std::string::npos) fail();
+    if (name != "localhost" && name != "127.0.0.1" && name != "[::1]") throw refusal;
+    if (port.empty() || port.find_first_not_of("0123456789") != std::string::npos) throw refusal;
     if (name == "[::1]") name = "::1";
     Error error;
     Upstream upstream{tcp::resolver(context).resolve(name, port, error), host};
-    if (error || upstream.endpoints.empty()) fail();
+    if (error || upstream.endpoints.empty()) throw refusal;
     return upstream;
 }
 
