@@ -1,5 +1,5 @@
-// A plug-in that uses no simulated monitors, as one does that has found real companion libraries; its events come from a
-// thread of a library's own.
+// A plug-in that uses no simulated monitors, as one does that has found real companion libraries; its events come from
+// a thread of a library's own.
 #include <QtWebKitBridgeHelper.h>
 
 #include <thread>
