@@ -2,12 +2,16 @@
 
 #include <libPlugin.h>
 
+#include <mutex>
+
 #include "runtime/Loaders.h"
 
 namespace torvo {
 
 ScrivoLogger* LoggerBase::findLogger() {
     if (ScrivoLogger* const logger = logger_.load(std::memory_order_acquire)) return logger;
+    const std::lock_guard lock(finding_);  // lines that come meanwhile wait, and are not lost
+    if (ScrivoLogger* const logger = logger_.load(std::memory_order_relaxed)) return logger;
     const std::uint32_t missed = missed_++;
     const bool isPowerOfTwo = (missed & (missed - 1)) == 0;  // or zero
     if (!isPowerOfTwo && missed % 1024 != 0) return nullptr;

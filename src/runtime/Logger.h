@@ -9,6 +9,7 @@
 
 #include "runtime/DynamicLibrary.h"
 #include "runtime/ProcessWide.h"
+#include "runtime/platform/Mutex.h"
 
 namespace torvo {
 
@@ -32,7 +33,8 @@ class LoggerBase {
     const char* name_;
     DynamicLibrary library_;
     std::atomic<ScrivoLogger*> logger_ = nullptr;
-    std::atomic<std::uint32_t> missed_ = 0;  // lines without a logger
+    platform::Mutex finding_;
+    std::uint32_t missed_ = 0;  // lines without a logger
 };
 
 /// The plug-in's own logger.

@@ -142,4 +142,28 @@ TEST(Faults, DoNotComeFromManyThreads) {
     EXPECT_GT(transfers, 0);  // others meet one that is going on
 }
 
+// The first requests of a plug-in: what it makes when it is first needed is needed by all of them. The search for the
+// logging library takes a while here, so that they meet in it.
+TEST(Faults, DoNotComeFromManyThreadsAtTheStart) {
+    simulator::setGateObserver({.call = [](const char* function) {
+        if (std::string_view(function) == "Plg_GetRegistryExportsPath")
+            std::this_thread::sleep_for(std::chrono::milliseconds(20));
+    }});
+    for (int round = 0; round < 3; ++round) {
+        const host::Session session;
+        std::atomic<int> waiting = 16;
+        std::vector<std::thread> threads;
+        for (int number = 0; number < 16; ++number)
+            threads.emplace_back([&] {
+                --waiting;
+                while (waiting > 0) std::this_thread::yield();
+                const Json exchange = session.call(host::Request{"GET", "Brightness", "TQ271-P", "10000001"});
+                EXPECT_EQ(exchange["responses"].size(), 1U);
+                EXPECT_EQ(exchange["log"].size(), 1U);
+            });
+        for (std::thread& thread : threads) thread.join();
+    }
+    simulator::setGateObserver({});
+}
+
 }  // namespace

@@ -1,5 +1,5 @@
-// What the platform gives the plug-in, and how it is withheld: memory, handles and thread storage from the n-th request
-// for them on, and functions that are looked up by name.
+// What the platform gives the plug-in, and how it is withheld: memory and handles from the n-th request for them on,
+// and functions that are looked up by name.
 //
 // Natively this program's own functions stand in for those of the system, for everything in the process; so a thread
 // counts only what it does outside simulated functions. Under Windows the import table of libpell.dll is changed, and
@@ -11,7 +11,7 @@
 
 namespace faults {
 
-enum class Need { memory, handle, threadStorage };
+enum class Need { memory, handle };
 
 /// Of one thread. Simulated functions never lack anything.
 struct Supply {

@@ -33,6 +33,7 @@ extern "C" {
 void* __libc_malloc(std::size_t size);
 void* __libc_calloc(std::size_t count, std::size_t size);
 void* __libc_realloc(void* memory, std::size_t size);
+void* __libc_memalign(std::size_t alignment, std::size_t size);
 
 void* malloc(std::size_t size) {
     return grant(Need::memory, size) ? __libc_malloc(size) : nullptr;
@@ -42,6 +43,9 @@ void* calloc(std::size_t count, std::size_t size) {
 }
 void* realloc(void* memory, std::size_t size) {
     return grant(Need::memory, size) ? __libc_realloc(memory, size) : nullptr;
+}
+void* aligned_alloc(std::size_t alignment, std::size_t size) {
+    return grant(Need::memory, size) ? __libc_memalign(alignment, size) : nullptr;
 }
 
 void* dlsym(void* module, const char* name) {

@@ -54,7 +54,7 @@ struct Mode {
     bool lasting, cold, fresh;
 
     std::string name() const {
-        constexpr const char* needs[] = {"memory", "handle", "thread storage"};
+        constexpr const char* needs[] = {"memory", "handle"};
         return std::string(needs[static_cast<int>(need)]) + (lasting ? " from then on" : " once") +
                (cold ? ", cold" : "") + (fresh ? ", fresh thread" : "");
     }
@@ -141,7 +141,7 @@ std::vector<Series> shortages(Guest& guest, bool complete) {
     std::vector<Series> all;
     std::vector<Need> needs{Need::memory};
 #ifdef _WIN32
-    needs.insert(needs.end(), {Need::handle, Need::threadStorage});
+    needs.push_back(Need::handle);
 #endif
     for (const Need need : needs)
         for (const bool lasting : {false, true})

@@ -1,9 +1,9 @@
 #include <windows.h>
-//
-#include <process.h>
 
 #include <cstdlib>
 #include <cstring>
+#include <iterator>
+#include <stdexcept>
 #include <string_view>
 
 #include "tests/faults/Platform.h"
@@ -34,8 +34,8 @@ void* allocateZeros(std::size_t count, std::size_t size) {
 void* reallocate(void* memory, std::size_t size) {
     return grant(Need::memory, size) ? std::realloc(memory, size) : nullptr;
 }
-LPVOID WINAPI allocateFromHeap(HANDLE heap, DWORD flags, SIZE_T size) {
-    return grant(Need::memory, size) ? HeapAlloc(heap, flags, size) : nullptr;
+void* allocateAligned(std::size_t size, std::size_t alignment) {
+    return grant(Need::memory, size) ? _aligned_malloc(size, alignment) : nullptr;
 }
 FARPROC WINAPI look(HMODULE module, LPCSTR name) {
     return faults::vanished && std::strcmp(name, faults::vanished) == 0 ? nullptr : GetProcAddress(module, name);
@@ -57,22 +57,9 @@ const struct {
     {"malloc", address(allocate)},
     {"calloc", address(allocateZeros)},
     {"realloc", address(reallocate)},
-    {"HeapAlloc", address(allocateFromHeap)},
-    {"VirtualAlloc", refusing<&VirtualAlloc, Need::memory, nullptr>()},
-    {"LocalAlloc", refusing<&LocalAlloc, Need::memory, nullptr>()},
-    {"CreateEventA", refusing<&CreateEventA, Need::handle, nullptr>()},
-    {"CreateEventW", refusing<&CreateEventW, Need::handle, nullptr>()},
-    {"CreateSemaphoreA", refusing<&CreateSemaphoreA, Need::handle, nullptr>()},
-    {"CreateSemaphoreW", refusing<&CreateSemaphoreW, Need::handle, nullptr>()},
-    {"CreateMutexA", refusing<&CreateMutexA, Need::handle, nullptr>()},
+    {"_aligned_malloc", address(allocateAligned)},
     {"CreateFileW", refusing<&CreateFileW, Need::handle, -1LL>()},
-    {"DuplicateHandle", refusing<&DuplicateHandle, Need::handle>()},
-    {"CreateThread", refusing<&CreateThread, Need::handle, nullptr>()},
-    {"_beginthreadex", refusing<&_beginthreadex, Need::handle>()},
-    {"TlsAlloc", refusing<&TlsAlloc, Need::threadStorage, TLS_OUT_OF_INDEXES>()},
-    {"TlsSetValue", refusing<&TlsSetValue, Need::threadStorage>()},
-    {"FlsAlloc", refusing<&FlsAlloc, Need::threadStorage, FLS_OUT_OF_INDEXES>()},
-    {"FlsSetValue", refusing<&FlsSetValue, Need::threadStorage>()},
+    {"LoadLibraryExW", refusing<&LoadLibraryExW, Need::handle, nullptr>()},
     {"GetProcAddress", address(look)},
 };
 
@@ -90,6 +77,7 @@ void faults::standIn() {
     const auto* const dos = reinterpret_cast<const IMAGE_DOS_HEADER*>(base);
     const auto* const headers = reinterpret_cast<const IMAGE_NT_HEADERS*>(base + dos->e_lfanew);
     const DWORD imports = headers->OptionalHeader.DataDirectory[IMAGE_DIRECTORY_ENTRY_IMPORT].VirtualAddress;
+    std::size_t replaced = 0;
     const auto* library = reinterpret_cast<const IMAGE_IMPORT_DESCRIPTOR*>(base + imports);
     for (; library->Name; ++library) {
         const auto* name = reinterpret_cast<const IMAGE_THUNK_DATA*>(base + library->OriginalFirstThunk);
@@ -98,9 +86,13 @@ void faults::standIn() {
             if (IMAGE_SNAP_BY_ORDINAL(name->u1.Ordinal)) continue;
             const auto* const import = reinterpret_cast<const IMAGE_IMPORT_BY_NAME*>(base + name->u1.AddressOfData);
             for (const auto& [known, function] : replacements)
-                if (known == reinterpret_cast<const char*>(import->Name)) replace(entry, function);
+                if (known == reinterpret_cast<const char*>(import->Name)) {
+                    replace(entry, function);
+                    ++replaced;
+                }
         }
     }
+    if (replaced != std::size(replacements)) throw std::logic_error("libpell imports other functions than these");
 }
 
 void faults::raise(unsigned long code) {

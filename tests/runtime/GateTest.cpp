@@ -111,10 +111,12 @@ std::string outcomeOf(DWORD code, DWORD flags = 0) {
 
 TEST(Gate, TurnsForeignExceptionsIntoOneOfOurs) {
     constexpr DWORD ofMicrosoftsCompiler = 0xE06D7363, ofDotNet = 0xE0434352, ofDelphi = 0x0EEDFADE, ofRpc = 1722,
-                    ofDelayedLoading = 0xC06D007E;
+                    ofDelayedLoading = 0xC06D007E, ofHeapsWithoutMemory = STATUS_NO_MEMORY, ofCom = 0x80004005,
+                    ofNobody = 0x40000001, almostOfGcc = 0xE0474343;
     Frame::left = 0;
     int count = 0;
-    for (const DWORD code : {ofMicrosoftsCompiler, ofDotNet, ofDelphi, ofRpc, ofDelayedLoading}) {
+    for (const DWORD code : {ofMicrosoftsCompiler, ofDotNet, ofDelphi, ofRpc, ofDelayedLoading, ofHeapsWithoutMemory,
+                             ofCom, ofNobody, almostOfGcc}) {
         for (const DWORD flags : {0UL, DWORD{EXCEPTION_NONCONTINUABLE}}) {
             EXPECT_EQ(outcomeOf(code, flags), "foreign") << code;
             EXPECT_EQ(Frame::left, ++count);

@@ -1,15 +1,52 @@
 #include <windows.h>
+//
+#include <algorithm>
+#include <iterator>
 
 #include "runtime/platform/GuardedCall.h"
 
-/// Stops what programs raise, C++ exceptions of other compilers among them. Lets pass what GCC raises, which its own
-/// handlers catch; what the system reports, such as an access violation; and what is meant for a debugger.
+namespace {
+
+/// What the processor reports. It leaves behind what cannot be relied on.
+constexpr DWORD faults[] = {
+    EXCEPTION_ACCESS_VIOLATION,
+    EXCEPTION_IN_PAGE_ERROR,
+    EXCEPTION_ILLEGAL_INSTRUCTION,
+    EXCEPTION_PRIV_INSTRUCTION,
+    EXCEPTION_STACK_OVERFLOW,
+    EXCEPTION_GUARD_PAGE,
+    EXCEPTION_DATATYPE_MISALIGNMENT,
+    EXCEPTION_ARRAY_BOUNDS_EXCEEDED,
+    EXCEPTION_INT_DIVIDE_BY_ZERO,
+    EXCEPTION_INT_OVERFLOW,
+    EXCEPTION_FLT_DENORMAL_OPERAND,
+    EXCEPTION_FLT_DIVIDE_BY_ZERO,
+    EXCEPTION_FLT_INEXACT_RESULT,
+    EXCEPTION_FLT_INVALID_OPERATION,
+    EXCEPTION_FLT_OVERFLOW,
+    EXCEPTION_FLT_STACK_CHECK,
+    EXCEPTION_FLT_UNDERFLOW,
+    EXCEPTION_INVALID_DISPOSITION,
+    EXCEPTION_NONCONTINUABLE_EXCEPTION,
+};
+
+/// What is meant for a debugger, after which the program goes on: breakpoints, names of threads, texts, control keys.
+constexpr DWORD messages[] = {
+    EXCEPTION_BREAKPOINT, EXCEPTION_SINGLE_STEP, 0x406D1388, DBG_PRINTEXCEPTION_C, 0x4001000A, DBG_CONTROL_C,
+};
+
+/// Our compiler's exceptions, which its handlers catch: thrown, unwinding, unwinding by force.
+constexpr DWORD ofGcc[] = {0x20474343, 0x21474343, 0x22474343};
+
+}  // namespace
+
+/// Stops what programs raise, C++ exceptions of other compilers among them.
 extern "C" LONG pellFilter(const EXCEPTION_POINTERS* exception, void*) noexcept {
-    const DWORD code = exception->ExceptionRecord->ExceptionCode;
-    const bool isOfGcc = (code & 0xFFFFFF) == 0x474343;  // "GCC"
-    const bool isOfSystem = code >> 16 == 0xC000 || code >> 16 == 0x8000;
-    const bool isForDebugger = code >> 30 == 1;
-    return isOfGcc || isOfSystem || isForDebugger ? EXCEPTION_CONTINUE_SEARCH : EXCEPTION_EXECUTE_HANDLER;
+    const auto isAmong = [code = exception->ExceptionRecord->ExceptionCode](const auto& codes) {
+        return std::find(std::begin(codes), std::end(codes), code) != std::end(codes);
+    };
+    const bool passes = isAmong(faults) || isAmong(messages) || isAmong(ofGcc);
+    return passes ? EXCEPTION_CONTINUE_SEARCH : EXCEPTION_EXECUTE_HANDLER;
 }
 
 extern "C" [[noreturn]] void pellThrowForeignException() {

@@ -120,9 +120,28 @@ std::string libraryFileName(const char* libraryName) {
     return std::string(libraryName) + "_x64.dll";
 }
 
+namespace {
+
+/// A library that is damaged or lacks its own imports is a failure like another: while this lives, the system does not
+/// put a box on the screen about it and wait.
+class WithoutErrorBoxes {
+ public:
+    WithoutErrorBoxes() noexcept { SetThreadErrorMode(SEM_FAILCRITICALERRORS | SEM_NOOPENFILEERRORBOX, &previous_); }
+    ~WithoutErrorBoxes() { SetThreadErrorMode(previous_, nullptr); }
+    WithoutErrorBoxes(const WithoutErrorBoxes&) = delete;
+    WithoutErrorBoxes& operator=(const WithoutErrorBoxes&) = delete;
+
+ private:
+    DWORD previous_ = 0;
+};
+
+}  // namespace
+
 // The altered search path makes the library's own imports come from its folder first, not from the host's.
 Module loadModule(const std::string& path) {
-    return LoadLibraryExW(toWide(path).c_str(), nullptr, LOAD_WITH_ALTERED_SEARCH_PATH);
+    const std::wstring file = toWide(path);
+    const WithoutErrorBoxes quiet;
+    return LoadLibraryExW(file.c_str(), nullptr, LOAD_WITH_ALTERED_SEARCH_PATH);
 }
 
 Module importedModule(const std::string& fileName) {
