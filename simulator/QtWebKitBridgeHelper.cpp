@@ -21,7 +21,9 @@ void BridgeHelperSetResponse(uint32_t promise, uint32_t status, const char* json
     });
 }
 
+// Whoever observes events may ask for more: they are told once the simulator's mutex is free again.
 void BridgeHelperDispatchEvent(const char* name, const char* json) {
+    const simulator::ObservedScope scope;
     auto arrived = false;
     HostCall(__func__).run([&](World&) {
         arrived = true;

@@ -80,7 +80,7 @@ class Server::Implementation : public Clients {
         for (auto& acceptor : acceptors_) accept(acceptor);
         waitForInterruption();
         context_.run();
-        site_.pool().finish();  // whose threads answer to this context
+        site_.finish();  // whose threads answer to this context
     }
 
     Route route(const HttpRequest& head) override { return site_.route(head); }
@@ -157,7 +157,7 @@ class Server::Implementation : public Clients {
             if (isEnding_) std::_Exit(EXIT_FAILURE);  // what runs is left to itself
             isEnding_ = true;
             for (auto& acceptor : acceptors_) acceptor.close();
-            site_.pool().close();
+            site_.close();
             end();
         });
     }

@@ -14,6 +14,10 @@ namespace {
 constexpr std::size_t maximumThreads = 32;
 constexpr std::size_t maximumWaiting = 1024;
 
+/// The lab's own requests never wait for a monitor, and must not wait for those that do.
+constexpr std::size_t maximumLabThreads = 2;
+constexpr std::size_t maximumLabWaiting = 64;
+
 HttpResponse notFound() {
     return errorResponse(404, "NotFound", "There is nothing at this address.");
 }
@@ -73,7 +77,18 @@ Site::Site(SiteOptions options, Journal& journal, Lab& lab, EventLog& events)
       lab_(lab),
       events_(events),
       guard_(0, {}),
-      pool_(maximumThreads, maximumWaiting) {}
+      pool_(maximumThreads, maximumWaiting),
+      labPool_(maximumLabThreads, maximumLabWaiting) {}
+
+void Site::close() {
+    pool_.close();
+    labPool_.close();
+}
+
+void Site::finish() {
+    pool_.finish();
+    labPool_.finish();
+}
 
 Route Site::route(const HttpRequest& head) {
     if (auto refusal = guard_.refusal(head)) return {std::move(*refusal)};
@@ -106,7 +121,7 @@ Route Site::routeOfPlugin(const HttpRequest& head) {
     }
     if (!request) return {notFound()};
     if (!isResourceMethod(head.method)) return {methodNotAllowed("GET, PUT, POST, DELETE")};
-    return {onPool([this, request = std::move(*request)](const HttpRequest& http) {
+    return {on(pool_, [this, request = std::move(*request)](const HttpRequest& http) {
         auto whole = request;
         whole.body = http.body;
         return ask(whole, isOfLab(http) ? "lab" : "http");
@@ -120,16 +135,16 @@ Route Site::routeOfLab(const HttpRequest& head) {
     if (name == "exchanges") return events(lab_.exchanges(), head);
     if (name == "simulate")
         return head.method == "POST"
-                   ? Route{onPool([this](const HttpRequest& http) { return lab_.simulate(http.body); })}
+                   ? Route{on(labPool_, [this](const HttpRequest& http) { return lab_.simulate(http.body); })}
                    : Route{methodNotAllowed("POST")};
     const auto isState = name == "state";
     if (!isState && name != "recording") return {notFound()};
     if (head.method != "GET") return {methodNotAllowed("GET")};
-    return {onPool([this, isState](const HttpRequest&) { return isState ? lab_.state() : lab_.recording(); })};
+    return {on(labPool_, [this, isState](const HttpRequest&) { return isState ? lab_.state() : lab_.recording(); })};
 }
 
-Whole Site::onPool(std::function<HttpResponse(const HttpRequest&)> answer) {
-    return [this, answer = std::move(answer)](HttpRequest request, Reply reply) {
+Whole Site::on(WorkPool& pool, std::function<HttpResponse(const HttpRequest&)> answer) {
+    return [&pool, answer = std::move(answer)](HttpRequest request, Reply reply) {
         auto work = [answer, reply, request = std::move(request)]() mutable {
             try {
                 reply(answer(request));
@@ -137,7 +152,7 @@ Whole Site::onPool(std::function<HttpResponse(const HttpRequest&)> answer) {
                 reply(errorResponse(500, "HostError", error.what()));
             }
         };
-        if (!pool_.add(std::move(work)))
+        if (!pool.add(std::move(work)))
             reply(errorResponse(503, "ServiceUnavailable", "Too many requests wait already."));
     };
 }

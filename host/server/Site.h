@@ -32,7 +32,11 @@ class Site {
     /// What becomes of a request with this head; its body is not there yet.
     Route route(const HttpRequest& head);
 
-    WorkPool& pool() { return pool_; }
+    /// Drops the requests that wait for a thread; none is taken any more.
+    void close();
+
+    /// The same, and waits for what runs.
+    void finish();
 
  private:
     Route routeAllowed(const HttpRequest& head);
@@ -42,7 +46,7 @@ class Site {
     HttpResponse ask(const Request& request, const std::string& source);
 
     /// A request that a thread of the pool answers.
-    Whole onPool(std::function<HttpResponse(const HttpRequest&)> answer);
+    static Whole on(WorkPool& pool, std::function<HttpResponse(const HttpRequest&)> answer);
 
     const SiteOptions options_;
     Journal& journal_;
@@ -50,6 +54,7 @@ class Site {
     EventLog& events_;
     Guard guard_;
     WorkPool pool_;
+    WorkPool labPool_;
 };
 
 }  // namespace host::server

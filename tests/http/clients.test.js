@@ -99,6 +99,17 @@ for (const build of builds)
             await server.simulate({ simulate: 'reset' });
         });
 
+        // More than there are threads for the plug-in. Only the lab can end that.
+        await t.test('many requests that take long do not keep the lab waiting', async () => {
+            await server.simulate({ simulate: 'delay', product: 'TB240', serial: '10000002', milliseconds: 3_600_000 });
+            const slow = Array.from({ length: 40 }, () => ask(address, '/pell/Monitors/TB240/10000002/Brightness'));
+            await later(100);
+            assert.equal((await ask(address, '/lab/api/state')).status, 200);
+            await server.simulate({ simulate: 'reset' });
+            await server.simulate({ simulate: 'advance', milliseconds: 3_600_000 });
+            for (const { status } of await Promise.all(slow)) assert.equal(status, 200);
+        });
+
         await t.test('1,000 connections at once, each with a request', async () => {
             const connections = Array.from({ length: 1000 }, () => connect(port));
             await Promise.all(connections.map(({ socket }) => new Promise((resolve) => socket.on('connect', resolve))));
