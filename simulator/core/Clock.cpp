@@ -2,7 +2,9 @@
 
 #include <algorithm>
 #include <condition_variable>
+#include <cstddef>
 #include <mutex>
+#include <new>
 
 namespace simulator {
 
@@ -31,8 +33,9 @@ struct Clock {
 
     /// Never destroyed: a thread of a library may still wait at the process's end.
     static Clock& instance() {
-        static auto& clock = *new Clock;
-        return clock;
+        alignas(Clock) static std::byte memory[sizeof(Clock)];
+        static auto* const clock = new (memory) Clock;
+        return *clock;
     }
 };
 
