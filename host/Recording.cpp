@@ -53,10 +53,30 @@ void Redaction::learn(const Json& json) {
 }
 
 void Redaction::replace(Json& json) const {
-    if (json.is_string())
+    if (json.is_string()) {
         json = replaced(json);
-    else if (json.is_structured())
+    } else if (json.is_array()) {
         for (auto& part : json) replace(part);
+    } else if (json.is_object()) {
+        for (const auto& [name, value] : json.items()) {
+            if (name == "text")
+                replaceInText(value);
+            else if (name == "texts" && value.is_array())
+                for (auto& text : value) replaceInText(text);
+            else
+                replace(value);
+        }
+    }
+}
+
+/// Of a text that is JSON only the strings: a number may look like a serial, and stays.
+void Redaction::replaceInText(Json& text) const {
+    if (!text.is_string()) return replace(text);
+    const auto inner = Json::parse(text.get_ref<const std::string&>(), nullptr, false);
+    if (inner.is_discarded()) return replace(text);
+    auto redacted = inner;
+    replace(redacted);
+    if (redacted != inner) text = writeJson(redacted);
 }
 
 /// Whole words only: a serial may be as short as a digit.

@@ -26,6 +26,7 @@ class Redaction {
  private:
     void learn(const Json& json);
     void replace(Json& json) const;
+    void replaceInText(Json& text) const;
     std::string replaced(const std::string& text) const;
 
     std::map<std::string, std::string, std::greater<>> serials_;  ///< longer ones before what they begin with

@@ -120,6 +120,21 @@ for (const build of builds)
             });
         });
 
+        await t.test('numbers that look like a serial are left alone', () => {
+            const scenario = JSON.stringify({ monitors: [{ product: 'TQ271-P', serial: '50' }] });
+            fs.writeFileSync(file('fifty.json'), scenario);
+            const input = [call('Brightness', 'GET', '', { product: 'TQ271-P', serial: '50' })];
+            const options = ['--scenario', pathOf(file('fifty.json'))];
+            const output = pathOf(file('fifty.jsonl'));
+            run(
+                [...options, 'batch', '--redact', '--record', output],
+                input.map((line) => JSON.stringify(line)).join('\n'),
+            );
+            const [, line] = lines(file('fifty.jsonl'));
+            assert.equal(line.responses[0].text, '{"error":null,"value":50}');
+            assert.equal(replay(file('fifty.jsonl')).status, 0);
+        });
+
         await t.test('a server is recorded with its packages and its time', async (inner) => {
             const server = await startServer(inner, build, '--record', pathOf(file('served.jsonl')));
             run([
