@@ -35,6 +35,7 @@ constexpr auto ofStreams = 15s;   ///< after which a stream that has nothing to 
 /// How much a client may send.
 namespace limits {
 constexpr std::size_t connections = 2048;
+constexpr std::size_t streams = 64;  ///< of events, each of which holds what its reader has not taken yet
 constexpr std::size_t head = 16 * 1024;
 constexpr std::size_t fields = 100;
 constexpr std::size_t body = 8u << 20;        ///< a colour table of 33 * 33 * 33 points takes 2 MB

@@ -86,8 +86,9 @@ class Server::Implementation : public Clients {
     Route route(const HttpRequest& head) override { return site_.route(head); }
 
     void stream(beast::tcp_stream connection, const Events& events, const std::string& fields) override {
-        const auto stream = std::make_shared<EventStream>(std::move(connection), events, *this);
         std::erase_if(streams_, [](const auto& other) { return other.expired(); });
+        if (streams_.size() >= limits::streams) return;  // the connection is closed, and its browser tries again
+        const auto stream = std::make_shared<EventStream>(std::move(connection), events, *this);
         streams_.push_back(stream);
         stream->start(fields);
     }

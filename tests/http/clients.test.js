@@ -86,6 +86,20 @@ for (const build of builds)
             [...slow, deaf, events].forEach((socket) => socket.destroy());
         });
 
+        await t.test('readers of events that read nothing are not let in without end', async () => {
+            const readers = Array.from({ length: 100 }, () => connect(port));
+            let closed = 0;
+            for (const { socket } of readers) {
+                socket.on('close', () => ++closed);
+                socket.write(head(port, '\r\n', '/lab/api/exchanges?since=0'));
+            }
+            while (closed < 36) await later(10);
+            await server.assertAlive();
+            assert.equal(closed, 36);
+            readers.forEach(({ socket }) => socket.destroy());
+            await later(100);
+        });
+
         await t.test('a request that takes long holds up no other', async () => {
             await server.simulate({ simulate: 'delay', product: 'TB240', serial: '10000002', milliseconds: 3_600_000 });
             const slow = ask(address, '/pell/Monitors/TB240/10000002/Brightness');
