@@ -14,19 +14,6 @@ namespace {
 using simulator::Json;
 using simulator::parseJson;
 
-std::string decodePercent(std::string_view text) {
-    std::string decoded;
-    for (std::size_t at = 0; at < text.size(); ++at) {
-        const auto digits = text.substr(at + 1, 2);
-        unsigned char byte{};
-        const bool isEncoded = text[at] == '%' && digits.size() == 2 &&
-                               std::from_chars(digits.data(), digits.data() + 2, byte, 16).ptr == digits.data() + 2;
-        decoded += isEncoded ? static_cast<char>(byte) : text[at];
-        if (isEncoded) at += 2;
-    }
-    return decoded;
-}
-
 Json jsonOrText(std::string text) {
     try {
         return parseJson(text);
@@ -47,6 +34,19 @@ std::string objectText(std::string_view query) {
 }
 
 }  // namespace
+
+std::string decodePercent(std::string_view text) {
+    std::string decoded;
+    for (std::size_t at = 0; at < text.size(); ++at) {
+        const auto digits = text.substr(at + 1, 2);
+        unsigned char byte{};
+        const bool isEncoded = text[at] == '%' && digits.size() == 2 &&
+                               std::from_chars(digits.data(), digits.data() + 2, byte, 16).ptr == digits.data() + 2;
+        decoded += isEncoded ? static_cast<char>(byte) : text[at];
+        if (isEncoded) at += 2;
+    }
+    return decoded;
+}
 
 std::string queryText(std::string_view query) {
     if (query.empty()) return {};

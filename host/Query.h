@@ -15,4 +15,7 @@ namespace host {
 /// Throws std::invalid_argument when a query that begins with `{` is no JSON object.
 std::string queryText(std::string_view query);
 
+/// Without percent-encoding; a percent sign without two hexadecimal digits stands for itself.
+std::string decodePercent(std::string_view text);
+
 }  // namespace host

@@ -44,9 +44,6 @@ struct HttpResponse {
 /// The envelope of the plug-in around an error of the server's own.
 HttpResponse errorResponse(unsigned status, std::string_view name, std::string_view message);
 
-/// Undoes percent-encoding. A percent sign without two hexadecimal digits stands for itself.
-std::string decodePercent(std::string_view text);
-
 /// Takes the answer of a request, once, on any thread.
 using Reply = std::function<void(HttpResponse)>;
 

@@ -5,6 +5,7 @@
 #include <iterator>
 
 #include "host/Platform.h"
+#include "host/Query.h"
 
 namespace host::server {
 
