@@ -63,7 +63,7 @@ class PerMode : public MonitorBridgeTemplate {
         const Value& query = request.requestQuery;
         if (answerQuery(result, monitor, query, Resource::queries())) return;
         const auto selected = Modes::selector.in(query);
-        const auto modes = selected ? std::vector{*selected} : Modes::numbers(monitor, Resource::get.action);
+        const auto modes = selected ? std::vector(1, *selected) : Modes::numbers(monitor, Resource::get.action);
         Value entries = Value::array();
         if (!modes.empty()) {
             const auto read = Resource::reader(monitor);
