@@ -2,8 +2,8 @@
 // request is answered once, in JSON that the log agrees with; locks, critical sections and handles are given back; and
 // calls and memory stay within bounds.
 //
-// An input is lines of any bytes. The first one says what the companions do: records of twelve bytes, see Departure.
-// The others are requests, five lines each:
+// An input is requests, lines of any bytes, six for each:
+//   ............      what the companions do meanwhile: records of twelve bytes, see Departure
 //   Brightness        the export; any other text stands for one of them
 //   PUT               the method, or the whole options
 //   0                 the number of a simulated monitor, or the whole parameters
@@ -84,8 +84,8 @@ constexpr std::array<std::uint32_t, 12> results{0,          1,          2,      
 /// Beyond the bounds of lists whose items take calls. Longer lists are left to the tests: they take seconds here.
 constexpr std::array<std::uint32_t, 8> counts{0, 1, 2, 17, 256, 1025, 5000, 65536};
 
-/// One record of the first line: after so many calls that go as usual, the next one departs. Its bytes are that number,
-/// the kinds, the result, the count (of five bits) with the number of bytes to write (of three), and these bytes.
+/// One record: after so many calls that go as usual, the next one departs. Its bytes are that number, the kinds, the
+/// result, the count (of five bits) with the number of bytes to write (of three), and these bytes.
 struct Departure {
     static constexpr std::size_t size = 12;
     enum Kind : std::uint8_t {
@@ -158,9 +158,9 @@ class Fuzzer {
     void run(std::string_view input) {
         if (changed_) simulator::simulate({{"simulate", "reset"}});
         changed_ = false;
-        const auto departures = takeLine(input);
-        simulator::setInterferer(Interferer(departures));
         for (int count = 0; count < 8 && !input.empty(); ++count) {
+            const auto departures = takeLine(input);
+            simulator::setInterferer(Interferer(departures));
             const auto name = takeLine(input);
             const auto method = takeLine(input);
             const auto parameters = takeLine(input);
@@ -340,12 +340,16 @@ class Fuzzer {
 
 // ---- Mutations ------------------------------------------------------------------------------------------------------
 
-/// A new record of what companions do.
+/// A new record of what companions do: mostly one thing, at one of the first calls.
 std::string randomDeparture(std::minstd_rand& random) {
     std::string record;
     for (std::size_t i = 0; i < Departure::size; ++i) record += static_cast<char>(random() >> 8);
-    record[0] = static_cast<char>(random() % 16);
-    record[1] = static_cast<char>(random() % 128);
+    record[0] = static_cast<char>(random() % 10);
+    unsigned kinds = 1U << random() % 4;
+    if (random() % 4 == 0) kinds |= 1U << random() % 4;
+    if (random() % 4 == 0) kinds |= Departure::Counts;
+    if (random() % 4 == 0) kinds |= random() % 2 ? Departure::FromNowOn : Departure::Everywhere;
+    record[1] = static_cast<char>(kinds);
     std::replace(record.begin(), record.end(), '\n', '\0');
     return record;
 }
@@ -372,32 +376,28 @@ extern "C" std::size_t LLVMFuzzerCustomMutator(std::uint8_t* data, std::size_t s
     const auto choice = random() % 8;
     if (choice == 0) return LLVMFuzzerMutate(data, size, maximum);
     std::string text(reinterpret_cast<const char*>(data), size);
-    if (choice < 4) {
-        text.insert(random() % 2 * Departure::size % (std::min(text.find('\n'), size) + 1), randomDeparture(random));
-    } else {
-        const auto count = static_cast<std::size_t>(std::count(text.begin(), text.end(), '\n')) + 1;
-        std::size_t begin = 0;
-        for (auto skipped = random() % count; skipped > 0; --skipped) begin = text.find('\n', begin) + 1;
-        const auto length = std::min(text.find('\n', begin), size) - begin;
+    const auto count = static_cast<std::size_t>(std::count(text.begin(), text.end(), '\n')) + 1;
+    auto number = random() % count;
+    if (choice < 4) number -= number % 6;  // what the companions do
+    std::size_t begin = 0;
+    for (; number > 0; --number) begin = text.find('\n', begin) + 1;
+    const auto length = std::min(text.find('\n', begin), size) - begin;
+    if (choice < 3)
+        text.replace(begin, random() % 2 * length, randomDeparture(random));
+    else
         text.replace(begin, length, mutateLine(text.substr(begin, length), length + maximum - size));
-    }
     size = std::min(text.size(), maximum);
     std::copy_n(text.begin(), size, data);
     return size;
 }
 
-/// The requests of one input after those of another, among the companions of either.
+/// The requests of one input after those of another.
 extern "C" std::size_t LLVMFuzzerCustomCrossOver(const std::uint8_t* data, std::size_t size, const std::uint8_t* other,
                                                  std::size_t otherSize, std::uint8_t* output, std::size_t maximum,
-                                                 unsigned seed) {
-    const std::string_view first(reinterpret_cast<const char*>(data), size);
-    const std::string_view second(reinterpret_cast<const char*>(other), otherSize);
-    const auto endOfLine = [](std::string_view text) { return std::min(text.find('\n'), text.size()); };
-    std::string text((seed % 2 ? first : second).substr(0, endOfLine(seed % 2 ? first : second)));
-    for (const auto input : {first, second}) {
-        text += input.substr(endOfLine(input));
-        if (text.ends_with('\n')) text.pop_back();
-    }
+                                                 unsigned) {
+    std::string text(reinterpret_cast<const char*>(data), size);
+    if (!text.ends_with('\n')) text += '\n';
+    text.append(reinterpret_cast<const char*>(other), otherSize);
     size = std::min(text.size(), maximum);
     std::copy_n(text.begin(), size, output);
     return size;

@@ -1,6 +1,6 @@
 // Makes what the fuzzers start from: fuzz_seeds CATALOGUE DIRECTORY writes, of the catalogue's examples,
 //   DIRECTORY/json/*            their bodies and answers, and texts at the edges of the dialect
-//   DIRECTORY/exports/*         the requests, one resource's in an input
+//   DIRECTORY/exports/*         the requests, undisturbed and with each of their first calls disturbed
 //   DIRECTORY/dictionary        every text in them
 #include <filesystem>
 #include <fstream>
@@ -9,6 +9,7 @@
 #include <set>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -82,22 +83,52 @@ class Seeds {
     std::set<std::string> words_;
 };
 
-// Departures of fuzz_exports: all lists in two steps are said to have 65536 items; the n-th call fails.
-const std::string longLists("\0\x60\0\x38\0\0\0\0\0\0\0\0\n", 13);
-std::string failureAt(char call) {
-    return call + std::string("\x02\x05\0\0\0\0\0\0\0\0\0\n", 12);
+// What companions do, as fuzz_exports reads it.
+const std::string longLists("\0\x60\0\x38\0\0\0\0\0\0\0\0", 12);  // all lists in two steps have 65536 items
+std::string answerAt(std::size_t call, char result) {
+    return std::string({static_cast<char>(call), '\x02', result}) + std::string(9, '\0');
+}
+std::string failureAt(std::size_t call) {
+    return answerAt(call, 5);
+}
+std::string zeroAt(std::size_t call) {  // no handle, no text, "no"
+    return answerAt(call, 0);
+}
+
+/// As many requests as fuzz_exports takes of an input.
+using Group = std::vector<std::string>;
+constexpr std::size_t mostRequests = 8;
+
+void addGroup(Seeds& seeds, const Group& group) {
+    const auto add = [&](auto departureOf) {
+        std::string text;
+        for (std::size_t i = 0; i < group.size(); ++i) text += departureOf(i) + "\n" + group[i];
+        seeds.add("exports", text);
+    };
+    add([](std::size_t) { return std::string(); });
+    add([](std::size_t) { return longLists; });
+    for (std::size_t call = 0; call < 8; ++call)
+        add([&](std::size_t i) { return (call + i) % 2 ? failureAt(call) : zeroAt(call); });
+}
+
+std::string textOf(const Request& request) {
+    const auto parameters = request.identifier.empty() ? "0" : json{{"id", request.identifier}}.dump();
+    return request.resource + "\n" + request.method + "\n" + parameters + "\n" + request.query + "\n" + request.body +
+           "\n";
+}
+
+/// Opens a package and asks for it, undisturbed until then.
+void addFileRequest(Seeds& seeds, const std::string& name, const std::string& request) {
+    const auto open = textOf(parseRequest("POST {\"path\":\"$package\"}", name));
+    for (std::size_t call = 0; call < 8; ++call)
+        for (const auto& departure : {failureAt(call), zeroAt(call)})
+            seeds.add("exports", "\n" + open + departure + "\n" + textOf(parseRequest(request, name)));
 }
 
 void addResource(Seeds& seeds, const std::string& name, const json& resource) {
-    const auto lineOf = [](const Request& request) {
-        const auto parameters = request.identifier.empty() ? "0" : json{{"id", request.identifier}}.dump();
-        return request.resource + "\n" + request.method + "\n" + parameters + "\n" + request.query + "\n" +
-               request.body + "\n";
-    };
-    std::string all;
+    Group group;
     for (const json& example : resource.at("examples")) {
         const auto request = parseRequest(example.at(0).get<std::string>(), name);
-        const auto line = lineOf(request);
         const auto answer = example.at(1).get<std::string>();
         for (const auto& text : {request.query, request.body, answer.substr(std::min<std::size_t>(4, answer.size()))}) {
             const auto value = json::parse(text, nullptr, false);
@@ -105,18 +136,12 @@ void addResource(Seeds& seeds, const std::string& name, const json& resource) {
             seeds.add("json", text);
             seeds.addWords(value);
         }
-        seeds.add("exports", "\n" + line);
-        all += line;
+        group.push_back(textOf(request));
+        seeds.add("exports", "\n" + group.back());
+        if (group.size() == mostRequests) addGroup(seeds, std::exchange(group, {}));
+        if (request.identifier == "$id") addFileRequest(seeds, name, example.at(0));
     }
-    seeds.add("exports", "\n" + all);
-    seeds.add("exports", longLists + all);
-    for (char call = 0; call < '\n'; ++call) seeds.add("exports", failureAt(call) + all);
-    if (resource.at("of") != "file") return;
-    std::string life;
-    for (const std::string request : {"POST {\"path\":\"$package\"}", "GET /$id", "DELETE /$id"})
-        life += lineOf(parseRequest(request, name));
-    seeds.add("exports", "\n" + life);
-    for (char call = 0; call < '\n'; ++call) seeds.add("exports", failureAt(call) + life);
+    if (!group.empty()) addGroup(seeds, group);
 }
 
 }  // namespace
