@@ -10,6 +10,7 @@
 #include "bridge/Errors.h"
 #include "bridge/MonitorCriticalSection.h"
 #include "bridge/Resource.h"
+#include "runtime/Logger.h"
 #include "simulator/core/Simulator.h"
 
 namespace {
@@ -86,6 +87,9 @@ INSTANTIATE_TEST_SUITE_P(
                 },
                 200, R"({"error":{"detail":1,"message":"","name":""},"value":null})",
                 "statusCode:200\tmethod:GET\turi:/pell/\tmsg:Success"},
+        Outcome{"MessageWithoutAName", [] { return BridgeResult{500, "", "Failed.", {}, {}, {}}; }, 500,
+                R"({"error":{"message":"Failed.","name":""},"value":null})",
+                "statusCode:500\tmethod:GET\turi:/pell/\terr:\tmsg:Failed."},
         Outcome{"ErrorWithValue",
                 [] {
                     BridgeResult result{400, "BadRequestError", "No.", {}, {}, {}};
@@ -193,6 +197,31 @@ TEST(Runner, LogsAUriOfAnyLength) {
     runRequest(resource, {"", "", "", ""});
     EXPECT_EQ(recording.log[0]["line"],
               "statusCode:400\tmethod:GET\turi:/pell/" + std::string(10000, 'u') + "\terr:Name\tmsg:Message");
+}
+
+int triesToFindALogger = 0;
+
+TEST(Runner, LooksForTheLoggerNowAndThenWhileThereIsNone) {
+    simulator::simulate({{"simulate", "return"}, {"function", "scrivo_get_logger"}, {"result", 0}});
+    simulator::setGateObserver({.call = [](const char* function) {
+        triesToFindALogger += std::string_view(function) == "scrivo_get_logger";
+    }});
+    const simulator::Recording recording;
+    LoggerBase logger("Late");
+    std::vector<int> tries;
+    for (int line = 1; line <= 4096; ++line) {
+        const int before = triesToFindALogger;
+        logger.log(2, "nobody hears");
+        if (triesToFindALogger > before) tries.push_back(line);
+    }
+    simulator::setGateObserver({});
+    EXPECT_EQ(tries, (std::vector{1, 2, 3, 5, 9, 17, 33, 65, 129, 257, 513, 1025, 2049, 3073}));
+
+    simulator::simulate({{"simulate", "reset"}});
+    logger.log(2, "heard");
+    logger.log(5, "and the next one");
+    EXPECT_EQ(recording.log, Json::parse(R"([{"name":"Late","level":2,"line":"heard"},
+                                             {"name":"Late","level":5,"line":"and the next one"}])"));
 }
 
 // ---- The critical section ------------------------------------------------------------------------------------------

@@ -6,6 +6,10 @@
 
 #include "tests/plugin/Firmware.h"
 
+#ifdef _WIN32
+#include <windows.h>
+#endif
+
 namespace {
 
 FILE* start(const std::string& command) {
@@ -93,15 +97,28 @@ TEST(Faults, OfCompanionsAreAnswered) {
     Sweep("lies");
 }
 
+std::size_t openSystemHandles() {
+#ifdef _WIN32
+    DWORD count = 0;
+    GetProcessHandleCount(GetCurrentProcess(), &count);
+    return count;
+#else
+    return 0;
+#endif
+}
+
 // Windows has 1,088 indices of thread storage, and a plug-in that keeps one each time ends there.
 TEST(Faults, LoadingAndUnloadingLeavesNothingBehind) {
+    std::size_t handlesBefore = 0;
     for (int cycle = 0; cycle < (std::getenv("PELL_FAULTS") ? 3000 : 1200); ++cycle) {
         const host::Session session;
         const Json exchange = session.call(host::Request{"GET", "Brightness", "TQ271-P", "10000001"});
         ASSERT_EQ(exchange["responses"].size(), 1U) << cycle;
         ASSERT_EQ(exchange["responses"][0]["status"], 200) << cycle;
         ASSERT_EQ(exchange["log"].size(), 1U) << cycle;
+        if (cycle == 0) handlesBefore = openSystemHandles();
     }
+    EXPECT_EQ(openSystemHandles(), handlesBefore);
 }
 
 #endif

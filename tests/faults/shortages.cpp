@@ -16,7 +16,7 @@ struct Flow {
     std::string product = faults::product;
 };
 
-const std::string longText(100, 'x');
+const std::string longText(600, 'x');  // longer than a log line that needs no memory
 constexpr const char* open = R"(POST FileSystemDfwFile {"path":"$package"})";
 
 const Flow flows[] = {

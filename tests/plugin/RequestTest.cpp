@@ -15,6 +15,7 @@ TEST(Request, ChoosesTheMethodThatTheOptionsName) {
         {R"({"method":"GET"})", "GET"},       {R"({"method":"pUt"})", "PUT"},
         {R"({"method":"delete"})", "DELETE"}, {R"({"method":"POST"})", "POST"},
         {R"({"method":"patch"})", "GET"},     {R"({"method":""})", "GET"},
+        {R"({"method":"pu{"})", "GET"},       {R"({"method":"pu"})", "GET"},
         {R"({"method":"PUT "})", "GET"},      {R"({"method":3})", "GET"},
         {R"({"method":["PUT"]})", "GET"},     {R"({"METHOD":"PUT"})", "GET"},
         {R"(["method","PUT"])", "GET"},       {"", "GET"},

@@ -15,6 +15,7 @@ namespace {
 long allocations = 0;
 long untilFailure = 0;  // counts down to the failing allocation; 0 fails none
 bool regionsFail = false;
+long regions = 0;
 long comparisons = 0;
 
 void* allocate(std::size_t size, std::size_t alignment) {
@@ -31,6 +32,7 @@ void* operator new(std::size_t size) {
 }
 void* operator new(std::size_t size, std::align_val_t alignment) {
     if (regionsFail) throw std::bad_alloc();
+    ++regions;
     return allocate(size, static_cast<std::size_t>(alignment));
 }
 void operator delete(void* memory) noexcept {
@@ -40,6 +42,7 @@ void operator delete(void* memory, std::size_t) noexcept {
     std::free(memory);
 }
 void operator delete(void* memory, std::align_val_t) noexcept {
+    --regions;
     std::free(memory);
 }
 void operator delete(void* memory, std::size_t, std::align_val_t) noexcept {
@@ -153,6 +156,17 @@ TEST(Memory, AnIndexThatNoMemoryHoldsIsAFailureToo) {
         EXPECT_THROW(value.element(std::numeric_limits<std::size_t>::max()), std::bad_alloc);
         EXPECT_THROW(value.element(std::numeric_limits<std::size_t>::max() / sizeof(Value)), std::bad_alloc);
         EXPECT_EQ(value, start);
+    }
+}
+
+TEST(Memory, OfTheStoreIsFreedInTheEnd) {
+    Store::freeSpares();
+    const long before = regions;
+    parsed("[" + std::string(100000, '[') + std::string(100000, ']') + "]");
+    EXPECT_GT(regions, before);
+    for (int round = 0; round < 2; ++round) {
+        Store::freeSpares();
+        EXPECT_EQ(regions, before);
     }
 }
 

@@ -127,6 +127,7 @@ TEST(Value, MayBeAssignedWhatItHolds) {
     EXPECT_EQ(written(value), R"({"eep":null})");
     auto& same = value;
     value = same;
+    swap(value, same);
     value.append(value);
     EXPECT_EQ(written(value), R"([{"eep":null}])");
 }
@@ -147,7 +148,7 @@ TEST(Value, ConvertsToNumbers) {
         [null, null, null, null, null], [{}, null, null, null, null], [[1], null, null, null, null],
         [true, 1, 1, 1, true], [false, 0, 0, 0, false], [0, 0, null, 0, false], [-3, -3, null, -3, true],
         [2147483648, null, 2147483648, 2147483648, true], [-2147483648, -2147483648, null, -2147483648, true],
-        [4294967296, null, 0, 4294967296, true], [4294967297, null, 1, 4294967297, true],
+        [4294967296, null, 0, 4294967296, true], [-2147483649, null, null, -2147483649, true], [4294967297, null, 1, 4294967297, true],
         [2.5, 3, 3, 2.5, true], [-2.5, -3, null, -2.5, true], [-0.4, 0, 0, -0.4, true],
         [2147483647.5, null, 2147483648, 2147483647.5, true], [-1e999, null, null, -1e999, true],
         [4294967295.4, null, 4294967295, 4294967295.4, true], [4294967295.5, null, null, 4294967295.5, true],
@@ -184,6 +185,7 @@ TEST(Value, ConvertsToNumbers) {
 
 TEST(Value, ConvertsToText) {
     EXPECT_EQ(Value("as it is").asString("no"), "as it is");
+    EXPECT_EQ(Value("as it is").size(), 8U);
     EXPECT_EQ(Value(true).asString(), "true");
     EXPECT_EQ(Value(std::numeric_limits<std::int64_t>::min()).asString(), "-9223372036854775808");
     EXPECT_EQ(Value(-0.0).asString(), "0.0");

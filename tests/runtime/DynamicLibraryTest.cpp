@@ -46,21 +46,30 @@ TEST_F(DynamicLibraryTest, FindsALibraryThatIsInstalledLater) {
     EXPECT_TRUE(library.isLoaded());
 }
 
-TEST(Path, IsJoinedWithOneSeparator) {
+TEST_F(DynamicLibraryTest, TakesTheModuleOfAnImport) {
+    DynamicLibrary library;
+    for (int round = 0; round < 2; ++round) {
+        library.loadImported(platform::libraryFileName("libdmc"));
+        EXPECT_EQ(library.directory().text(), own.text());
+    }
+    library.reportMissingFunction();  // which only the companions' loaders take for a failure
+}
+
+TEST(Path, HasAParentAndIsJoinedWithOneSeparator) {
     const std::string separator(1, platform::pathSeparator);
     const struct {
-        const char* directory;
-        const char* rest;
+        const char* path;
+        const char* parent;
         std::string joined;
     } cases[] = {
-        {"a", "b", "a" + separator + "b"},
-        {"a", "/b", "a" + separator + "b"},
-        {"a/", "b", "a/b"},
-        {"a/", "//b", "a/b"},
-        {"", "/b", ""},
+        {"/a/b", "/a", "/a/b" + separator + "c"}, {"/a/", "/a", "/a/c"}, {"/", "", "/c"},
+        {"a", "", "a" + separator + "c"},         {"", "", ""},
     };
-    for (const auto& [directory, rest, joined] : cases)
-        EXPECT_EQ(fs::Path(directory).joined(rest).text(), joined) << directory << " and " << rest;
+    for (const auto& [path, parent, joined] : cases) {
+        EXPECT_EQ(fs::Path(path).parent().text(), parent) << path;
+        EXPECT_EQ(fs::Path(path).joined("c").text(), joined) << path;
+        EXPECT_EQ(fs::Path(path).joined("//c").text(), joined) << path;
+    }
 }
 
 TEST(Loaders, ReportAMissingFunctionUnderTheirName) {

@@ -7,7 +7,6 @@
 #include <map>
 #include <string>
 
-#include "runtime/Path.h"
 #include "runtime/platform/Platform.h"
 
 namespace {
@@ -69,6 +68,7 @@ TEST(Folders, AreThoseOfTheEnvironment) {
 TEST(Folders, AreTheUsualOnesWithoutAnEnvironment) {
     const Environment environment(
         {{"HOME", ""}, {"TMPDIR", ""}, {"XDG_DATA_DIRS", ""}, {"XDG_DATA_HOME", ""}, {"XDG_CONFIG_HOME", ""}});
+    setenv("TMPDIR", "", 1);
     auto paths = folders();
     EXPECT_EQ(paths[Folder::Temporary], "/tmp");
     EXPECT_EQ(paths[Folder::CommonApplicationData], "/usr/local/share");
@@ -96,16 +96,17 @@ TEST(Folders, TheDesktopIsWhereTheUserHasPutIt) {
     std::filesystem::remove_all(directory);
 }
 
-TEST(Path, HasAParentAndIsJoinedWithOneSeparator) {
-    const struct {
-        const char* path;
-        const char* parent;
-        const char* joined;
-    } cases[] = {{"/a/b", "/a", "/a/b/c"}, {"/a/", "/a", "/a/c"}, {"/", "", "/c"}, {"a", "", "a/c"}, {"", "", ""}};
-    for (const auto& [path, parent, joined] : cases) {
-        EXPECT_EQ(fs::Path(path).parent().text(), parent) << path;
-        EXPECT_EQ(fs::Path(path).joined("//c").text(), joined) << path;
-    }
+TEST(Modules, HaveAFullPathHoweverTheyWereLoaded) {
+    const auto before = std::filesystem::current_path();
+    std::filesystem::current_path(platform::ownDirectory());
+    const platform::Module relative = platform::loadModule("./" + platform::libraryFileName("libcolour"));
+    EXPECT_EQ(platform::fileOf(relative), std::filesystem::current_path() / "./libcolour_x64.so");
+    std::filesystem::current_path(before);
+    platform::freeModule(relative);
+
+    const platform::Module program = platform::loadModule("");
+    EXPECT_EQ(platform::fileOf(program), "");
+    platform::freeModule(program);
 }
 
 }  // namespace
