@@ -83,7 +83,8 @@ test('the sums are those of all files', () => {
 
 test('nothing tells where it was built', () => {
     const places = [process.cwd(), os.homedir() + path.sep, os.tmpdir() + path.sep, fs.realpathSync('build')];
-    const found = files.flatMap((file) =>
+    const ours = files.filter((file) => !file.startsWith('licenses/'));
+    const found = ours.flatMap((file) =>
         places.filter((place) => read(file).includes(place)).map((one) => [file, one]),
     );
     assert.deepEqual(found, []);
@@ -148,28 +149,25 @@ add_executable(host host.c)
 target_link_libraries(host PRIVATE libpell::libpell)
 `,
     );
-    // A program without a C runtime, as clang has none of the MSVC ABI here.
     fs.writeFileSync(
         path.join(source, 'host.c'),
         `#define LIBPELL_DECLARE_EXPORTS
 #include <libpell.h>
-int start(void) {
+int main(void) {
     return Setup("", "", "", "") == 0 && Brightness("", "", "", "") != 0 ? 7 : 1;
 }
 `,
     );
     const compilers = {
-        gcc: [
-            '-DCMAKE_C_COMPILER=x86_64-w64-mingw32-gcc-posix',
-            '-DCMAKE_EXE_LINKER_FLAGS=-nostdlib -Wl,--entry,start',
-        ],
+        gcc: ['-DCMAKE_C_COMPILER=x86_64-w64-mingw32-gcc-posix'],
+        // Without a C runtime, as there is none of the MSVC ABI here.
         clang: [
             '-DCMAKE_C_COMPILER=clang',
             '-DCMAKE_C_COMPILER_TARGET=x86_64-pc-windows-msvc',
             '-DCMAKE_TRY_COMPILE_TARGET_TYPE=STATIC_LIBRARY',
             '-DCMAKE_MSVC_RUNTIME_LIBRARY=',
             '-DCMAKE_C_STANDARD_LIBRARIES=',
-            '-DCMAKE_EXE_LINKER_FLAGS=-nostdlib -Wl,/entry:start',
+            '-DCMAKE_EXE_LINKER_FLAGS=-nostdlib -Wl,/entry:main',
         ],
     };
     for (const [compiler, options] of Object.entries(compilers)) {
