@@ -10,13 +10,13 @@ const [root, version, time] = process.argv.slice(2);
 const built = 'build/windows';
 const run = (...command) => execFileSync(command[0], command.slice(1), { encoding: 'utf8', maxBuffer: 1 << 28 });
 
-/** The files of other projects that the objects of some folders of the build were compiled from. */
-function headersOf(...folders) {
+/** The files of other projects that the objects of a folder of the build were compiled from. */
+function headersOf(folder) {
     const headers = new Set();
-    let isOurs = false;
+    let isAsked = false;
     for (const line of run('ninja', '-C', built, '-t', 'deps').split('\n'))
-        if (/^\S/.test(line)) isOurs = folders.some((folder) => line.startsWith(`${folder}/`));
-        else if (isOurs && line) headers.add(fs.realpathSync(path.resolve(built, line.trim())));
+        if (/^\S/.test(line)) isAsked = line.startsWith(`${folder}/`);
+        else if (isAsked && line) headers.add(fs.realpathSync(path.resolve(built, line.trim())));
     return [...headers].filter((header) => !header.startsWith(`${process.cwd()}/`));
 }
 
@@ -59,7 +59,8 @@ function npmPackages(script) {
 const runtime = ['libstdc++-6.dll', 'libgcc_s_seh-1.dll', 'libwinpthread-1.dll'];
 const linkedIn = {
     'bin/libpell.dll': debianPackages([...headersOf('src'), ...ofCompiler('libstdc++.a', 'libgcc.a', 'dllcrt2.o')]),
-    'pellhost/pellhost.exe': debianPackages([...headersOf('host', 'simulator'), ...ofCompiler('libgcc.a', 'crt2.o')]),
+    'pellhost/pellhost.exe': debianPackages([...headersOf('host'), ...ofCompiler('libgcc.a', 'crt2.o')]),
+    'pellhost/pell_simulator.dll': debianPackages([...headersOf('simulator'), ...ofCompiler('libgcc.a', 'dllcrt2.o')]),
     ...Object.fromEntries(runtime.map((name) => [`pellhost/${name}`, debianPackages(ofCompiler(name))])),
     'pellhost/lab/lab.js': npmPackages('lab/src/parts/lab-app.ts'),
     'docs/site.js': npmPackages('docs/site/site.js'),
