@@ -17,9 +17,8 @@ after(() => fs.rmSync(folder, { recursive: true }));
 execFileSync('unzip', ['-q', path.resolve(`dist/${name}.zip`), '-d', folder], { env: { ...process.env, LC_ALL: 'C' } });
 const root = path.join(folder, name);
 const files = fs
-    .readdirSync(root, { recursive: true, withFileTypes: true })
-    .filter((entry) => entry.isFile())
-    .map((entry) => path.relative(root, path.join(entry.parentPath ?? entry.path, entry.name)))
+    .readdirSync(root, { recursive: true })
+    .filter((file) => fs.statSync(path.join(root, file)).isFile())
     .sort();
 const read = (file) => fs.readFileSync(path.join(root, file));
 const wine = path.resolve('scripts/wine');
@@ -102,6 +101,8 @@ test('it is of one version', () => {
 test('pellhost runs as it is', () => {
     const monitors = JSON.parse(run(...pellhost('list', '--json')));
     assert.ok(JSON.stringify(monitors).includes('TQ271-P'), JSON.stringify(monitors));
+    const fromFile = run(...pellhost('--scenario', 'pellhost/scenarios/built-in.json', 'list', '--json'));
+    assert.deepEqual(JSON.parse(fromFile), monitors);
     assert.match(run(wine, [path.join(root, 'pellhost-minimal/pellhost.exe'), 'get', 'Brightness']), /50/);
     const output = run(...pellhost('shell'), {
         cwd: folder,
