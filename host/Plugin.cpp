@@ -16,6 +16,10 @@ namespace host {
 
 namespace {
 
+#define NAME(name) #name,
+constexpr std::string_view names[] = {LIBPELL_RESOURCES(NAME)};
+#undef NAME
+
 [[noreturn]] void fail(const std::filesystem::path& file, const std::string& reason) {
     throw std::runtime_error("cannot load the plug-in " + toUtf8(file) + ": " + reason);
 }
@@ -61,6 +65,8 @@ const int here = 0;
 
 }  // namespace
 
+const std::span<const std::string_view> exportNames = names;
+
 Plugin::Plugin(const std::filesystem::path& file) {
     // Its companions are searched for beside it, which takes a full path.
     auto full = std::filesystem::absolute(file).make_preferred();
@@ -76,8 +82,8 @@ std::filesystem::path Plugin::defaultFile() {
     return simulator::directoryOfModule(&here) / fileName;
 }
 
-Export Plugin::find(const char* name) const {
-    return reinterpret_cast<Export>(findSymbol(module_, name));
+LibpellEntry Plugin::find(const char* name) const {
+    return reinterpret_cast<LibpellEntry>(findSymbol(module_, name));
 }
 
 }  // namespace host

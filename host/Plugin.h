@@ -1,16 +1,13 @@
 // The plug-in library, loaded and unloaded.
 #pragma once
 
-#include <cstdint>
+#include <libpell.h>
+
 #include <filesystem>
 #include <span>
 #include <string_view>
 
 namespace host {
-
-/// An entry point of the plug-in: request options, request parameters, query options and body as JSON texts; the
-/// promise that it answers is its result.
-using Export = std::uint32_t (*)(const char* options, const char* parameters, const char* query, const char* body);
 
 /// The resources of the libpell that this program was built with.
 extern const std::span<const std::string_view> exportNames;
@@ -27,7 +24,7 @@ class Plugin {
     static std::filesystem::path defaultFile();
 
     /// Null when the plug-in has no such function.
-    Export find(const char* name) const;
+    LibpellEntry find(const char* name) const;
 
  private:
     void* module_;
