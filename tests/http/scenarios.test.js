@@ -129,7 +129,7 @@ for (const build of builds)
             },
         };
 
-        assert.deepEqual(Object.keys(scenarios).sort(), (await state()).scenarios);
+        assert.deepEqual(['built-in', ...Object.keys(scenarios).sort()], (await state()).scenarios);
         for (const [name, prove] of Object.entries(scenarios))
             await t.test(name, async () => {
                 await server.simulate({ simulate: 'scenario', name });
