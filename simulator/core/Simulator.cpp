@@ -146,6 +146,7 @@ Json describe(const Monitor& monitor) {
     Json json = {{"product", monitor.product},
                  {"serial", monitor.serial},
                  {"connected", monitor.connected},
+                 {"found", monitor.found},
                  {"delay", monitor.callTime.count()}};
     for (const auto name : {"power", "inputPort", "brightness"})
         if (monitor.supports(name) && monitor.settings.find(name)) json[name] = monitor.settings.at(name).at("value");

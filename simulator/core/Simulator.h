@@ -29,8 +29,9 @@ Json currentScenario();
 
 /// {"scenario", "scenarios", "speed", "scripts", "monitors"}: the name of the scenario; the names that there are; how
 /// fast the clock runs; the instructions "return", "throw" and "lie" that still have an effect; and all monitors of the
-/// scenario as {"product", "serial", "connected", "delay", "power", "inputPort", "brightness", "firmware"}, without
-/// what one lacks. The delay is that of each call, in milliseconds.
+/// scenario as {"product", "serial", "connected", "found", "delay", "power", "inputPort", "brightness", "firmware"},
+/// without what one lacks. A monitor that is not found is none that the library knows; the delay is that of each call,
+/// in milliseconds.
 Json describeWorld();
 
 /// Carries out one instruction; throws std::invalid_argument with a text for people when it cannot be understood.

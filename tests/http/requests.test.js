@@ -233,6 +233,7 @@ for (const build of builds)
                 product: 'TQ271-P',
                 serial: '10000001',
                 connected: true,
+                found: true,
                 delay: 0,
                 power: 1,
                 inputPort: [1],
