@@ -99,7 +99,7 @@ const scenarios = {
         async (page) => {
             await isReady(page);
             await card(page).getByLabel('Input').selectOption('2');
-            await says(page, 'It shows input 2 now, and cannot be reached from here any more.');
+            await says(page, 'It shows input 2 now, and cannot be reached from here.');
         },
     ],
     'update-fails': [
