@@ -140,7 +140,9 @@ Route Site::routeOfLab(const HttpRequest& head) {
     const auto isState = name == "state";
     if (!isState && name != "recording") return {notFound()};
     if (head.method != "GET") return {methodNotAllowed("GET")};
-    return {on(labPool_, [this, isState](const HttpRequest&) { return isState ? lab_.state() : lab_.recording(); })};
+    return {on(labPool_, [this, isState](const HttpRequest& http) {
+        return isState ? lab_.state() : lab_.recording(http.query() == "redact");
+    })};
 }
 
 Whole Site::on(WorkPool& pool, std::function<HttpResponse(const HttpRequest&)> answer) {

@@ -100,6 +100,18 @@ for (const build of builds)
             await later(100);
         });
 
+        const memory = () => Number(/VmRSS:\s*(\d+)/.exec(fs.readFileSync(`/proc/${server.child.pid}/status`))[1]);
+        const onLinux = { skip: build !== 'native' && 'asks Linux' };
+
+        await t.test('readers of events that read nothing share what they are sent', onLinux, async () => {
+            const readers = Array.from({ length: 50 }, () => connect(port).socket.pause());
+            for (const reader of readers) reader.write(head(port, '\r\n', '/lab/api/exchanges?since=0'));
+            for (let count = 0; count < 12; ++count)
+                await ask(address, brightness, { method: 'PUT', body: '9'.repeat(8 << 20) });
+            assert.ok(memory() < 300_000, `${memory()} kB`);
+            readers.forEach((reader) => reader.destroy());
+        });
+
         await t.test('a request that takes long holds up no other', async () => {
             await server.simulate({ simulate: 'delay', product: 'TB240', serial: '10000002', milliseconds: 3_600_000 });
             const slow = ask(address, '/pell/Monitors/TB240/10000002/Brightness');
@@ -136,7 +148,7 @@ for (const build of builds)
             );
         });
 
-        await t.test('kept connections do not make it grow', { skip: build !== 'native' && 'asks Linux' }, async () => {
+        await t.test('kept connections do not make it grow', onLinux, async () => {
             const agent = new http.Agent({ keepAlive: true, maxSockets: 16 });
             const burst = (count) =>
                 Promise.all(
@@ -145,12 +157,16 @@ for (const build of builds)
                             assert.equal((await ask(address, brightness, { agent })).status, 200);
                     }),
                 );
-            const memory = () => Number(/VmRSS:\s*(\d+)/.exec(fs.readFileSync(`/proc/${server.child.pid}/status`))[1]);
+            await server.simulate({ simulate: 'scenario', name: 'twins' });
             await burst(12_000); // what the lab is shown is kept up to a bound
             const before = memory();
             await burst(12_000);
             agent.destroy();
             assert.ok(memory() < before + 4096, `${before} kB became ${memory()} kB`);
+            // The choice of the scenario is long forgotten, but what it has chosen is not.
+            const recording = (await ask(address, '/lab/api/recording')).text;
+            const { incomplete, scenario } = JSON.parse(recording.slice(0, recording.indexOf('\n')));
+            assert.deepEqual([incomplete, scenario.monitors[1].product], [true, 'TQ271-P']);
         });
     });
 

@@ -17,7 +17,7 @@ function eventsOf(address, name, count, options) {
     const events = [];
     const all = new Promise((resolve, reject) => {
         source.addEventListener(name, (event) => {
-            if (events.push({ id: Number(event.lastEventId), data: JSON.parse(event.data) }) === count) {
+            if (events.push({ id: event.lastEventId, data: JSON.parse(event.data) }) === count) {
                 source.close();
                 resolve([...events]);
             }
@@ -120,18 +120,24 @@ for (const build of builds)
                 events.map(({ data }) => data.transferredBlock),
                 [1, 2, 3, 4],
             );
-            const resume = {
-                fetch: (url, init) =>
-                    fetch(url, { ...init, headers: { ...init.headers, 'Last-Event-ID': events[1].id } }),
-            };
+            const resume = (id) => ({
+                fetch: (url, init) => fetch(url, { ...init, headers: { ...init.headers, 'Last-Event-ID': id } }),
+            });
+            const { id: last } = events[1];
             assert.deepEqual(
-                await eventsOf(`${address}/pell/events`, 'transferFirmwareData', 2, resume).all,
+                await eventsOf(`${address}/pell/events`, 'transferFirmwareData', 2, resume(last)).all,
                 events.slice(2),
             );
-            const future = {
-                fetch: (url, init) => fetch(url, { ...init, headers: { ...init.headers, 'Last-Event-ID': '999' } }),
-            };
-            await eventsOf(`${address}/pell/events`, 'lost', 1, future).all;
+            // Those of a server that ran before: whatever is there may be new.
+            for (const other of ['2', '999', '1-2', `${last}9`, `${last}-`, `9${last}`, 'a']) {
+                const lost = await eventsOf(`${address}/pell/events`, 'lost', 1, resume(other)).all;
+                const all = await eventsOf(`${address}/pell/events`, 'transferFirmwareData', 4, resume(other)).all;
+                assert.deepEqual(all, events, other);
+                assert.deepEqual(
+                    await eventsOf(`${address}/pell/events`, 'transferFirmwareData', 4, resume(lost[0].id)).all,
+                    events,
+                );
+            }
             assert.equal((await ask(address, `/pell/FileSystem/DfwFile/${id}`, { method: 'DELETE' })).status, 200);
         });
 
