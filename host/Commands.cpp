@@ -146,6 +146,10 @@ void Commands::batch(const Options& options) {
 }
 
 void Commands::serve(const Options& options) {
+    for (const auto& origin : options.origins)
+        if (!server::Guard::isOrigin(origin))
+            throw UsageError("--origin takes an origin as browsers write it, such as http://localhost:5173, not " +
+                             origin);
     Journal journal(session(options));
     const auto recorder = startRecording(options, journal, console_);
 
