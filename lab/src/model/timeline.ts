@@ -49,10 +49,13 @@ export function monitorOf({ product, serial }: { product?: string; serial?: stri
     return product === undefined ? '' : `${product}/${serial ?? ''}`;
 }
 
-/** In a recording, the members of an instruction stand beside the number and the time. */
+/**
+ * In a recording, the members of an instruction stand beside the number and the time, and beside those a scenario as a
+ * document.
+ */
 function entryOf(line: Record<string, unknown>): Entry {
     if (typeof line.simulate !== 'string') return line as unknown as Entry;
-    const { id, time, ...simulate } = line;
+    const { id, time, scenario: _, ...simulate } = line;
     return { id: id as number, time: time as number, simulate: simulate as Instruction };
 }
 
