@@ -22,7 +22,7 @@ export class LabResource extends LitElement {
         const { chosen } = this.world;
         const supports = this.selection.supports(resource);
         return html`
-            <section aria-labelledby="title">
+            <section class="stack" aria-labelledby="title">
                 <div class="line">
                     <h2 id="title">${resource.name}</h2>
                     ${
@@ -111,9 +111,6 @@ export class LabResource extends LitElement {
         shared,
         css`
             section {
-                display: flex;
-                flex-direction: column;
-                gap: 8px;
                 padding: 12px;
             }
             h2 {

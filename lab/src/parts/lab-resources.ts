@@ -2,6 +2,7 @@ import { LitElement, css, html, nothing } from 'lit';
 import { customElement, state } from 'lit/decorators.js';
 import { byTopic, resources, type Resource } from '../model/catalogue.js';
 import { selection } from '../model/selection.js';
+import { monitorOf } from '../model/timeline.js';
 import { world } from '../model/world.js';
 import './lab-resource.js';
 import { shared } from './style.js';
@@ -21,9 +22,10 @@ export class LabResources extends LitElement {
             const text = [name, ...aliases, topic, about].join(' ').toLowerCase();
             return words.every((word) => text.includes(word));
         });
-        const { toAsk } = this.selection;
+        const { toAsk, unreachable } = this.selection;
+        const { chosen } = this.world;
         return html`
-            <div class="list">
+            <div class="list stack">
                 <h2>Resources</h2>
                 <input
                     type="search"
@@ -34,11 +36,16 @@ export class LabResources extends LitElement {
                 <button
                     class="small"
                     title="Asks the chosen monitor, resource by resource"
-                    ?disabled=${toAsk > 0 || !this.world.chosen}
+                    ?disabled=${toAsk > 0 || !chosen}
                     @click=${() => selection.askAll()}
                 >
                     ${toAsk ? `${toAsk} to ask` : 'Which does it support?'}
                 </button>
+                ${
+                    chosen && unreachable === monitorOf(chosen)
+                        ? html`<p class="small bad" role="alert">${unreachable} cannot be reached.</p>`
+                        : nothing
+                }
                 <div class="topics" role="group" aria-label="Resources by topic">
                     ${byTopic(found).map(
                         ([topic, members]) => html`
@@ -61,6 +68,7 @@ export class LabResources extends LitElement {
         return html`<button
             class="item ${supports === false ? 'lacking' : ''}"
             aria-current=${isChosen ? 'true' : 'false'}
+            title=${resource.name}
             @click=${() => this.choose(resource)}
         >
             <span class="text">${resource.name}</span>
@@ -91,14 +99,10 @@ export class LabResources extends LitElement {
             .list {
                 width: 190px;
                 flex: none;
-                display: flex;
-                flex-direction: column;
-                gap: 8px;
                 padding: 12px 0 0 12px;
                 border-right: 1px solid var(--line);
             }
-            .list > input,
-            .list > button {
+            .list > :not(.topics) {
                 margin-right: 12px;
             }
             .topics {

@@ -1,7 +1,7 @@
 import { LitElement, css, html, nothing } from 'lit';
 import { customElement, property, state } from 'lit/decorators.js';
 import type { Resource, Row, Schema } from '../model/catalogue.js';
-import { parse, writeQuery, type Address, type Request } from '../model/request.js';
+import { codesOf, parse, writeQuery, type Address, type Request } from '../model/request.js';
 import { selection } from '../model/selection.js';
 import './lab-answer.js';
 import './lab-copy.js';
@@ -43,8 +43,8 @@ export class LabRow extends LitElement {
         const inBody = body && members(body);
         const what = this.what();
         return html`
-            <form @submit=${this.submit}>
-                <lab-copy .request=${this.request()}>
+            <form class="card" @submit=${this.submit}>
+                <lab-copy .codes=${codesOf(this.request())}>
                     <button class="send" ?disabled=${this.isSending}>${method}</button>
                     ${what ? html`<span class="mono what">${what}</span>` : nothing}
                     ${needs ? html`<span class="small soft">needs ${needs}</span>` : nothing}
@@ -131,14 +131,8 @@ export class LabRow extends LitElement {
     static styles = [
         shared,
         css`
-            form {
-                padding: 8px 10px;
-                background: var(--surface);
-                border: 1px solid var(--line);
-                border-radius: var(--radius);
-            }
             .send {
-                min-width: 4.5rem;
+                min-width: 3.6rem;
                 border-color: var(--accent);
                 color: var(--accent);
                 font-weight: 600;
