@@ -1,6 +1,6 @@
 // The archives of a release, unpacked in a folder of their own and used under Wine.
 import assert from 'node:assert/strict';
-import { execFileSync, spawn } from 'node:child_process';
+import { execFileSync, spawn, spawnSync } from 'node:child_process';
 import crypto from 'node:crypto';
 import fs from 'node:fs';
 import os from 'node:os';
@@ -181,6 +181,11 @@ int main(void) {
         assert.throws(() => run(wine, [host], { stdio: 'pipe' }), { status: 7 }, compiler);
         fs.rmSync(host);
     }
+});
+
+test('the example host builds and runs as its README says', () => {
+    const { status, stdout, stderr } = spawnSync('scripts/check-host', [root], { encoding: 'utf8' });
+    assert.equal(status, 0, stdout + stderr);
 });
 
 test('the catalogue is there as data', async () => {
