@@ -111,7 +111,8 @@ export class LabTimeline extends LitElement {
 
     private filters() {
         const set = (change: Partial<Filter>) => (this.filter = { ...this.filter, ...change });
-        const monitors = [...new Set(this.timeline.entries.map(monitorOf))].filter(Boolean).sort();
+        const known = [...this.timeline.entries.map(monitorOf), this.filter.monitor];
+        const monitors = [...new Set(known)].filter(Boolean).sort();
         return html`
             <div class="line small compact">
                 <input
