@@ -243,11 +243,16 @@ for (const [resource, at, value, tag] of [
 test('a recording is saved and opened again', async () => {
     await server.ask('GET', `${first}/Hue`);
     await lines().first().waitFor();
-    const download = page.waitForEvent('download');
-    await page.getByRole('link', { name: 'Save recording' }).click();
-    const file = await (await download).path();
-    const saved = fs.readFileSync(file, 'utf8').trim().split('\n');
+    const save = async () => {
+        const download = page.waitForEvent('download');
+        await page.getByRole('link', { name: 'Save recording' }).click();
+        return fs.readFileSync(await (await download).path(), 'utf8').trim();
+    };
+    const saved = (await save()).split('\n');
     assert.equal(JSON.parse(saved[0]).format, 'pell-recording');
+    assert.ok(saved.some((line) => line.includes('10000001')));
+    await page.getByLabel('redact serials').check();
+    assert.ok(!(await save()).includes('10000001'));
 
     await page.locator('lab-timeline input[type=file]').setInputFiles({
         name: 'bug.jsonl',

@@ -43,7 +43,7 @@ export class LabFaults extends LitElement {
                         )}
                     </select></label
                 >
-                <fieldset class="line">
+                <fieldset class="line small">
                     <legend class="hidden">How often</legend>
                     <label><input type="radio" name="often" value="once" checked />once</label>
                     <label><input type="radio" name="often" value="always" />always</label>
@@ -93,6 +93,12 @@ export class LabFaults extends LitElement {
             fieldset {
                 border: 0;
                 padding: 0;
+                margin: 0;
+            }
+            h3 {
+                margin-top: 8px;
+            }
+            form > h3 {
                 margin: 0;
             }
             ul {

@@ -29,7 +29,7 @@ export class LabResource extends LitElement {
                         supports === undefined
                             ? nothing
                             : html`<span class="small ${supports ? 'good' : 'bad'}"
-                                  >${supports ? '✓ supported' : '– not supported'} by this monitor</span
+                                  >${supports ? '✓ supported' : '– not supported'}</span
                               >`
                     }
                     <a class="push small" href=${referenceOf(resource)} target="_blank">Reference</a>

@@ -22,6 +22,9 @@ export class LabResources extends LitElement {
             const text = [name, ...aliases, topic, about].join(' ').toLowerCase();
             return words.every((word) => text.includes(word));
         });
+        const topics = byTopic(found);
+        const listed = topics.flatMap(([, members]) => members);
+        const reached = listed.includes(this.selection.resource) ? this.selection.resource : listed[0];
         const { toAsk, unreachable } = this.selection;
         const { chosen } = this.world;
         return html`
@@ -46,11 +49,11 @@ export class LabResources extends LitElement {
                         ? html`<p class="small bad" role="alert">${unreachable} cannot be reached.</p>`
                         : nothing
                 }
-                <div class="topics" role="group" aria-label="Resources by topic">
-                    ${byTopic(found).map(
+                <div class="topics" role="group" aria-label="Resources by topic" @keydown=${this.move}>
+                    ${topics.map(
                         ([topic, members]) => html`
                             <h3>${topic}</h3>
-                            ${members.map((resource) => this.item(resource))}
+                            ${members.map((resource) => this.item(resource, resource === reached))}
                         `,
                     )}
                     ${found.length ? nothing : html`<p class="soft">No resource has this in its name or description.</p>`}
@@ -60,7 +63,7 @@ export class LabResources extends LitElement {
         `;
     }
 
-    private item(resource: Resource) {
+    private item(resource: Resource, isReached: boolean) {
         const isChosen = resource === this.selection.resource;
         const supports = this.selection.supports(resource);
         const [mark, title] =
@@ -69,6 +72,7 @@ export class LabResources extends LitElement {
             class="item ${supports === false ? 'lacking' : ''}"
             aria-current=${isChosen ? 'true' : 'false'}
             title=${resource.name}
+            tabindex=${isReached ? 0 : -1}
             @click=${() => this.choose(resource)}
         >
             <span class="text">${resource.name}</span>
@@ -79,6 +83,21 @@ export class LabResources extends LitElement {
                     : nothing
             }
         </button>`;
+    }
+
+    /** The arrow keys walk through the list, so that it is one stop for the tabulator. */
+    private move(event: KeyboardEvent): void {
+        const items = [...this.renderRoot.querySelectorAll<HTMLElement>('.item')];
+        const at = items.indexOf(event.target as HTMLElement);
+        const targets: Record<string, number> = {
+            ArrowUp: at - 1,
+            ArrowDown: at + 1,
+            Home: 0,
+            End: items.length - 1,
+        };
+        if (!(event.key in targets)) return;
+        event.preventDefault();
+        items[targets[event.key]]?.focus();
     }
 
     private async choose(resource: Resource): Promise<void> {
@@ -125,6 +144,9 @@ export class LabResources extends LitElement {
                 background: none;
                 text-align: left;
                 font-size: 13px;
+            }
+            .item:focus-visible {
+                outline-offset: -2px;
             }
             .item[aria-current='true'] {
                 background: var(--accent-soft);

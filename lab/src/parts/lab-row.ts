@@ -24,7 +24,8 @@ export class LabRow extends LitElement {
 
     connectedCallback(): void {
         super.connectedCallback();
-        const { example, query, body } = this.row;
+        const { query, body } = this.row;
+        const example = filled(this.row.example);
         for (const [name, { schema, optional }] of Object.entries(query)) {
             const value = example?.query[name] ?? schema?.const ?? schema?.enum?.[0];
             if (schema && !optional) this.query[name] = value === undefined ? '' : fieldText(value, schema);
@@ -143,12 +144,22 @@ export class LabRow extends LitElement {
             }
             .fields {
                 margin-top: 6px;
-                display: flex;
-                flex-wrap: wrap;
+                display: grid;
+                grid-template-columns: repeat(auto-fill, minmax(120px, 1fr));
+                align-items: end;
                 gap: 6px 10px;
             }
         `,
     ];
+}
+
+/** With a package and what was opened in the place of the example's own. */
+function filled(example: Row['example']): Row['example'] {
+    if (!example) return undefined;
+    const text = JSON.stringify(example).replace(/"\$(\w+)"/g, (_, name) =>
+        JSON.stringify(name === 'package' ? 'new.dfw' : selection.fileId),
+    );
+    return JSON.parse(text) as Row['example'];
 }
 
 /** The members of an object that are fields of their own; undefined where one field takes the whole value. */
@@ -157,7 +168,7 @@ function members({ type, properties }: Schema): Record<string, Schema> | undefin
 }
 
 function fieldText(value: unknown, schema: Schema): string {
-    return schema.type === 'string' && typeof value === 'string' && value ? value : JSON.stringify(value);
+    return schema.type === 'string' && typeof value === 'string' ? value : JSON.stringify(value);
 }
 
 /** What is no JSON is taken as a text, so that wrong values can be tried as well. */

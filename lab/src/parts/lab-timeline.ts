@@ -1,5 +1,6 @@
 import { LitElement, css, html, nothing, type PropertyValues } from 'lit';
 import { customElement, state } from 'lit/decorators.js';
+import { resultText } from '../model/catalogue.js';
 import { readQuery, writeQuery } from '../model/request.js';
 import { isFailure, matches, monitorOf, timeline, type Entry, type Filter } from '../model/timeline.js';
 import './lab-exchange.js';
@@ -7,8 +8,8 @@ import { shared } from './style.js';
 import { clockText, durationText } from './text.js';
 
 /** Pixels. All lines are alike, so that only those in sight need be drawn; in a narrow place, each has two rows. */
-const lineHeights = { wide: 26, narrow: 46 };
-const narrowWidth = 420;
+const lineHeights = { wide: 26, narrow: 42 };
+const narrowWidth = 600;
 
 /** Every request of whatever page as a line, the newest last. */
 @customElement('lab-timeline')
@@ -111,7 +112,8 @@ export class LabTimeline extends LitElement {
 
     private filters() {
         const set = (change: Partial<Filter>) => (this.filter = { ...this.filter, ...change });
-        const monitors = [...new Set(this.timeline.entries.map(monitorOf))].filter(Boolean).sort();
+        const known = [...this.timeline.entries.map(monitorOf), this.filter.monitor];
+        const monitors = [...new Set(known)].filter(Boolean).sort();
         return html`
             <div class="line small compact">
                 <input
@@ -199,10 +201,11 @@ export class LabTimeline extends LitElement {
             ${
                 simulate
                     ? html`<span class="what" title=${simulateText(simulate)}
-                          >⚙ <b>${simulate.simulate}</b> ${simulateText(simulate)}</span
+                          >⚙ <b>${simulate.simulate}</b><span>${simulateText(simulate)}</span></span
                       >`
-                    : html`<span class="what" title="${method} ${resource}${given}"
-                          ><span class="method">${method}</span> <b>${resource}</b>${given}</span
+                    : html`<span class="what" title="${method} ${resource} ${given}"
+                          ><span class="method">${method}</span> <b>${resource}</b
+                          ><span class="given">${given}</span></span
                       >`
             }
             <span class="monitor soft">${monitorOf(entry)}</span>
@@ -345,8 +348,22 @@ export class LabTimeline extends LitElement {
             }
             .what {
                 grid-area: what;
+                display: flex;
+                gap: 5px;
+                align-items: baseline;
+                min-width: 0;
+            }
+            .what > * {
                 overflow: hidden;
                 text-overflow: ellipsis;
+            }
+            .method {
+                flex: none;
+            }
+            /* A long name gives way to what is asked. */
+            .given {
+                flex-shrink: 0;
+                max-width: 50%;
             }
             .method {
                 font-size: 11px;
@@ -363,12 +380,15 @@ export class LabTimeline extends LitElement {
 }
 
 function simulateText({ simulate: _, ...rest }: Record<string, unknown>): string {
-    return Object.values(rest).map(String).join(' ');
+    return Object.entries(rest)
+        .map(([name, value]) => (name === 'result' ? resultText(value) : String(value)))
+        .join(' ');
 }
 
 /** The query as in a URL, and the body. */
 function givenText({ texts }: Entry): string {
     const [query, body] = [texts?.[2] ?? '', texts?.[3] ?? ''];
     const written = writeQuery(readQuery(query));
-    return `${written || query.replace('{}', '') ? ` ?${written || query}` : ''}${body ? ` ${body.slice(0, 80)}` : ''}`;
+    const asked = written || query.replace('{}', '');
+    return [asked && `?${asked}`, body.slice(0, 80)].filter(Boolean).join(' ');
 }

@@ -120,15 +120,12 @@ export const shared = css`
     }
     .compact button,
     .compact .button,
-    .compact input,
+    .compact input:not([type='checkbox'], [type='radio']),
     .compact select,
     button.plain {
         font-size: 12px;
         min-height: 26px;
         padding: 2px 7px;
-    }
-    .compact input[type='checkbox'] {
-        min-height: 0;
     }
     .stack {
         display: flex;
