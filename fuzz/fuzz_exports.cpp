@@ -3,7 +3,7 @@
 // calls and memory stay within bounds.
 //
 // An input is requests, lines of any bytes, six for each:
-//   ............      what the companions do meanwhile: records of twelve bytes, see Departure
+//   ............      what the companions do meanwhile: records of twelve bytes, see Record
 //   Brightness        the export; any other text stands for one of them
 //   PUT               the method, or the whole options
 //   0                 the number of a simulated monitor, or the whole parameters
@@ -86,7 +86,7 @@ constexpr std::array<std::uint32_t, 8> counts{0, 1, 2, 17, 256, 1025, 5000, 6553
 
 /// One record: after so many calls that go as usual, the next one departs. Its bytes are that number, the kinds, the
 /// result, the count (of five bits) with the number of bytes to write (of three), and these bytes.
-struct Departure {
+struct Record {
     static constexpr std::size_t size = 12;
     enum Kind : std::uint8_t {
         Throws = 1,
@@ -98,13 +98,13 @@ struct Departure {
         Everywhere = 64  ///< every function
     };
 
-    explicit Departure(std::string_view record) : skipped(byte(record, 0)), kind(byte(record, 1)) {
+    explicit Record(std::string_view record) : skipped(byte(record, 0)), kind(byte(record, 1)) {
         const auto bytes = record.substr(4, 1 + byte(record, 3) % 8);
-        if (kind & Writes) interference.bytes.assign(bytes.begin(), bytes.end());
-        interference.throws = (kind & Throws) != 0;
-        interference.unplugs = (kind & Unplugs) != 0;
-        if (kind & Returns) interference.result = results[byte(record, 2) % results.size()];
-        if (kind & Counts) interference.count = counts[byte(record, 3) / 8 % counts.size()];
+        if (kind & Writes) departure.bytes.assign(bytes.begin(), bytes.end());
+        departure.throws = (kind & Throws) != 0;
+        departure.unplugs = (kind & Unplugs) != 0;
+        if (kind & Returns) departure.result = results[byte(record, 2) % results.size()];
+        if (kind & Counts) departure.count = counts[byte(record, 3) / 8 % counts.size()];
     }
 
     static std::uint8_t byte(std::string_view record, std::size_t index) {
@@ -113,37 +113,37 @@ struct Departure {
 
     std::uint8_t skipped;
     std::uint8_t kind;
-    simulator::Interference interference;
+    simulator::Departure departure;
 };
 
-class Interferer {
+class Departures {
  public:
-    explicit Interferer(std::string_view records) : records_(records) {}
+    explicit Departures(std::string_view records) : records_(records) {}
 
-    simulator::Interference operator()(std::string_view function) {
+    simulator::Departure operator()(std::string_view function) {
         if (isHostFunction(function)) return {};
-        for (const auto& [name, interference] : lasting_)
-            if (name.empty() || name == function) return of(function, interference);
-        if (records_.size() < Departure::size) return {};
-        Departure next(records_.substr(0, Departure::size));
+        for (const auto& [name, departure] : lasting_)
+            if (name.empty() || name == function) return of(function, departure);
+        if (records_.size() < Record::size) return {};
+        Record next(records_.substr(0, Record::size));
         if (skipped_++ < next.skipped) return {};
-        records_.remove_prefix(Departure::size);
+        records_.remove_prefix(Record::size);
         skipped_ = 0;
-        if (next.kind & (Departure::FromNowOn | Departure::Everywhere))
-            lasting_.emplace_back(next.kind & Departure::Everywhere ? "" : function, next.interference);
-        return of(function, std::move(next.interference));
+        if (next.kind & (Record::FromNowOn | Record::Everywhere))
+            lasting_.emplace_back(next.kind & Record::Everywhere ? "" : function, next.departure);
+        return of(function, std::move(next.departure));
     }
 
  private:
-    static simulator::Interference of(std::string_view function, simulator::Interference interference) {
-        const bool fails = interference.throws || (interference.result.value_or(0) & 0x80000000U) != 0;
-        interference.works = givesBack(function) || !fails;
-        return interference;
+    static simulator::Departure of(std::string_view function, simulator::Departure departure) {
+        const bool fails = departure.throws || (departure.result.value_or(0) & 0x80000000U) != 0;
+        departure.works = givesBack(function) || !fails;
+        return departure;
     }
 
     std::string_view records_;
     std::size_t skipped_ = 0;
-    std::vector<std::pair<std::string, simulator::Interference>> lasting_;
+    std::vector<std::pair<std::string, simulator::Departure>> lasting_;
 };
 
 // ---- Requests -------------------------------------------------------------------------------------------------------
@@ -160,7 +160,7 @@ class Fuzzer {
         changed_ = false;
         for (int count = 0; count < 8 && !input.empty(); ++count) {
             const auto departures = takeLine(input);
-            simulator::setInterferer(Interferer(departures));
+            simulator::setDepartures(Departures(departures));
             const auto name = takeLine(input);
             const auto method = takeLine(input);
             const auto parameters = takeLine(input);
@@ -322,7 +322,7 @@ class Fuzzer {
     }
 
     void closeFiles() {
-        simulator::setInterferer(nullptr);
+        simulator::setDepartures(nullptr);
         while (!files_.empty()) {
             const auto count = files_.size();
             request("FileSystemDfwFile", optionsFor("DELETE"), {Json{{"id", files_.back()}}.dump(), "", ""});
@@ -343,12 +343,12 @@ class Fuzzer {
 /// A new record of what companions do: mostly one thing, at one of the first calls.
 std::string randomDeparture(std::minstd_rand& random) {
     std::string record;
-    for (std::size_t i = 0; i < Departure::size; ++i) record += static_cast<char>(random() >> 8);
+    for (std::size_t i = 0; i < Record::size; ++i) record += static_cast<char>(random() >> 8);
     record[0] = static_cast<char>(random() % 10);
     unsigned kinds = 1U << random() % 4;
     if (random() % 4 == 0) kinds |= 1U << random() % 4;
-    if (random() % 4 == 0) kinds |= Departure::Counts;
-    if (random() % 4 == 0) kinds |= random() % 2 ? Departure::FromNowOn : Departure::Everywhere;
+    if (random() % 4 == 0) kinds |= Record::Counts;
+    if (random() % 4 == 0) kinds |= random() % 2 ? Record::FromNowOn : Record::Everywhere;
     record[1] = static_cast<char>(kinds);
     std::replace(record.begin(), record.end(), '\n', '\0');
     return record;

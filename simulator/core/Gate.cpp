@@ -15,7 +15,7 @@ namespace simulator {
 namespace {
 
 GateObserver observer;
-std::function<Interference(std::string_view function)> interferer;
+std::function<Departure(std::string_view function)> departures;
 
 void writeOutputs(std::initializer_list<Output> outputs, const Json& values) {
     if (values.size() > outputs.size()) throw std::invalid_argument("more outputs than the function has");
@@ -60,8 +60,8 @@ void setGateObserver(GateObserver newObserver) {
     observer = newObserver;
 }
 
-void setInterferer(std::function<Interference(std::string_view function)> newInterferer) {
-    interferer = std::move(newInterferer);
+void setDepartures(std::function<Departure(std::string_view function)> newDepartures) {
+    departures = std::move(newDepartures);
 }
 
 ObservedScope::ObservedScope() {
@@ -101,25 +101,21 @@ Result Call::pass(const Needs& needs, const Work& work, std::initializer_list<Ou
     auto& state = State::instance();
     const std::lock_guard lock(state.mutex);
 
-    const auto script = state.scripts.take(function_, serial_, product_);
-    if (script && script->throws) throw std::runtime_error(std::string(function_) + " throws by script");
-
-    const auto interference = script || !interferer ? Interference{} : interferer(function_);
-    if (interference.unplugs) state.world.unplug(serial_, product_);
+    auto script = state.scripts.take(function_, serial_, product_);
+    const Departure departure = script ? *std::move(script) : departures ? departures(function_) : Departure{};
+    if (departure.unplugs) state.world.unplug(serial_, product_);
     try {
         Answer answer;
-        if (interference.works && (!script || !script->replacesWork())) answer = perform(needs, work, state.world);
-        if (script && !script->lie) answer.result = script->result;
-        if (script && script->outputs) answer.outputs = script->outputs;
-        if (interference.result) answer.result = {*interference.result};
+        if (departure.works) answer = perform(needs, work, state.world);
+        if (departure.result) answer.result = {*departure.result};
+        if (departure.outputs) answer.outputs = departure.outputs;
         if (answer.outputs) writeOutputs(outputs, *answer.outputs);
-        if (script && script->lie && !answer.result.failed())
-            for (const auto& output : outputs) output.distort(*script->lie);
         for (const Output& output : outputs) {
-            if (!interference.bytes.empty()) output.overwrite(interference.bytes);
-            if (interference.count) output.overwriteCount(*interference.count);
+            if (departure.lie && !answer.result.failed()) output.distort(*departure.lie);
+            if (!departure.bytes.empty()) output.overwrite(departure.bytes);
+            if (departure.count) output.overwriteCount(*departure.count);
         }
-        if (!interference.throws) return entry.end(answer.result);
+        if (!departure.throws) return entry.end(answer.result);
     } catch (const std::exception& error) {
         return entry.end({result::failed}, error.what());
     }

@@ -19,7 +19,7 @@ void Scripts::add(Script script) {
     scripts_.push_back(std::move(script));
 }
 
-std::optional<Script> Scripts::take(std::string_view function, std::string_view serial, std::string_view product) {
+std::optional<Departure> Scripts::take(std::string_view function, std::string_view serial, std::string_view product) {
     const auto fits = [&](const Script& script) {
         return script.function == function && (script.serial.empty() || script.serial == serial) &&
                (script.product.empty() || script.product == product);
@@ -28,13 +28,13 @@ std::optional<Script> Scripts::take(std::string_view function, std::string_view 
     for (auto script = scripts_.begin(); script != scripts_.end(); ++script) {
         if (!fits(*script)) continue;
         if (script->times) {
-            auto taken = *script;
+            auto taken = script->departure;
             if (--*script->times == 0) scripts_.erase(script);
             return taken;
         }
         if (!permanent || precision(*script) >= precision(*permanent)) permanent = &*script;
     }
-    return permanent ? std::optional(*permanent) : std::nullopt;
+    return permanent ? std::optional(permanent->departure) : std::nullopt;
 }
 
 }  // namespace simulator

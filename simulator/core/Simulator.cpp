@@ -60,18 +60,22 @@ Script readScript(const Json& instruction) {
 Script readReturn(const Json& instruction) {
     requireMembers(instruction, {"function", "result", "outputs", "times", "product", "serial"});
     auto script = readScript(instruction);
-    script.result = resultCode(instruction);
+    const Result result = resultCode(instruction);
+    script.departure.result = result.code;
     if (const auto outputs = instruction.find("outputs"); outputs != instruction.end()) {
         require(outputs->is_array(), "\"outputs\" must be a list");
-        script.outputs = std::make_shared<const Json>(*outputs);
+        script.departure.outputs = std::make_shared<const Json>(*outputs);
     }
+    // A success without outputs of its own leaves the function to do its normal work.
+    script.departure.works = !script.departure.outputs && !result.failed();
     return script;
 }
 
 Script readThrow(const Json& instruction) {
     requireMembers(instruction, {"function", "times", "product", "serial"});
     auto script = readScript(instruction);
-    script.throws = true;
+    script.departure.throws = true;
+    script.departure.works = false;
     return script;
 }
 
@@ -80,7 +84,7 @@ Script readLie(const Json& instruction) {
     auto script = readScript(instruction);
     const auto lie = instruction.find("as");
     require(lie != instruction.end() && (lie->is_number() || lie->is_string()), "\"as\" must be a number or a text");
-    script.lie = std::make_shared<const Json>(*lie);
+    script.departure.lie = std::make_shared<const Json>(*lie);
     return script;
 }
 
@@ -156,12 +160,14 @@ Json describe(const Monitor& monitor) {
 
 /// The instruction that would add what is left of it.
 Json describe(const Script& script) {
-    Json json = {{"simulate", script.throws ? "throw" : script.lie ? "lie" : "return"}, {"function", script.function}};
-    if (script.lie)
-        json["as"] = *script.lie;
-    else if (!script.throws)
-        json["result"] = script.result.code;
-    if (script.outputs) json["outputs"] = *script.outputs;
+    const Departure& departure = script.departure;
+    Json json = {{"simulate", departure.throws ? "throw"
+                              : departure.lie  ? "lie"
+                                               : "return"},
+                 {"function", script.function}};
+    if (departure.lie) json["as"] = *departure.lie;
+    if (departure.result) json["result"] = *departure.result;
+    if (departure.outputs) json["outputs"] = *departure.outputs;
     if (script.times) json["times"] = *script.times;
     if (!script.product.empty()) json["product"] = script.product;
     if (!script.serial.empty()) json["serial"] = script.serial;

@@ -10,6 +10,7 @@
 #include <string_view>
 #include <vector>
 
+#include "simulator/core/Departure.h"
 #include "simulator/core/Json.h"
 
 namespace simulator {
@@ -105,18 +106,8 @@ struct GateObserver {
 };
 void setGateObserver(GateObserver observer);
 
-/// How a call departs from the function's normal work.
-struct Interference {
-    bool unplugs = false;  ///< the monitor that the call is about is unplugged before
-    bool works = true;     ///< the normal work is done
-    bool throws = false;   ///< a std::runtime_error is thrown in the end
-    std::optional<std::uint32_t> result{};
-    std::vector<std::uint8_t> bytes{};     ///< written in the end, over and over, to all memory for outputs but handles
-    std::optional<std::uint32_t> count{};  ///< what texts and lists in two steps say of their size in the end
-};
-
 /// Asked about each call that no script is about; null: nobody. To be set while no request runs. It runs within the
 /// simulator, and must not call it.
-void setInterferer(std::function<Interference(std::string_view function)> interferer);
+void setDepartures(std::function<Departure(std::string_view function)> departures);
 
 }  // namespace simulator
