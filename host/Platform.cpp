@@ -1,6 +1,9 @@
 #include "host/Platform.h"
 
 #include <cstdlib>
+#ifdef __GLIBC__
+#include <malloc.h>
+#endif
 
 #ifdef _WIN32
 #include <fcntl.h>
@@ -17,6 +20,13 @@
 #endif
 
 namespace host {
+
+void returnLargeBlocks() {
+#ifdef __GLIBC__
+    constexpr int large = 1 << 20;
+    mallopt(M_MMAP_THRESHOLD, large);  // which otherwise grows with the blocks that are released
+#endif
+}
 
 #ifdef _WIN32
 
