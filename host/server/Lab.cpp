@@ -56,6 +56,13 @@ HttpResponse Lab::simulate(const std::string& instruction) try {
     return jsonResponse(400, {{"ok", false}, {"error", error.what()}});
 }
 
+HttpResponse Lab::call(const std::string& line) {
+    const auto answer = executeLine(
+        line, [this](const std::string& name, const Texts& texts) { return journal_.call("lab", name, texts); },
+        [](const Json&) { throw std::invalid_argument("instructions of the simulator have an address of their own"); });
+    return jsonResponse(answer.contains("responses") ? 200 : 400, answer);
+}
+
 HttpResponse Lab::recording(bool redacts) const {
     Json head;
     const auto events = exchanges_.events([&] { head = head_; });

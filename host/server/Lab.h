@@ -27,6 +27,9 @@ class Lab {
     /// Carries out an instruction of the simulator.
     HttpResponse simulate(const std::string& instruction);
 
+    /// Carries out a line of a batch, {"call", "texts"}, and answers it.
+    HttpResponse call(const std::string& line);
+
     /// What is kept, as a recording; with other serials in place of the monitors' own, if it is to be redacted.
     HttpResponse recording(bool redacts) const;
 

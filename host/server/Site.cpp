@@ -139,10 +139,11 @@ Route Site::routeOfLab(const HttpRequest& head) {
     if (!head.path().starts_with(api)) return {staticFile(Lab::folder(), head.path().substr(5), head)};
     const auto name = head.path().substr(api.size());
     if (name == "exchanges") return events(lab_.exchanges(), head);
-    if (name == "simulate")
-        return head.method == "POST"
-                   ? Route{on(labPool_, [this](const HttpRequest& http) { return lab_.simulate(http.body); })}
-                   : Route{methodNotAllowed("POST")};
+    if (name == "simulate" || name == "call") {
+        if (head.method != "POST") return {methodNotAllowed("POST")};
+        if (name == "call") return {on(pool_, [this](const HttpRequest& http) { return lab_.call(http.body); })};
+        return {on(labPool_, [this](const HttpRequest& http) { return lab_.simulate(http.body); })};
+    }
     const auto isState = name == "state";
     if (!isState && name != "recording") return {notFound()};
     if (head.method != "GET" && head.method != "HEAD") return {methodNotAllowed("GET, HEAD")};

@@ -264,18 +264,28 @@ for (const build of builds)
                 product: 'TQ271-P',
                 serial: '10000001',
                 connected: true,
+                found: true,
+                delay: 0,
                 power: 1,
                 inputPort: [1],
                 brightness: 50,
                 firmware: '2.0.1.5.3',
             });
-            assert.deepEqual([others.simulated, others.scenario, others.speed], [true, null, 1]);
-            assert.deepEqual(
-                others.scenarios,
-                fs
+            assert.deepEqual([others.simulated, others.scenario, others.speed], [true, 'built-in', 1]);
+            assert.deepEqual(others.scenarios, [
+                'built-in',
+                ...fs
                     .readdirSync('simulator/scenarios')
                     .map((name) => name.replace('.json', ''))
                     .sort(),
+            ]);
+            const script = { simulate: 'return', function: 'DmCtrlGetGain', result: 2147483658, times: 2 };
+            await server.simulate(script);
+            await server.simulate({ simulate: 'delay', milliseconds: 5, product: 'TB240' });
+            assert.deepEqual((await state()).scripts, [script]);
+            assert.deepEqual(
+                (await state()).monitors.map(({ delay }) => delay),
+                [0, 5, 5],
             );
             await server.simulate({ simulate: 'unplug', product: 'TB240', serial: '10000002' });
             assert.equal((await state()).monitors[1].connected, false);
@@ -294,6 +304,18 @@ for (const build of builds)
                 ).text,
             );
             assert.match(twin.error, /twins/);
+        });
+
+        await t.test('the lab hands over texts as they are', async () => {
+            const call = async (line) => {
+                const { status, text } = await ask(address, '/lab/api/call', { method: 'POST', body: line });
+                return { status, ...JSON.parse(text) };
+            };
+            const texts = ['{"method":"GET"}', '{"product":"TQ271-P"', '', ''];
+            const { status, responses } = await call(JSON.stringify({ call: 'Brightness', texts }));
+            assert.deepEqual([status, responses.length, responses[0].status], [200, 1, 400]);
+            for (const line of ['', '{"call":"Brightnes","texts":["","","",""]}', '{"simulate":"reset"}'])
+                assert.deepEqual([(await call(line)).status, (await call(line)).ok], [400, false], line);
         });
 
         await t.test('exchanges are streamed from their beginning', async () => {
