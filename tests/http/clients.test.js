@@ -149,7 +149,7 @@ for (const build of builds)
             for (const reader of readers) reader.write(head(port, '\r\n', '/lab/api/exchanges?since=0'));
             for (let count = 0; count < 12; ++count)
                 await ask(address, brightness, { method: 'PUT', body: '9'.repeat(8 << 20) });
-            assert.ok(memory() < before + 400_000, `${before} kB became ${memory()} kB`);
+            assert.ok(memory() < before + 200_000, `${before} kB became ${memory()} kB`);
             readers.forEach((reader) => reader.destroy());
         });
 
