@@ -1,16 +1,14 @@
-// The plug-in library, loaded and unloaded.
+// The plug-in.
 #pragma once
 
-#include <cstdint>
-#include <filesystem>
+#include <libpell.h>
+
 #include <span>
 #include <string_view>
 
-namespace host {
+#include "host/Library.h"
 
-/// An entry point of the plug-in: request options, request parameters, query options and body as JSON texts; the
-/// promise that it answers is its result.
-using Export = std::uint32_t (*)(const char* options, const char* parameters, const char* query, const char* body);
+namespace host {
 
 /// The resources of the libpell that this program was built with.
 extern const std::span<const std::string_view> exportNames;
@@ -18,19 +16,16 @@ extern const std::span<const std::string_view> exportNames;
 class Plugin {
  public:
     /// Throws std::runtime_error, with the system's reason, when it cannot be loaded.
-    explicit Plugin(const std::filesystem::path& file);
-    ~Plugin();
-    Plugin(const Plugin&) = delete;
-    Plugin& operator=(const Plugin&) = delete;
+    explicit Plugin(const std::filesystem::path& file) : library_(file) {}
 
     /// libpell beside this program.
     static std::filesystem::path defaultFile();
 
     /// Null when the plug-in has no such function.
-    Export find(const char* name) const;
+    LibpellEntry find(const char* name) const { return reinterpret_cast<LibpellEntry>(library_.find(name)); }
 
  private:
-    void* module_;
+    Library library_;
 };
 
 }  // namespace host

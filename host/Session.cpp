@@ -52,7 +52,7 @@ Json Session::call(const std::string& name, const Texts& texts, EventObserver on
             {"calls", std::move(recording.calls)}};
 }
 
-Export Session::exportOf(const std::string& name) const {
+LibpellEntry Session::exportOf(const std::string& name) const {
     const auto function = plugin_.find(name.c_str());
     if (!function)
         throw std::invalid_argument("the plug-in has no export \"" + name + "\"" + suggestExport(plugin_, name));

@@ -61,7 +61,7 @@ class Session {
     Json execute(std::string_view line) const;
 
     /// Throws std::invalid_argument, with a suggestion, when the plug-in has no such export.
-    Export exportOf(const std::string& name) const;
+    LibpellEntry exportOf(const std::string& name) const;
 
  private:
     Plugin plugin_;

@@ -142,7 +142,7 @@ void Guest::reload() {
 }
 
 Outcome Guest::ask(const Request& request, const Disturbance& disturbance) {
-    const host::Export entry = plugin_->find(request.resource.c_str());
+    const LibpellEntry entry = plugin_->find(request.resource.c_str());
     if (!entry) throw std::invalid_argument("the plug-in has no export " + request.resource);
     Outcome outcome;
     Json responses, log;
