@@ -183,6 +183,11 @@ int runCommandLine(std::vector<std::string> arguments, const Console& console) {
     batch->callback([&] { commands.batch(options); });
     addServe(app, options, commands);
     bool isSame = true;
+    bool isHealthy = true;
+    const auto doctor = app.add_subcommand("doctor", "Tell what is installed around a libpell, and what is missing");
+    doctor->add_option("--program", options.program, "The folder of the host's program, if it is not that of pellhost")
+        ->type_name("DIR");
+    doctor->callback([&] { isHealthy = commands.doctor(options); });
     const auto replay = app.add_subcommand("replay", "Ask what a recording has again, and tell what is different");
     replay->add_option("recording", options.recording, "The recording")->required();
     replay->callback([&] { isSame = commands.replay(options); });
@@ -190,7 +195,7 @@ int runCommandLine(std::vector<std::string> arguments, const Console& console) {
     try {
         std::reverse(arguments.begin(), arguments.end());
         app.parse(std::move(arguments));
-        return requests.succeeded() && isSame ? 0 : requestFailed;
+        return requests.succeeded() && isSame && isHealthy ? 0 : requestFailed;
     } catch (const CLI::ParseError& error) {
         return app.exit(error, console.out, console.error) == 0 ? 0 : wrongUsage;
     } catch (const UsageError& error) {

@@ -5,6 +5,7 @@
 #include <iostream>
 #include <iterator>
 
+#include "host/Doctor.h"
 #include "host/Journal.h"
 #include "host/Platform.h"
 #include "host/Query.h"
@@ -192,6 +193,16 @@ bool Commands::replay(const Options& options) {
         console_.out << outcome.requests << " requests, " << outcome.differences.size() << " differences\n";
     }
     return outcome.differences.empty();
+}
+
+bool Commands::doctor(const Options& options) {
+    if (!options.scenario.empty()) loadScenario(options.scenario);
+    const auto ownFolder = Plugin::defaultFile().parent_path();
+    const auto examination = examine(
+        {.plugin = pluginFile(options), .program = options.program.empty() ? ownFolder : fromUtf8(options.program)});
+    console_.out << (options.json ? formatJson(examination) + "\n"
+                                  : formatExamination(style(options, console_), examination));
+    return examination.at("ok");
 }
 
 void Commands::reportError(const std::string& message, const Options& options) {

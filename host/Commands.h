@@ -35,6 +35,8 @@ struct Options {
     bool redact = false;    ///< without serials
     std::string recording;  ///< that is replayed
 
+    std::string program;  ///< the folder of the host's program, for the doctor
+
     std::uint16_t port = 8730;
     std::string page;
     std::string proxy;
@@ -70,6 +72,9 @@ class Commands {
 
     /// Whether a recording comes out the same again.
     bool replay(const Options& options);
+
+    /// Whether nothing is missing that libpell needs.
+    bool doctor(const Options& options);
 
     /// Serves the plug-in, the lab and a page over HTTP until the program is interrupted.
     void serve(const Options& options);

@@ -1,5 +1,6 @@
 #include "host/Platform.h"
 
+#include <algorithm>
 #include <cstdlib>
 
 #ifdef _WIN32
@@ -17,6 +18,21 @@
 #endif
 
 namespace host {
+
+namespace {
+
+std::vector<std::filesystem::path> foldersOf(const std::filesystem::path::string_type& list,
+                                             std::filesystem::path::value_type separator) {
+    std::vector<std::filesystem::path> folders;
+    for (std::size_t start = 0; start < list.size();) {
+        const auto end = std::min(list.find(separator, start), list.size());
+        if (end > start) folders.emplace_back(list.substr(start, end - start));
+        start = end + 1;
+    }
+    return folders;
+}
+
+}  // namespace
 
 #ifdef _WIN32
 
@@ -66,7 +82,31 @@ std::filesystem::path finalPath(const std::filesystem::path& file) {
     return name;
 }
 
+std::vector<std::filesystem::path> systemFolders() {
+    std::vector<std::filesystem::path> folders;
+    for (const auto get : {GetSystemDirectoryW, GetWindowsDirectoryW}) {
+        std::wstring folder(MAX_PATH, L'\0');
+        folder.resize(get(folder.data(), MAX_PATH));
+        folders.emplace_back(folder);
+    }
+    return folders;
+}
+
+std::vector<std::filesystem::path> searchPath() {
+    const auto* const path = _wgetenv(L"PATH");
+    return foldersOf(path ? path : L"", L';');
+}
+
 #else
+
+std::vector<std::filesystem::path> systemFolders() {
+    return {};
+}
+
+std::vector<std::filesystem::path> searchPath() {
+    const auto* const path = std::getenv("LD_LIBRARY_PATH");
+    return foldersOf(path ? path : "", ':');
+}
 
 std::filesystem::path finalPath(const std::filesystem::path& file) {
     return std::filesystem::canonical(file);

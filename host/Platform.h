@@ -25,6 +25,11 @@ void openInBrowser(const std::string& address);
 /// A file's own path, with all links followed. Throws std::filesystem::filesystem_error when there is no such file.
 std::filesystem::path finalPath(const std::filesystem::path& file);
 
+/// Where the system looks for libraries that are not beside the program: in folders of its own, if it has such, and
+/// then in those that the user's environment names.
+std::vector<std::filesystem::path> systemFolders();
+std::vector<std::filesystem::path> searchPath();
+
 std::string toUtf8(const std::filesystem::path& path);
 std::filesystem::path fromUtf8(const std::string& text);
 

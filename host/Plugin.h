@@ -1,11 +1,12 @@
-// The plug-in library, loaded and unloaded.
+// The plug-in.
 #pragma once
 
 #include <libpell.h>
 
-#include <filesystem>
 #include <span>
 #include <string_view>
+
+#include "host/Library.h"
 
 namespace host {
 
@@ -15,19 +16,16 @@ extern const std::span<const std::string_view> exportNames;
 class Plugin {
  public:
     /// Throws std::runtime_error, with the system's reason, when it cannot be loaded.
-    explicit Plugin(const std::filesystem::path& file);
-    ~Plugin();
-    Plugin(const Plugin&) = delete;
-    Plugin& operator=(const Plugin&) = delete;
+    explicit Plugin(const std::filesystem::path& file) : library_(file) {}
 
     /// libpell beside this program.
     static std::filesystem::path defaultFile();
 
     /// Null when the plug-in has no such function.
-    LibpellEntry find(const char* name) const;
+    LibpellEntry find(const char* name) const { return reinterpret_cast<LibpellEntry>(library_.find(name)); }
 
  private:
-    void* module_;
+    Library library_;
 };
 
 }  // namespace host

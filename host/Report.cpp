@@ -4,13 +4,6 @@ namespace host {
 
 namespace {
 
-constexpr auto bold = "1", red = "31", green = "32", dim = "2";
-
-/// A text in a colour of the terminal, or as it is.
-std::string paint(const Style& style, const char* colour, const std::string& text) {
-    return style.colours ? "\x1b[" + std::string(colour) + "m" + text + "\x1b[0m" : text;
-}
-
 std::string text(const Json& json) {
     return json.is_string() ? json.get<std::string>() : writeJson(json);
 }
@@ -67,6 +60,10 @@ std::string formatDetails(const Style& style, const Outcome& outcome, const Json
 }
 
 }  // namespace
+
+std::string paint(const Style& style, const char* colour, const std::string& text) {
+    return style.colours ? "\x1b[" + std::string(colour) + "m" + text + "\x1b[0m" : text;
+}
 
 Outcome hostError(const std::string& message) {
     return {nullptr, {{"name", "HostError"}, {"message", message}}, nullptr};

@@ -6,6 +6,10 @@
 
 namespace host {
 
+/// A text in a colour of the terminal, or as it is.
+constexpr auto bold = "1", red = "31", green = "32", dim = "2";
+std::string paint(const Style& style, const char* colour, const std::string& text);
+
 /// The plug-in's answer. Anything but one response with a JSON envelope becomes an error "HostError" without status.
 struct Outcome {
     Json status;

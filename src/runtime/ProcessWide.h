@@ -14,9 +14,10 @@ namespace torvo {
 template <class T>
 T& processWide() {
     alignas(T) static std::byte memory[sizeof(T)];
+    static platform::UnloadFunction destroy{[] { std::launder(reinterpret_cast<T*>(memory))->~T(); }};
     static T* const object = [] {
         T* const made = ::new (memory) T();
-        platform::atUnload([] { std::launder(reinterpret_cast<T*>(memory))->~T(); });
+        platform::atUnload(destroy);
         return made;
     }();
     return *object;

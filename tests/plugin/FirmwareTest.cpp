@@ -305,14 +305,61 @@ TEST(Packages, AreNeverKeptWaitingForAMonitor) {
 
 // ---- The end of the process, and of the plug-in ---------------------------------------------------------------------
 
-TEST(OpenPackages, AreReleasedOnceWhenThePluginIsUnloaded) {
+// What the firmware library was asked to do with packages during its life.
+class HandleLog {
+ public:
+    HandleLog() {
+        std::filesystem::remove(file_);
+        name(file_.string());
+    }
+    ~HandleLog() {
+        name("");
+        std::filesystem::remove(file_);
+    }
+    HandleLog(const HandleLog&) = delete;
+    HandleLog& operator=(const HandleLog&) = delete;
+
+    std::vector<std::string> lines() const {
+        std::ifstream stream(file_);
+        std::vector<std::string> lines;
+        for (std::string line; std::getline(stream, line);) lines.push_back(line);
+        return lines;
+    }
+
+ private:
+    static void name(const std::string& file) {
+#ifdef _WIN32
+        _putenv_s("PELL_SIMULATOR_HANDLES", file.c_str());
+#else
+        setenv("PELL_SIMULATOR_HANDLES", file.c_str(), 1);
+#endif
+    }
+
+    std::filesystem::path file_ = std::filesystem::temp_directory_path() / "pell-handles.log";
+};
+
+TEST(OpenPackages, AreReleasedInTheOrderOfTheirIdentifiersWhenThePluginIsUnloaded) {
     const PackageFile package;
+    const HandleLog log;
+    std::vector<std::string> identifiers;
     {
         const host::Session session;
-        for (int i = 0; i < 3; ++i)
-            session.call("FileSystemDfwFile", {R"({"method":"POST"})", "", "", Json{{"path", package.path()}}.dump()});
-        EXPECT_EQ(simulator::openHandles(), (Json{{"package", 3}}));
+        for (int i = 0; i < 8; ++i) {
+            const Json exchange = session.call("FileSystemDfwFile",
+                                               {R"({"method":"POST"})", "", "", Json{{"path", package.path()}}.dump()});
+            const std::string answer = exchange["responses"][0]["text"];
+            identifiers.push_back(Json::parse(answer)["value"]["id"]);
+        }
     }
+    const std::vector<std::string> lines = log.lines();
+    ASSERT_EQ(lines.size(), 1 + 8 + 8 + 1U);
+    EXPECT_EQ(lines.front(), "load");
+    EXPECT_EQ(lines.back(), "unload");
+    std::map<std::string, std::string> releases;
+    for (std::size_t i = 0; i < 8; ++i)
+        releases[identifiers[i]] = "release" + lines[i + 1].substr(lines[i + 1].find(' '));
+    auto line = lines.begin() + 9;
+    for (const auto& [identifier, release] : releases) EXPECT_EQ(*line++, release);
     EXPECT_EQ(simulator::openHandles(), Json::object());
     EXPECT_EQ(simulator::takeHandleFaults(), Json::array());
 }
@@ -320,33 +367,23 @@ TEST(OpenPackages, AreReleasedOnceWhenThePluginIsUnloaded) {
 // On Windows the process's other threads have been stopped wherever they were by then, and other libraries may be gone:
 // nothing is called any more. Natively the plug-in cannot tell the process's end from its own unloading.
 TEST(OpenPackages, AreLeftToTheSystemWhenTheProcessEnds) {
-    const PackageFile package("TQ271-P", 2048, "pell-exit.dfw");
-    const auto folder = std::filesystem::temp_directory_path();
-    const auto handles = folder / "pell-exit.handles";
-    std::filesystem::remove(handles);
+    const PackageFile package("TQ271-P", 10 * 1024, "pell-exit.dfw");
+    const HandleLog log;
     const std::string program = (host::Plugin::defaultFile().parent_path() / "exit_host").string();
     const std::string command = program + " " + package.path();
-#ifdef _WIN32
-    _putenv_s("PELL_SIMULATOR_HANDLES", handles.string().c_str());
     EXPECT_EQ(std::system(command.c_str()), 0);
-    _putenv_s("PELL_SIMULATOR_HANDLES", "");
+#ifdef _WIN32
     const std::vector<std::string> atTheEnd;
 #else
-    setenv("PELL_SIMULATOR_HANDLES", handles.c_str(), 1);
-    EXPECT_EQ(std::system(command.c_str()), 0);
-    unsetenv("PELL_SIMULATOR_HANDLES");
     const std::vector<std::string> atTheEnd{"release package", "release package"};
 #endif
     std::vector<std::string> expected{"load", "open package", "open package"};
     expected.insert(expected.end(), atTheEnd.begin(), atTheEnd.end());
     expected.push_back("unload");
 
-    std::ifstream stream(handles);
-    std::vector<std::string> log;
-    for (std::string line; std::getline(stream, line);) log.push_back(line.substr(0, line.find_last_of(' ')));
-    EXPECT_EQ(log, expected);
-    stream.close();
-    std::filesystem::remove(handles);
+    std::vector<std::string> lines;
+    for (const std::string& line : log.lines()) lines.push_back(line.substr(0, line.find_last_of(' ')));
+    EXPECT_EQ(lines, expected);
 }
 
 TEST(Handles, ThatCannotBeReleasedAreNoFailure) {

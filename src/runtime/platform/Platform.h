@@ -32,10 +32,17 @@ void* findSymbol(Module module, const char* name) noexcept;
 
 void freeModule(Module module) noexcept;
 
-/// Has the function called when libpell is unloaded, the one registered last first. When the process ends it is not
-/// called on Windows: the other threads have been stopped wherever they were, some with a lock held, and libraries that
-/// it would call may be gone. Natively the two cannot be told apart, and it is called in both.
-void atUnload(void (*function)()) noexcept;
+/// Something to do when libpell is unloaded.
+struct UnloadFunction {
+    void (*call)() = nullptr;
+    UnloadFunction* registeredBefore = nullptr;
+};
+
+/// Has the function called when libpell is unloaded, the one registered last first; it is registered once, and stays
+/// where it is until then. When the process ends it is not called on Windows: the other threads have been stopped
+/// wherever they were, some with a lock held, and libraries that it would call may be gone. Natively the two cannot be
+/// told apart, and it is called in both.
+void atUnload(UnloadFunction& function) noexcept;
 
 /// The directory of the library that this code is linked into; empty when it is unknown.
 std::string ownDirectory();

@@ -105,8 +105,8 @@ void freeModule(Module module) noexcept {
 }
 
 // In a shared library, `atexit` is about the library.
-void atUnload(void (*function)()) noexcept {
-    std::atexit(function);
+void atUnload(UnloadFunction& function) noexcept {
+    std::atexit(function.call);
 }
 
 std::string ownDirectory() {

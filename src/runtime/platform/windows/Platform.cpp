@@ -173,20 +173,19 @@ void freeModule(Module module) noexcept {
 
 namespace {
 
-// One for each process-wide object, of which there are a handful.
-std::array<void (*)(), 16> unloadFunctions{};
-std::atomic<std::size_t> unloadFunctionCount = 0;
+std::atomic<UnloadFunction*> registeredLast = nullptr;
 
 }  // namespace
 
-void atUnload(void (*function)()) noexcept {
-    const std::size_t index = unloadFunctionCount++;
-    if (index < unloadFunctions.size()) unloadFunctions[index] = function;
+void atUnload(UnloadFunction& function) noexcept {
+    function.registeredBefore = registeredLast;
+    while (!registeredLast.compare_exchange_weak(function.registeredBefore, &function)) {
+    }
 }
 
 void runAtUnload() noexcept {
-    for (std::size_t index = std::min(unloadFunctionCount.exchange(0), unloadFunctions.size()); index-- > 0;)
-        unloadFunctions[index]();
+    for (const UnloadFunction* next = registeredLast.exchange(nullptr); next; next = next->registeredBefore)
+        next->call();
 }
 
 std::string ownDirectory() {
