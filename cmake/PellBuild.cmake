@@ -9,7 +9,7 @@ endif()
 # What counts the lines and branches of src/. Whatever has its inline functions needs it.
 set(PELL_COUNTED "")
 if(PELL_COVERAGE)
-    set(PELL_COUNTED -fprofile-instr-generate -fcoverage-mapping -fprofile-update=atomic -O0)
+    set(PELL_COUNTED -fprofile-instr-generate -fcoverage-mapping -fprofile-update=atomic -O1)
     add_link_options(-fprofile-instr-generate)
 endif()
 if(CMAKE_BUILD_TYPE STREQUAL "Debug")

@@ -5,6 +5,7 @@
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
+#include <limits>
 #include <random>
 #include <string>
 #include <vector>
@@ -85,6 +86,21 @@ TEST(Numbers, AreFormattedAndReadAsTheCLibraryDoes) {
         if (halfway.find('.') == halfway.npos) continue;
         halfway.insert(std::min(halfway.find('e'), halfway.size()), "1");
         ASSERT_EQ(parsed(halfway).asDouble(), next) << halfway;
+    }
+}
+
+TEST(Numbers, WithoutAPointAreFormattedAndReadAsTheStandardLibraryDoes) {
+    std::vector<std::int64_t> numbers{std::numeric_limits<std::int64_t>::min(),
+                                      std::numeric_limits<std::int64_t>::max()};
+    for (std::int64_t number = -10; number < 10100; ++number) numbers.push_back(number);
+    for (std::int64_t power = 10000; power <= 1000000000000000000; power *= 10)
+        for (const std::int64_t number : {power - 1, power, power + 1, power / 9 * 8, power / 7 * 8})
+            numbers.insert(numbers.end(), {number, -number});
+    NumberBuffer buffer;
+    for (const std::int64_t number : numbers) {
+        const std::string expected = std::to_string(number);
+        ASSERT_EQ(formatNumber(number, buffer), expected);
+        ASSERT_EQ(parsed(expected), Value(number));
     }
 }
 

@@ -25,7 +25,7 @@ TEST(Parser, Accepts) {
         {R"("\"\\/\b\f\n\r\t")", {R"("\"\\\/\b\f\n\r\t")"}},
         {"\"A\xE2\x82\xAC\\u0000\xF0\x9F\x98\x80z\"", {R"("\u0041\u20ac\u0000\uD83D\ude00z")"}},
         {"\"\xED\x9F\xBF\xEE\x80\x80\xF0\x90\x80\x80\xF4\x8F\xBF\xBF\"", {R"("\uD7FF\uE000\uD800\uDC00\uDBFF\uDFFF")"}},
-        {"\"\x7F\xC2\x80\xDF\xBF\xE0\xA0\x80\"", {R"("\u007F\u0080\u07FF\u0800")"}}};
+        {"\"\\u007f\xC2\x80\xDF\xBF\xE0\xA0\x80\"", {R"("\u007F\u0080\u07FF\u0800")"}}};
     for (const auto& [expected, texts] : cases)
         for (const auto& text : texts) EXPECT_EQ(written(parsed(text)), expected) << text;
     EXPECT_EQ(written(parsed(R"({"b":[1, ] , })", AllowTrailingComma)), R"({"b":[1]})");
