@@ -66,6 +66,8 @@ class Server::Implementation : public Clients {
         allowManyConnections();
         if (!options.proxy.empty()) upstream_ = findUpstream(context_, options.proxy);
         listen(options.port);
+        if (upstream_ && upstream_->endpoints.begin()->endpoint().port() == port())
+            throw std::invalid_argument("--proxy takes a development server on this machine, not this server itself");
     }
 
     std::uint16_t port() const { return acceptors_.front().local_endpoint().port(); }
