@@ -104,6 +104,16 @@ for (const build of builds)
             await later(100);
         });
 
+        await t.test('connections that are reset at once', async () => {
+            const connections = Array.from({ length: 500 }, () => connect(port));
+            for (const { socket } of connections) {
+                socket.on('connect', () => socket.resetAndDestroy());
+                socket.write(head(port, '\r\n'));
+            }
+            await Promise.all(connections.map(({ answer }) => answer));
+            await server.assertAlive();
+        });
+
         await t.test('a client that has ended its side still gets the answer', async () => {
             const { socket, answer } = connect(port);
             socket.end(head(port, '\r\n'));
