@@ -17,6 +17,7 @@ if(CMAKE_BUILD_TYPE STREQUAL "Debug")
 endif()
 if(WIN32)
     add_compile_definitions(UNICODE _UNICODE WIN32_LEAN_AND_MEAN NOMINMAX _WIN32_WINNT=0x0601)
+    add_link_options(-Wl,--no-insert-timestamp)  # the same bytes whenever it is built
 endif()
 
 # Warnings for our own code; third-party headers are system headers.

@@ -27,6 +27,10 @@ Style style(const Options& options, const Console& console) {
 constexpr std::size_t maximumEvents = 1024;
 constexpr std::size_t maximumEventBytes = 16u << 20;
 
+std::string counted(std::size_t count, const std::string& noun) {
+    return std::to_string(count) + " " + noun + (count == 1 ? "" : "s");
+}
+
 std::string textOf(const Json& json) {
     return json.is_string() ? json.get<std::string>() : writeJson(json);
 }
@@ -36,9 +40,9 @@ std::filesystem::path pluginFile(const Options& options) {
 }
 
 /// Null when nothing is to be recorded.
-std::unique_ptr<RecordingWriter> startRecording(const Options& options, Journal& journal) {
+std::unique_ptr<RecordingWriter> startRecording(const Options& options, Journal& journal, const Console& console) {
     if (options.record.empty()) return nullptr;
-    auto writer = std::make_unique<RecordingWriter>(fromUtf8(options.record), options.redact);
+    auto writer = std::make_unique<RecordingWriter>(fromUtf8(options.record), options.redact, console.error);
     journal.addSink([recording = writer.get()](Journal::Kind kind, const Json& line) {
         if (kind != Journal::Kind::opened) recording->write(line);
     });
@@ -135,21 +139,26 @@ void Commands::simulate(const std::string& instruction) {
 
 void Commands::batch(const Options& options) {
     Journal journal(session(options));
-    const auto recorder = startRecording(options, journal);
+    const auto recorder = startRecording(options, journal, console_);
+    for (const auto& instruction : options.simulations) journal.simulate(parseJson(instruction));
     for (std::string line; std::getline(console_.in, line);)
         console_.out << writeJson(journal.execute(line)) << std::endl;
+    if (recorder) recorder->finish();
 }
 
 void Commands::serve(const Options& options) {
-    const auto& plugin = session(options);
-    for (const auto& instruction : options.simulations) simulate(instruction);
-    Journal journal(plugin);
-    const auto recorder = startRecording(options, journal);
+    for (const auto& origin : options.origins)
+        if (!server::Guard::isOrigin(origin))
+            throw UsageError("--origin takes an origin as browsers write it, such as http://localhost:5173, not " +
+                             origin);
+    Journal journal(session(options));
+    const auto recorder = startRecording(options, journal, console_);
 
     server::EventLog events(maximumEvents, maximumEventBytes);
     simulator::setEventObserver(
         [&](const Json& event) { events.add(textOf(event.at("name")), textOf(event.at("text"))); });
     server::Lab lab(journal, toUtf8(pluginFile(options)));
+    for (const auto& instruction : options.simulations) journal.simulate(parseJson(instruction));
     server::SiteOptions site{.forwards = !options.proxy.empty(), .origins = options.origins};
     if (!options.page.empty()) site.page = std::filesystem::absolute(fromUtf8(options.page));
     if (!site.page.empty() && !std::filesystem::is_directory(site.page))
@@ -170,10 +179,17 @@ void Commands::serve(const Options& options) {
         server.run();
     }
     simulator::setEventObserver({});
+    if (recorder) recorder->finish();
 }
 
 bool Commands::replay(const Options& options) {
-    const auto outcome = host::replay(session(options), fromUtf8(options.recording));
+    ReplayOptions how{.keepsMonitors = !options.scenario.empty()};
+    for (const auto& instruction : options.simulations) how.simulations.push_back(parseJson(instruction));
+    const auto outcome = host::replay(session(options), fromUtf8(options.recording), how);
+    if (outcome.lacksItsBeginning)
+        console_.error << "pellhost: the beginning is missing, so monitors may have been set otherwise\n";
+    if (outcome.tornLine)
+        console_.error << "pellhost: line " << outcome.tornLine << " is torn: the recording was cut off there\n";
     if (options.json) {
         auto differences = Json::array();
         for (const auto& [line, request, where, recorded, replayed] : outcome.differences)
@@ -182,7 +198,11 @@ bool Commands::replay(const Options& options) {
                                    {"where", where},
                                    {"recorded", recorded},
                                    {"replayed", replayed}});
-        console_.out << formatJson({{"requests", outcome.requests}, {"differences", differences}}) << '\n';
+        console_.out << formatJson({{"requests", outcome.requests},
+                                    {"differences", differences},
+                                    {"tornLine", outcome.tornLine ? Json(outcome.tornLine) : Json()},
+                                    {"incomplete", outcome.lacksItsBeginning}})
+                     << '\n';
     } else {
         std::size_t last = 0;
         for (const auto& [line, request, where, recorded, replayed] : outcome.differences) {
@@ -190,7 +210,8 @@ bool Commands::replay(const Options& options) {
             last = line;
             console_.out << "    " << where << ": " << writeJson(recorded) << " is now " << writeJson(replayed) << '\n';
         }
-        console_.out << outcome.requests << " requests, " << outcome.differences.size() << " differences\n";
+        console_.out << counted(outcome.requests, "request") << ", "
+                     << counted(outcome.differences.size(), "difference") << '\n';
     }
     return outcome.differences.empty();
 }

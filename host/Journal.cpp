@@ -82,8 +82,10 @@ Json Journal::call(std::string_view source, const std::string& resource, const T
 }
 
 void Journal::simulate(const Json& instruction) {
+    const std::lock_guard lock(simulating_);  // so that the scenario is the one that was chosen here
     simulator::simulate(instruction);
     auto line = instruction;
+    if (line.at("simulate") == "scenario") line["scenario"] = simulator::currentScenario();
     line["id"] = ++lastId_;
     line["time"] = now();
     send(Kind::simulation, line);

@@ -30,7 +30,8 @@ class Journal {
     /// The exchange, as of Session::call; `source` says who asks.
     Json call(std::string_view source, const std::string& resource, const Texts& texts);
 
-    /// Carries out one instruction of the simulator; throws as simulator::simulate does.
+    /// Carries out one instruction of the simulator; throws as simulator::simulate does. The line of a scenario that is
+    /// chosen by its name has the scenario itself, too: the name may stand for another one elsewhere.
     void simulate(const Json& instruction);
 
     /// One line of a batch, as Session::execute.
@@ -45,6 +46,7 @@ class Journal {
     const Session& session_;
     std::vector<Sink> sinks_;
     std::atomic<std::uint64_t> lastId_{0};
+    std::mutex simulating_;
     mutable std::mutex mutex_;
     std::map<std::uint64_t, std::string> running_;
 };

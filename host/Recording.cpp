@@ -24,8 +24,8 @@ Json structureOf(const std::string& text) {
 
 }  // namespace
 
-Json recordingHead() {
-    return {{"format", "pell-recording"}, {"version", version}, {"scenario", simulator::currentScenario()}};
+Json recordingHead(const Json& scenario) {
+    return {{"format", "pell-recording"}, {"version", version}, {"scenario", scenario}};
 }
 
 // ---- Redaction ------------------------------------------------------------------------------------------------------
@@ -37,13 +37,13 @@ Json Redaction::apply(const Json& line) {
     return redacted;
 }
 
-void Redaction::learn(const Json& json) {
-    if (json.is_string()) {
-        const auto inner = structureOf(json.get_ref<const std::string&>());
+void Redaction::learn(const Json& line) {
+    if (line.is_string()) {
+        const auto inner = structureOf(line.get_ref<const std::string&>());
         if (inner.is_structured()) learn(inner);
     }
-    if (!json.is_structured()) return;
-    for (const auto& [name, value] : json.items()) {
+    if (!line.is_structured()) return;
+    for (const auto& [name, value] : line.items()) {
         if (name == "serial" && value.is_string() && !value.get_ref<const std::string&>().empty()) {
             const auto number = std::to_string(serials_.size() + 1);
             serials_.try_emplace(value, "R" + std::string(7 - std::min<std::size_t>(7, number.size()), '0') + number);
@@ -102,15 +102,23 @@ std::string Redaction::replaced(const std::string& text) const {
 
 // ---- Writing --------------------------------------------------------------------------------------------------------
 
-RecordingWriter::RecordingWriter(const std::filesystem::path& file, bool redacts)
-    : stream_(file, std::ios::binary), redacts_(redacts) {
+RecordingWriter::RecordingWriter(const std::filesystem::path& file, bool redacts, std::ostream& errors)
+    : file_(file), stream_(file, std::ios::binary), errors_(errors), redacts_(redacts) {
+    const auto head = recordingHead(simulator::currentScenario());
+    stream_ << writeJson(redacts_ ? redaction_.apply(head) : head) << std::endl;
     if (!stream_) throw std::runtime_error("cannot write " + toUtf8(file));
-    write(recordingHead());
 }
 
 void RecordingWriter::write(const Json& line) {
     const std::lock_guard lock(mutex_);
+    if (!stream_) return;
     stream_ << writeJson(redacts_ ? redaction_.apply(line) : line) << std::endl;
+    if (!stream_) errors_ << "The recording ends here: cannot write " << toUtf8(file_) << std::endl;
+}
+
+void RecordingWriter::finish() const {
+    const std::lock_guard lock(mutex_);
+    if (!stream_) throw std::runtime_error("the recording is incomplete");
 }
 
 }  // namespace host

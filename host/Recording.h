@@ -14,8 +14,8 @@
 
 namespace host {
 
-/// The first line: the format and its version, and the scenario as it is now.
-Json recordingHead();
+/// The first line: the format and its version, and the scenario among whose monitors the recording begins.
+Json recordingHead(const Json& scenario);
 
 /// Replaces the serials of monitors by others, each always by the same one. It learns them from scenarios, from what
 /// requests name and from answers, so each is replaced from the first line that shows it to be one.
@@ -23,8 +23,10 @@ class Redaction {
  public:
     Json apply(const Json& line);
 
+    /// What the line shows to be serials is replaced in lines before it, too, when they are applied later.
+    void learn(const Json& line);
+
  private:
-    void learn(const Json& json);
     void replace(Json& json) const;
     void replaceInText(Json& text) const;
     std::string replaced(const std::string& text) const;
@@ -35,14 +37,19 @@ class Redaction {
 /// Writes line by line, so that a crash loses nothing. Any thread may call it.
 class RecordingWriter {
  public:
-    /// Throws std::runtime_error when the file cannot be written.
-    RecordingWriter(const std::filesystem::path& file, bool redacts);
+    /// Throws std::runtime_error when the file cannot be written. If that happens later, `errors` is told at once.
+    RecordingWriter(const std::filesystem::path& file, bool redacts, std::ostream& errors);
 
     void write(const Json& line);
 
+    /// Throws std::runtime_error unless all lines could be written.
+    void finish() const;
+
  private:
-    std::mutex mutex_;
+    const std::filesystem::path file_;
+    mutable std::mutex mutex_;
     std::ofstream stream_;
+    std::ostream& errors_;
     Redaction redaction_;
     const bool redacts_;
 };

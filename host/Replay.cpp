@@ -27,12 +27,16 @@ struct Line {
     throw std::invalid_argument("line " + std::to_string(line) + ": " + reason);
 }
 
-/// The head, and the other lines in the order in which their requests began.
-std::pair<Json, std::vector<Line>> readRecording(const std::filesystem::path& file) {
+struct Lines {
+    Json head;
+    std::vector<Line> others{};  ///< in the order in which their requests began
+    std::size_t tornLine = 0;
+};
+
+Lines readRecording(const std::filesystem::path& file) {
     std::ifstream stream(file, std::ios::binary);
     if (!stream) throw std::runtime_error("cannot read " + toUtf8(file));
-    Json head;
-    std::vector<Line> lines;
+    Lines lines;
     std::size_t number = 0;
     for (std::string text; std::getline(stream, text);) {
         ++number;
@@ -40,23 +44,26 @@ std::pair<Json, std::vector<Line>> readRecording(const std::filesystem::path& fi
         try {
             json = parseJson(text);
         } catch (const std::invalid_argument& error) {
-            fail(number, error.what());
+            if (number == 1 || !stream.eof()) fail(number, error.what());
+            lines.tornLine = number;
+            break;
         }
         if (number == 1) {
             if (!json.is_object() || json.value("format", Json()) != "pell-recording") fail(1, "this is no recording");
             if (json.value("version", Json()) != supportedVersion)
                 fail(1, "recordings of version " + writeJson(json.value("version", Json())) + " are not known");
-            head = std::move(json);
+            lines.head = std::move(json);
             continue;
         }
         const auto isWhole = json.is_object() && json.value("id", Json()).is_number_unsigned() &&
                              (json.contains("simulate") || (json.contains("resource") && json.contains("texts")));
         if (!isWhole) fail(number, "this is neither a request nor a simulation");
-        lines.push_back({number, std::move(json)});
+        lines.others.push_back({number, std::move(json)});
     }
-    if (head.is_null()) fail(1, "this is no recording");
-    std::stable_sort(lines.begin(), lines.end(), [](const Line& a, const Line& b) { return a.id() < b.id(); });
-    return {std::move(head), std::move(lines)};
+    if (lines.head.is_null()) fail(1, "this is no recording");
+    std::stable_sort(lines.others.begin(), lines.others.end(),
+                     [](const Line& a, const Line& b) { return a.id() < b.id(); });
+    return lines;
 }
 
 // ---- What is the same although it differs ---------------------------------------------------------------------------
@@ -247,19 +254,25 @@ void simulate(const Json& line, Time& time) {
     instruction.erase("id");
     instruction.erase("time");
     if (instruction.at("simulate") == "speed") return time.setSpeed(instruction.at("factor"));
+    if (const auto scenario = instruction.find("scenario"); scenario != instruction.end())
+        return simulator::loadScenario(*scenario);
     simulator::simulate(instruction);
 }
 
 }  // namespace
 
-ReplayOutcome replay(const Session& session, const std::filesystem::path& file) {
-    const auto [head, lines] = readRecording(file);
-    if (const auto scenario = head.find("scenario"); scenario != head.end()) simulator::loadScenario(*scenario);
+ReplayOutcome replay(const Session& session, const std::filesystem::path& file, const ReplayOptions& options) {
+    const auto [head, lines, tornLine] = readRecording(file);
+    const auto scenario = head.find("scenario");
+    if (scenario != head.end() && !options.keepsMonitors) simulator::loadScenario(*scenario);
     const auto folder = std::filesystem::absolute(file).parent_path();
     ReplayOutcome outcome;
+    outcome.tornLine = tornLine;
+    outcome.lacksItsBeginning = head.value("incomplete", false);
     Names names;
     Handles handles;
     Time time;
+    for (const auto& simulation : options.simulations) simulate(simulation, time);
     for (const auto& [number, line] : lines) try {
             time.pass(line);
             if (line.contains("simulate")) {

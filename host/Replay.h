@@ -20,6 +20,13 @@ struct Difference {
 struct ReplayOutcome {
     std::size_t requests = 0;
     std::vector<Difference> differences;
+    std::size_t tornLine = 0;        ///< the last one, which was not written to its end; 0: there is none
+    bool lacksItsBeginning = false;  ///< so monitors may have been set otherwise
+};
+
+struct ReplayOptions {
+    bool keepsMonitors = false;       ///< those that there are, in place of those among which the recording begins
+    std::vector<Json> simulations{};  ///< to be carried out first
 };
 
 /// Requests are asked one after the other in the order in which they began, among the monitors of the recording's
@@ -30,7 +37,9 @@ struct ReplayOutcome {
 /// identifiers of opened files and the handles of libraries may be others, each always the same other one. A file that
 /// is not where it was is looked for beside the recording, by its name.
 ///
+/// A last line that was not written to its end, since the program that recorded did not come to it, is left out.
+///
 /// Throws std::invalid_argument, with the line's number, for what is no recording.
-ReplayOutcome replay(const Session& session, const std::filesystem::path& file);
+ReplayOutcome replay(const Session& session, const std::filesystem::path& file, const ReplayOptions& options = {});
 
 }  // namespace host

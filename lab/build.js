@@ -8,17 +8,25 @@ const target = 'build/lab';
 fs.rmSync(target, { recursive: true, force: true });
 fs.mkdirSync(`${target}/reference`, { recursive: true });
 
+const made = (name, value) => fs.writeFileSync(`build/lab-made/${name}.json`, JSON.stringify(value));
+fs.mkdirSync('build/lab-made', { recursive: true });
+
 // The functions of the companion libraries, of which the lab makes one fail.
 const headers = fs
     .readdirSync('companions', { recursive: true })
     .filter((name) => /^(libdmc|libfwupdate|libcolour|libPlugin)\b.*\.(def|h)$/.test(name));
 const texts = headers.map((name) => fs.readFileSync(`companions/${name}`, 'utf8')).join('\n');
 const functions = [...new Set(texts.match(/\b(?:DmCtrl|FW|Plg_|Colour_)\w+(?=\s*(?:\(|$))/gm))].sort();
-fs.mkdirSync('build/lab-made', { recursive: true });
-const families = parse(fs.readFileSync('catalogue/families.yaml', 'utf8'));
-fs.writeFileSync('build/lab-made/topics.json', JSON.stringify(Object.values(families).flatMap(({ topics }) => topics)));
+made('functions', functions);
 
-fs.writeFileSync('build/lab-made/functions.json', JSON.stringify(functions));
+const families = parse(fs.readFileSync('catalogue/families.yaml', 'utf8'));
+made(
+    'topics',
+    Object.values(families).flatMap(({ topics }) => topics),
+);
+
+const rows = fs.readFileSync('docs/scenarios.md', 'utf8').matchAll(/^\| `([\w-]+)` \| (.+?) \| (.+?) \|$/gm);
+made('scenarios', Object.fromEntries([...rows].map(([, name, ...texts]) => [name, texts])));
 
 await build({
     entryPoints: { lab: 'lab/src/parts/lab-app.ts' },

@@ -28,6 +28,24 @@ bool isRepeated(const http::fields& fields, http::field name) {
     return fields.count(name) > 1;
 }
 
+/// The only one that is needed; behind any other, it is unknown where the request ends.
+bool hasKnownEncoding(const http::request_header<>& head) {
+    const auto count = head.count(http::field::transfer_encoding);
+    const auto isChunked = beast::iequals(head[http::field::transfer_encoding], "chunked");
+    return count == 0 || (count == 1 && isChunked && head.version() == 11);
+}
+
+/// The target may be a whole address, which then holds in place of the Host.
+void takeAddress(HttpRequest& request) {
+    constexpr std::string_view scheme = "http://";
+    const auto begins = beast::string_view(request.target).substr(0, scheme.size());
+    if (!beast::iequals(begins, beast::string_view(scheme.data(), scheme.size()))) return;
+    const auto address = request.target.substr(scheme.size());
+    const auto end = std::min(address.find_first_of("/?"), address.size());
+    request.host = address.substr(0, end);
+    request.target = (address.substr(end, 1) == "/" ? "" : "/") + address.substr(end);
+}
+
 HttpRequest headOf(const http::request_header<>& head) {
     return {.method = std::string(head.method_string()),
             .target = std::string(head.target()),
@@ -61,6 +79,24 @@ std::string formatFields(const std::vector<std::pair<std::string, std::string>>&
 
 }  // namespace
 
+void Idleness::begin() {
+    end();
+    place_ = list_.insert(list_.end(), this);
+}
+
+void Idleness::end() {
+    if (place_) list_.erase(*place_);
+    place_.reset();
+}
+
+bool Idleness::makeRoom(List& list) {
+    if (list.empty()) return false;
+    auto& longest = *list.front();
+    longest.end();
+    longest.close_();
+    return true;
+}
+
 Connection::Connection(tcp::socket socket, Clients& clients)
     : stream_(std::move(socket)), buffer_(bufferSize), clients_(clients), counted_(clients.count) {}
 
@@ -68,6 +104,8 @@ void Connection::readHead() {
     parser_.emplace();
     parser_->header_limit(limits::head);
     parser_->body_limit(limits::body);
+    isLast_ = false;
+    idleness_.begin();
     stream_.expires_after(patience::forHead);
     http::async_read_header(stream_, buffer_, *parser_,
                             [self = shared_from_this()](Error error, std::size_t) { self->takeHead(error); });
@@ -75,12 +113,19 @@ void Connection::readHead() {
 
 void Connection::takeHead(Error error) {
     if (error) return refuse(error);
-    const auto& head = parser_->get();
+    auto& head = parser_->get();
     if (fieldCount(head) > limits::fields)
         return respond(errorResponse(431, "HeaderTooLarge", "The request has too many header fields."));
     for (const auto name : {http::field::host, http::field::origin, http::field::sec_fetch_site})
         if (isRepeated(head, name)) return respond(errorResponse(400, "BadRequest", "A header field is repeated."));
+    if (!hasKnownEncoding(head)) {
+        isLast_ = true;
+        return respond(errorResponse(501, "NotImplemented", "A body comes as it is, or in chunks."));
+    }
+    if (head.version() == 11 && head.count(http::field::host) == 0)
+        return respond(errorResponse(400, "BadRequest", "The request has no Host."));
     request_ = headOf(head);
+    takeAddress(request_);
     auto route = clients_.route(request_);
     fields_ = std::move(route.fields);
     if (auto* const response = std::get_if<AtOnce>(&route.what)) return respond(std::move(*response));
@@ -88,19 +133,17 @@ void Connection::takeHead(Error error) {
     if (const auto* const events = std::get_if<Events>(&route.what))
         return clients_.stream(std::move(stream_), *events, formatFields(fields_));
     const std::string rest(static_cast<const char*>(buffer_.data().data()), buffer_.size());
-    clients_.forward(std::move(stream_), formatHead(head), rest);
+    head.target(request_.target);
+    clients_.forward(std::move(stream_), formatHead(head), rest, formatFields(fields_));
 }
 
 void Connection::takeWhole(Whole answer) {
     const auto length = parser_->content_length();
     if (length && *length > limits::body) return refuse(http::error::body_limit);
-    if (parser_->chunked() || (length && *length > limits::smallBody)) {
-        if (clients_.largeBodies >= limits::largeBodies)
-            return respond(errorResponse(503, "ServiceUnavailable", "Too many large bodies are on their way."));
-        largeBody_.emplace(clients_.largeBodies);
-    }
+    if (length && *length > limits::smallBody && !mayBeLarge()) return;
     whole_ = std::move(answer);
     if (parser_->is_done()) return answerWhole();
+    idleness_.begin();
     stream_.expires_after(patience::forBody);
     if (!beast::iequals(parser_->get()[http::field::expect], "100-continue")) return readBody();
     static const std::string goOn = "HTTP/1.1 100 Continue\r\n\r\n";
@@ -110,13 +153,30 @@ void Connection::takeWhole(Whole answer) {
 }
 
 void Connection::readBody() {
-    http::async_read(stream_, buffer_, *parser_, [self = shared_from_this()](Error error, std::size_t) {
+    http::async_read_some(stream_, buffer_, *parser_, [self = shared_from_this()](Error error, std::size_t) {
         if (error) return self->refuse(error);
-        self->answerWhole();
+        self->takePart();
     });
 }
 
+void Connection::takePart() {
+    if (parser_->get().body().size() > limits::smallBody && !mayBeLarge()) return;
+    if (parser_->is_done()) return answerWhole();
+    readBody();
+}
+
+/// Answers the request itself, if not.
+bool Connection::mayBeLarge() {
+    if (!largeBody_ && clients_.largeBodies >= limits::largeBodies) {
+        respond(errorResponse(503, "ServiceUnavailable", "Too many large bodies are on their way."));
+        return false;
+    }
+    if (!largeBody_) largeBody_.emplace(clients_.largeBodies);
+    return true;
+}
+
 void Connection::answerWhole() {
+    idleness_.end();
     stream_.expires_never();
     request_.body = std::move(parser_->get().body());
     const auto executor = stream_.get_executor();
@@ -142,7 +202,11 @@ void Connection::refuse(Error error) {
 }
 
 void Connection::respond(HttpResponse response) {
-    const auto keepsAlive = parser_->is_done() && parser_->get().keep_alive();
+    const auto keepsAlive = !isLast_ && parser_->is_done() && parser_->get().keep_alive();
+    const auto isHead = parser_->get().method() == http::verb::head;
+    if (clients_.answers + response.body.size() > limits::answers)
+        response = errorResponse(503, "ServiceUnavailable", "Too many large answers are on their way.");
+    answer_.emplace(clients_.answers, response.body.size());
     response_ = {};
     response_.version(11);
     response_.result(response.status);
@@ -153,12 +217,15 @@ void Connection::respond(HttpResponse response) {
     response_.set("X-Content-Type-Options", "nosniff");
     response_.keep_alive(keepsAlive);
     response_.body() = std::move(response.body);
-    if (response.status != 204) response_.content_length(response_.body().size());
-    if (parser_->get().method() == http::verb::head) response_.body().clear();
+    if (response.status != 204 && !(isHead && response_.body().empty()))
+        response_.content_length(response_.body().size());
+    if (isHead) response_.body().clear();
     fields_.clear();
+    idleness_.begin();
     stream_.expires_after(patience::forReading);
     http::async_write(stream_, response_, [self = shared_from_this(), keepsAlive](Error error, std::size_t) {
         self->response_ = {};
+        self->answer_.reset();
         self->largeBody_.reset();
         if (error) return self->stream_.close();
         if (keepsAlive) return self->readHead();

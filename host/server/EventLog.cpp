@@ -2,7 +2,7 @@
 
 #include <algorithm>
 #include <charconv>
-#include <limits>
+#include <chrono>
 
 namespace host::server {
 
@@ -11,35 +11,69 @@ namespace {
 /// What a reader is given at once.
 constexpr std::size_t chunkSize = 1u << 18;
 
+/// What reader::from stands for when events of another server are to be told as lost.
+constexpr std::uint64_t ofAnotherRun = 0;
+
+/// For a number and its field.
+constexpr std::size_t idSize = 64;
+
 std::size_t sizeOf(const EventLog::Event& event) {
-    return sizeof event + event.name.size() + event.data.size();
+    return sizeof event + event.text.capacity();
 }
 
-/// A line break ends a field, so data with breaks in it becomes several.
-void append(std::string& text, std::uint64_t id, const EventLog::Event& event) {
-    text += "id: " + std::to_string(id) + "\nevent: ";
-    std::copy_if(event.name.begin(), event.name.end(), std::back_inserter(text),
+/// All but the identifier. A line break ends a field, so data with breaks in it becomes several.
+std::shared_ptr<EventLog::Event> format(std::string_view name, std::string_view data) {
+    auto event = std::make_shared<EventLog::Event>();
+    auto& text = event->text;
+    text.reserve(name.size() + data.size() + idSize);
+    text += "event: ";
+    const auto nameAt = text.size();
+    std::copy_if(name.begin(), name.end(), std::back_inserter(text),
                  [](char letter) { return letter != '\n' && letter != '\r'; });
+    const auto nameEnd = text.size();
     text += "\ndata: ";
-    for (std::size_t at = 0; at < event.data.size(); ++at) {
-        const auto letter = event.data[at];
-        if (letter == '\r' && at + 1 < event.data.size() && event.data[at + 1] == '\n') continue;
-        if (letter == '\n' || letter == '\r')
-            text += "\ndata: ";
-        else
-            text += letter;
+    const auto dataAt = text.size();
+    while (!data.empty()) {
+        const auto end = std::min(data.find_first_of("\r\n"), data.size());
+        text += data.substr(0, end);
+        data.remove_prefix(end);
+        if (data.empty()) break;
+        text += "\ndata: ";
+        data.remove_prefix(data.starts_with("\r\n") ? 2 : 1);
     }
-    text += "\n\n";
+    const auto dataEnd = text.size();
+    text.reserve(text.size() + idSize);
+    const std::string_view all(text);
+    event->name = all.substr(nameAt, nameEnd - nameAt);
+    event->data = all.substr(dataAt, dataEnd - dataAt);
+    return event;
+}
+
+void addId(EventLog::Event& event, const std::string& run, std::uint64_t number) {
+    event.text.append("\nid: ").append(run).append("-").append(std::to_string(number)).append("\n\n");
+}
+
+std::string newRun() {
+    return std::to_string(
+        std::chrono::duration_cast<std::chrono::microseconds>(std::chrono::system_clock::now().time_since_epoch())
+            .count());
 }
 
 }  // namespace
 
-void EventLog::add(std::string name, std::string data) {
+EventLog::EventLog(std::size_t maximumCount, std::size_t maximumBytes, std::function<void(const Event&)> forget)
+    : run_(newRun()), maximumCount_(maximumCount), maximumBytes_(maximumBytes), forget_(std::move(forget)) {}
+
+void EventLog::add(std::string_view name, std::string_view data) {
+    auto event = format(name, data);
     {
         const std::lock_guard lock(mutex_);
-        bytes_ += sizeOf(events_.emplace_back(Event{std::move(name), std::move(data)}));
+        addId(*event, run_, end());
+        bytes_ += sizeOf(*event);
+        events_.push_back(std::move(event));
         while (events_.size() > maximumCount_ || (bytes_ > maximumBytes_ && events_.size() > 1)) {
-            bytes_ -= sizeOf(events_.front());
+            bytes_ -= sizeOf(*events_.front());
+            if (forget_) forget_(*events_.front());
             events_.pop_front();
             ++first_;
         }
@@ -47,37 +81,44 @@ void EventLog::add(std::string name, std::string data) {
     if (notify_) notify_();
 }
 
-std::uint64_t EventLog::next() const {
+std::uint64_t EventLog::first() const {
     const std::lock_guard lock(mutex_);
-    return first_ + events_.size();
+    return first_;
 }
 
 std::uint64_t EventLog::after(std::string_view lastEventId) const {
-    std::uint64_t id{};
-    const auto end = lastEventId.data() + lastEventId.size();
-    const auto parsed = std::from_chars(lastEventId.data(), end, id);
-    const bool isNumber =
-        parsed.ec == std::errc() && parsed.ptr == end && id < std::numeric_limits<std::uint64_t>::max();
-    return isNumber ? id + 1 : next();
+    const std::lock_guard lock(mutex_);
+    if (lastEventId.empty()) return end();
+    if (lastEventId == "0") return 1;
+    if (!lastEventId.starts_with(run_ + "-")) return ofAnotherRun;
+    lastEventId.remove_prefix(run_.size() + 1);
+    std::uint64_t number{};
+    const auto textEnd = lastEventId.data() + lastEventId.size();
+    const auto parsed = std::from_chars(lastEventId.data(), textEnd, number);
+    return parsed.ec == std::errc() && parsed.ptr == textEnd && number < end() ? number + 1 : ofAnotherRun;
 }
 
-std::pair<std::string, std::uint64_t> EventLog::read(std::uint64_t from) const {
+std::pair<EventLog::Events, std::uint64_t> EventLog::read(std::uint64_t from) const {
     const std::lock_guard lock(mutex_);
-    const auto end = first_ + events_.size();
-    std::string text;
-    if (from > end || from < first_) {
-        from = from > end ? end : first_;
-        // Its number is that of the event before the next, so that a reader resumes behind it.
-        append(text, from - 1, {"lost", "{}"});
+    Events events;
+    std::size_t size = 0;
+    if (from < first_) {
+        from = first_;
+        const auto lost = format("lost", "{}");
+        addId(*lost, run_, from - 1);  // so that a reader resumes behind it
+        events.push_back(lost);
     }
-    for (; from < end && text.size() < chunkSize; ++from)
-        append(text, from, events_[static_cast<std::size_t>(from - first_)]);
-    return {std::move(text), from};
+    for (; from < end() && size < chunkSize; ++from) {
+        events.push_back(events_[static_cast<std::size_t>(from - first_)]);
+        size += events.back()->text.size();
+    }
+    return {std::move(events), from};
 }
 
-std::deque<EventLog::Event> EventLog::events() const {
+EventLog::Events EventLog::events(const std::function<void()>& meanwhile) const {
     const std::lock_guard lock(mutex_);
-    return events_;
+    meanwhile();
+    return {events_.begin(), events_.end()};
 }
 
 }  // namespace host::server

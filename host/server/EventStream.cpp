@@ -1,6 +1,7 @@
 #include "host/server/EventStream.h"
 
 #include <boost/asio/write.hpp>
+#include <tuple>
 
 namespace host::server {
 
@@ -22,18 +23,26 @@ void EventStream::start(const std::string& fields) {
 
 void EventStream::send(std::string text) {
     text_ = std::move(text);
+    send({asio::buffer(text_)});
+}
+
+void EventStream::send(const std::vector<asio::const_buffer>& buffers) {
+    isSending_ = true;
     stream_.expires_after(patience::forReading);
-    asio::async_write(stream_, asio::buffer(text_), [self = shared_from_this()](Error error, std::size_t) {
+    asio::async_write(stream_, buffers, [self = shared_from_this()](Error error, std::size_t) {
+        self->isSending_ = false;
         if (error) return self->close();
         self->sendNext();
     });
 }
 
 void EventStream::sendNext() {
-    auto [text, next] = log_.read(next_);
-    next_ = next;
-    if (!text.empty()) return send(std::move(text));
-    text_ = {};
+    std::tie(events_, next_) = log_.read(next_);
+    if (!events_.empty()) {
+        std::vector<asio::const_buffer> buffers;
+        for (const auto& event : events_) buffers.push_back(asio::buffer(event->text));
+        return send(buffers);
+    }
     stream_.expires_never();
     timer_.expires_after(patience::ofStreams);
     timer_.async_wait([self = shared_from_this()](Error error) {
@@ -44,6 +53,11 @@ void EventStream::sendNext() {
         else
             self->send(": still here\n\n");
     });
+}
+
+void EventStream::wake() {
+    if (isSending_ && next_ < log_.first()) return close();
+    timer_.cancel();
 }
 
 /// Nothing is to come from the client but the end.

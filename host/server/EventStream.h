@@ -17,13 +17,15 @@ class EventStream : public std::enable_shared_from_this<EventStream> {
     /// `fields` are further lines of the answer's head.
     void start(const std::string& fields);
 
-    /// There may be something new.
-    void wake() { timer_.cancel(); }
+    /// There may be something new. A reader that is sent what the log has long forgotten is dropped, so that readers
+    /// together hold no more than the log; it may come back.
+    void wake();
 
     void close();
 
  private:
     void send(std::string text);
+    void send(const std::vector<asio::const_buffer>& buffers);
     void sendNext();
     void waitForEnd();
 
@@ -32,7 +34,12 @@ class EventStream : public std::enable_shared_from_this<EventStream> {
     const EventLog& log_;
     std::uint64_t next_;
     const Counted counted_;
+
+    // What is being sent.
     std::string text_;
+    EventLog::Events events_;
+    bool isSending_ = false;
+
     char unread_[64]{};
 };
 

@@ -1,6 +1,7 @@
 #include "host/server/Guard.h"
 
 #include <algorithm>
+#include <regex>
 
 namespace host::server {
 
@@ -30,6 +31,13 @@ Guard::Guard(std::uint16_t port, std::vector<std::string> origins) : origins_(st
     }
 }
 
+bool Guard::isOrigin(const std::string& text) {
+    static const std::regex form(R"(([a-z][a-z0-9+.-]*)://([a-z0-9._~-]+|\[[0-9a-f:]+\])(:[0-9]{1,5})?)");
+    std::smatch parts;
+    if (!std::regex_match(text, parts, form)) return false;
+    return !(parts[1] == "http" && parts[3] == ":80") && !(parts[1] == "https" && parts[3] == ":443");
+}
+
 bool Guard::isNamed(const std::string& origin) const {
     return contains(origins_, origin);
 }
@@ -40,11 +48,13 @@ std::optional<HttpResponse> Guard::refusal(const HttpRequest& request) const {
         constexpr std::string_view scheme = "http://";
         return request.origin.starts_with(scheme) && contains(hosts_, request.origin.substr(scheme.size()));
     };
-    if (isNamed(request.origin)) return std::nullopt;
-    if (!request.origin.empty() && !isOwn())
+    if (!request.origin.empty()) {
+        if (isNamed(request.origin) || isOwn()) return std::nullopt;
         return forbidden("The request is of another page. Name its origin with --origin if it may ask.");
-    if (lowerCase(request.fetchSite) == "cross-site") return forbidden("The request is of another site.");
-    return std::nullopt;
+    }
+    const auto site = lowerCase(request.fetchSite);
+    if (site.empty() || site == "same-origin" || site == "none") return std::nullopt;
+    return forbidden("The request is of another page.");
 }
 
 std::optional<HttpResponse> Guard::preflight(const HttpRequest& request) const {

@@ -15,7 +15,7 @@ class EventLog;
 
 struct HttpRequest {
     std::string method;
-    std::string target;  ///< as it came: the path, and the query behind a question mark
+    std::string target;  ///< the path, and the query behind a question mark
     std::string body;
 
     // Header fields; empty when absent.

@@ -27,12 +27,18 @@ class Lab {
     /// Carries out an instruction of the simulator.
     HttpResponse simulate(const std::string& instruction);
 
-    /// What is kept, as a recording.
-    HttpResponse recording() const;
+    /// Carries out a line of a batch, {"call", "texts"}, and answers it.
+    HttpResponse call(const std::string& line);
+
+    /// What is kept, as a recording; with other serials in place of the monitors' own, if it is to be redacted.
+    HttpResponse recording(bool redacts) const;
 
  private:
+    void forget(const EventLog::Event& event);
+
     Journal& journal_;
     const std::string plugin_;
+    Json head_;  ///< of a recording that begins with what is kept
     EventLog exchanges_;
 };
 

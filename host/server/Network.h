@@ -30,6 +30,7 @@ constexpr auto forBody = 60s;     ///< for all of a body
 constexpr auto forReading = 60s;  ///< to read an answer, or what a stream sends at once
 constexpr auto forEnd = 2s;       ///< to close the connection once it has its last answer
 constexpr auto ofStreams = 15s;   ///< after which a stream that has nothing to send shows that it lives
+constexpr auto ofTunnels = 5min;  ///< of both sides together, until the development server has answered
 }  // namespace patience
 
 /// How much a client may send.
@@ -41,6 +42,7 @@ constexpr std::size_t fields = 100;
 constexpr std::size_t body = 8u << 20;        ///< a colour table of 33 * 33 * 33 points takes 2 MB
 constexpr std::size_t smallBody = 64 * 1024;  ///< up to which any number of requests may have one at once
 constexpr std::size_t largeBodies = 8;        ///< how many requests may have a larger one at once
+constexpr std::size_t answers = 256u << 20;   ///< of all that clients have not read yet
 }  // namespace limits
 
 }  // namespace host::server

@@ -93,8 +93,9 @@ class Server::Implementation : public Clients {
         stream->start(fields);
     }
 
-    void forward(beast::tcp_stream connection, std::string head, std::string rest) override {
-        std::make_shared<Tunnel>(std::move(connection), *upstream_, *this)->start(head, rest);
+    void forward(beast::tcp_stream connection, const std::string& head, const std::string& rest,
+                 const std::string& fields) override {
+        std::make_shared<Tunnel>(std::move(connection), *upstream_, *this, fields)->start(head, rest);
     }
 
  private:
@@ -131,7 +132,7 @@ class Server::Implementation : public Clients {
         acceptor.async_accept([this, &acceptor](Error error, tcp::socket socket) {
             if (!acceptor.is_open()) return;
             if (error) return acceptLater(acceptor);
-            if (count < limits::connections) {
+            if (count < limits::connections || Idleness::makeRoom(idle)) {
                 socket.set_option(tcp::no_delay(true), error);
                 std::make_shared<Connection>(std::move(socket), *this)->start();
             }

@@ -10,13 +10,15 @@ namespace host::server {
 
 namespace {
 
-/// As many monitors may be updated at once, each of which takes a thread for minutes.
-constexpr std::size_t maximumThreads = 32;
-constexpr std::size_t maximumWaiting = 1024;
+/// A queue for each monitor: one that is updated answers others after minutes. A browser asks six at once.
+constexpr WorkPool::Limits poolLimits{.threads = 128, .running = 8, .waiting = 1024};
 
 /// The lab's own requests never wait for a monitor, and must not wait for those that do.
-constexpr std::size_t maximumLabThreads = 2;
-constexpr std::size_t maximumLabWaiting = 64;
+constexpr WorkPool::Limits labPoolLimits{.threads = 2, .running = 2, .waiting = 64};
+
+HttpResponse headOfStream() {
+    return {.type = "text/event-stream"};
+}
 
 HttpResponse notFound() {
     return errorResponse(404, "NotFound", "There is nothing at this address.");
@@ -61,7 +63,8 @@ HttpResponse responseOf(const Json& exchange) {
 }
 
 Route events(EventLog& log, const HttpRequest& head) {
-    if (head.method != "GET") return {methodNotAllowed("GET")};
+    if (head.method == "HEAD") return {headOfStream()};
+    if (head.method != "GET") return {methodNotAllowed("GET, HEAD")};
     constexpr std::string_view since = "since=";
     const auto last = !head.lastEventId.empty()         ? std::string_view(head.lastEventId)
                       : head.query().starts_with(since) ? head.query().substr(since.size())
@@ -77,8 +80,8 @@ Site::Site(SiteOptions options, Journal& journal, Lab& lab, EventLog& events)
       lab_(lab),
       events_(events),
       guard_(0, {}),
-      pool_(maximumThreads, maximumWaiting),
-      labPool_(maximumLabThreads, maximumLabWaiting) {}
+      pool_(poolLimits),
+      labPool_(labPoolLimits) {}
 
 void Site::close() {
     pool_.close();
@@ -96,7 +99,7 @@ Route Site::route(const HttpRequest& head) {
         if (auto preflight = guard_.preflight(head)) return {std::move(*preflight)};
         return routeAllowed(head);
     }();
-    if (!std::holds_alternative<Forward>(route.what)) route.fields = guard_.corsFields(head);
+    route.fields = guard_.corsFields(head);
     return route;
 }
 
@@ -120,12 +123,15 @@ Route Site::routeOfPlugin(const HttpRequest& head) {
         return {errorResponse(400, "BadRequest", error.what())};
     }
     if (!request) return {notFound()};
-    if (!isResourceMethod(head.method)) return {methodNotAllowed("GET, PUT, POST, DELETE")};
-    return {on(pool_, [this, request = std::move(*request)](const HttpRequest& http) {
+    if (request->method == "HEAD") request->method = "GET";
+    if (!isResourceMethod(request->method)) return {methodNotAllowed("GET, HEAD, PUT, POST, DELETE")};
+    auto queue = request->serial.empty() ? request->resource : request->product + "/" + request->serial;
+    const auto answer = [this, request = std::move(*request)](const HttpRequest& http) {
         auto whole = request;
         whole.body = http.body;
         return ask(whole, isOfLab(http) ? "lab" : "http");
-    })};
+    };
+    return {on(pool_, answer, std::move(queue))};
 }
 
 Route Site::routeOfLab(const HttpRequest& head) {
@@ -133,18 +139,21 @@ Route Site::routeOfLab(const HttpRequest& head) {
     if (!head.path().starts_with(api)) return {staticFile(Lab::folder(), head.path().substr(5), head)};
     const auto name = head.path().substr(api.size());
     if (name == "exchanges") return events(lab_.exchanges(), head);
-    if (name == "simulate")
-        return head.method == "POST"
-                   ? Route{on(labPool_, [this](const HttpRequest& http) { return lab_.simulate(http.body); })}
-                   : Route{methodNotAllowed("POST")};
+    if (name == "simulate" || name == "call") {
+        if (head.method != "POST") return {methodNotAllowed("POST")};
+        if (name == "call") return {on(pool_, [this](const HttpRequest& http) { return lab_.call(http.body); })};
+        return {on(labPool_, [this](const HttpRequest& http) { return lab_.simulate(http.body); })};
+    }
     const auto isState = name == "state";
     if (!isState && name != "recording") return {notFound()};
-    if (head.method != "GET") return {methodNotAllowed("GET")};
-    return {on(labPool_, [this, isState](const HttpRequest&) { return isState ? lab_.state() : lab_.recording(); })};
+    if (head.method != "GET" && head.method != "HEAD") return {methodNotAllowed("GET, HEAD")};
+    return {on(labPool_, [this, isState](const HttpRequest& http) {
+        return isState ? lab_.state() : lab_.recording(http.query() == "redact");
+    })};
 }
 
-Whole Site::on(WorkPool& pool, std::function<HttpResponse(const HttpRequest&)> answer) {
-    return [&pool, answer = std::move(answer)](HttpRequest request, Reply reply) {
+Whole Site::on(WorkPool& pool, std::function<HttpResponse(const HttpRequest&)> answer, std::string queue) {
+    return [&pool, answer = std::move(answer), queue = std::move(queue)](HttpRequest request, Reply reply) {
         auto work = [answer, reply, request = std::move(request)]() mutable {
             try {
                 reply(answer(request));
@@ -152,7 +161,7 @@ Whole Site::on(WorkPool& pool, std::function<HttpResponse(const HttpRequest&)> a
                 reply(errorResponse(500, "HostError", error.what()));
             }
         };
-        if (!pool.add(std::move(work)))
+        if (!pool.add(queue, std::move(work)))
             reply(errorResponse(503, "ServiceUnavailable", "Too many requests wait already."));
     };
 }

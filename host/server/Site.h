@@ -45,8 +45,8 @@ class Site {
 
     HttpResponse ask(const Request& request, const std::string& source);
 
-    /// A request that a thread of the pool answers.
-    static Whole on(WorkPool& pool, std::function<HttpResponse(const HttpRequest&)> answer);
+    /// A request that a thread of the pool answers, after others of the same queue.
+    static Whole on(WorkPool& pool, std::function<HttpResponse(const HttpRequest&)> answer, std::string queue = {});
 
     const SiteOptions options_;
     Journal& journal_;

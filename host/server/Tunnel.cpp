@@ -1,5 +1,7 @@
 #include "host/server/Tunnel.h"
 
+#include <boost/asio/buffer.hpp>
+#include <boost/asio/read_until.hpp>
 #include <boost/asio/write.hpp>
 #include <boost/beast/core/string.hpp>
 #include <stdexcept>
@@ -9,6 +11,7 @@ namespace host::server {
 namespace {
 
 constexpr auto patienceForServer = std::chrono::seconds(10);
+constexpr std::size_t maximumAnswerHead = 64 * 1024;
 
 /// The lines of the head with the development server's own name and, unless the connection becomes something else, the
 /// wish that it be closed.
@@ -37,6 +40,28 @@ std::string rewriteHead(const std::string& head, const std::string& host) {
             fields += std::string(line) + "\r\n";
     }
     return rewritten + fields + (upgrades ? "Connection: Upgrade\r\n\r\n" : "Connection: close\r\n\r\n");
+}
+
+bool isInterim(const std::string& head) {
+    return head.size() > 9 && head[9] == '1' && head.compare(9, 3, "101") != 0;
+}
+
+/// The lines of the answer's head, the given ones among them.
+std::string rewriteAnswerHead(const std::string& head, const std::string& fields, bool hasUpgraded) {
+    std::string rewritten;
+    for (std::size_t at = 0; at < head.size();) {
+        const auto end = head.find("\r\n", at);
+        const std::string_view line(head.data() + at, end - at);
+        at = end + 2;
+        const beast::string_view name(line.data(), std::min(line.find(':'), line.size()));
+        constexpr beast::string_view cors = "Access-Control-";
+        const auto isOfConnection = beast::iequals(name, "Connection") || beast::iequals(name, "Keep-Alive");
+        if (line.empty() || beast::iequals(name.substr(0, cors.size()), cors) || (isOfConnection && !hasUpgraded))
+            continue;
+        rewritten.append(line).append("\r\n");
+    }
+    if (isInterim(head)) return rewritten + "\r\n";
+    return rewritten + fields + (hasUpgraded ? "\r\n" : "Connection: close\r\n\r\n");
 }
 
 const std::string unreachable =
@@ -68,8 +93,14 @@ Upstream findUpstream(asio::io_context& context, const std::string& url) {
     return upstream;
 }
 
-Tunnel::Tunnel(beast::tcp_stream client, const Upstream& upstream, Clients& clients)
-    : client_(std::move(client)), server_(client_.get_executor()), upstream_(upstream), counted_(clients.count) {}
+Tunnel::Tunnel(beast::tcp_stream client, const Upstream& upstream, Clients& clients, std::string fields)
+    : client_(std::move(client)),
+      server_(client_.get_executor()),
+      upstream_(upstream),
+      counted_(clients.count),
+      idleness_(clients.idle, [this] { close(); }),
+      fields_(std::move(fields)),
+      silence_(client_.get_executor()) {}
 
 void Tunnel::start(const std::string& head, const std::string& rest) {
     text_ = rewriteHead(head, upstream_.host) + rest;
@@ -82,8 +113,44 @@ void Tunnel::start(const std::string& head, const std::string& rest) {
             self->text_ = {};
             if (failed) return self->close();
             self->carry(self->toServer_);
-            self->carry(self->toClient_);
+            self->readHead();
         });
+    });
+}
+
+void Tunnel::readHead() {
+    asio::async_read_until(server_, asio::dynamic_buffer(answer_, maximumAnswerHead), "\r\n\r\n",
+                           [self = shared_from_this()](Error error, std::size_t size) {
+                               if (!error && self->answer_.starts_with("HTTP/1.")) return self->takeHead(size);
+                               if (self->client_.socket().is_open()) self->fail();
+                           });
+}
+
+void Tunnel::takeHead(std::size_t size) {
+    const auto head = answer_.substr(0, size);
+    const auto isLast = !isInterim(head);
+    hasUpgraded_ = head.compare(9, 3, "101") == 0;
+    stir();
+    text_ = rewriteAnswerHead(head, fields_, hasUpgraded_);
+    answer_.erase(0, size);
+    if (isLast) text_ += std::exchange(answer_, {});
+    asio::async_write(client_, asio::buffer(text_), [self = shared_from_this(), isLast](Error error, std::size_t) {
+        if (error) return self->close();
+        if (!isLast) return self->readHead();
+        self->text_ = {};
+        self->carry(self->toClient_);
+    });
+}
+
+/// Something moves.
+void Tunnel::stir() {
+    idleness_.begin();
+    silence_.cancel();
+    if (hasUpgraded_) return;
+    silence_.expires_after(patience::ofTunnels);
+    silence_.async_wait([weak = weak_from_this()](Error error) {
+        const auto self = weak.lock();
+        if (self && !error) self->close();
     });
 }
 
@@ -97,6 +164,7 @@ void Tunnel::fail() {
 }
 
 void Tunnel::carry(Direction& direction) {
+    stir();
     direction.from.async_read_some(asio::buffer(direction.bytes),
                                    [self = shared_from_this(), &direction](Error error, std::size_t size) {
                                        if (error) {
@@ -110,13 +178,17 @@ void Tunnel::carry(Direction& direction) {
                                        }
                                        asio::async_write(direction.to, asio::buffer(direction.bytes, size),
                                                          [self, &direction](Error failed, std::size_t) {
-                                                             if (failed) return self->close();
-                                                             self->carry(direction);
+                                                             // A development server may answer before it has read.
+                                                             if (failed && &direction == &self->toClient_)
+                                                                 self->close();
+                                                             if (!failed) self->carry(direction);
                                                          });
                                    });
 }
 
 void Tunnel::close() {
+    silence_.cancel();
+    idleness_.end();
     client_.close();
     server_.close();
 }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <array>
+#include <boost/asio/steady_timer.hpp>
 #include <string>
 
 #include "host/server/Connection.h"
@@ -17,11 +18,13 @@ struct Upstream {
 /// Throws std::invalid_argument unless the URL is one of http: on this machine.
 Upstream findUpstream(asio::io_context& context, const std::string& url);
 
-/// Carries bytes both ways until both sides have ended. The development server is asked to close the connection after
-/// the answer, so that the next request of the client comes to be judged by itself.
+/// Carries bytes both ways until both sides have ended, or have been silent for long. Both are asked to close the
+/// connection after the answer, so that the next request of the client comes to be judged by itself. Who may read the
+/// answer is not for the development server to say.
 class Tunnel : public std::enable_shared_from_this<Tunnel> {
  public:
-    Tunnel(beast::tcp_stream client, const Upstream& upstream, Clients& clients);
+    /// `fields` are further lines of the answer's head.
+    Tunnel(beast::tcp_stream client, const Upstream& upstream, Clients& clients, std::string fields);
 
     /// The head is that of the client's request; the rest is what it has sent behind it.
     void start(const std::string& head, const std::string& rest);
@@ -34,6 +37,9 @@ class Tunnel : public std::enable_shared_from_this<Tunnel> {
     };
 
     void fail();
+    void readHead();
+    void takeHead(std::size_t size);
+    void stir();
     void carry(Direction& direction);
     void close();
 
@@ -41,7 +47,12 @@ class Tunnel : public std::enable_shared_from_this<Tunnel> {
     beast::tcp_stream server_;
     const Upstream& upstream_;
     const Counted counted_;
-    std::string text_;
+    Idleness idleness_;
+    const std::string fields_;
+    asio::steady_timer silence_;
+    bool hasUpgraded_ = false;  ///< to something that may be silent for as long as it likes, such as a WebSocket
+    std::string text_;          ///< to the server
+    std::string answer_;        ///< what came from the server, until its head is over
     Direction toServer_{client_, server_};
     Direction toClient_{server_, client_};
 };

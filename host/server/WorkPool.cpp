@@ -8,39 +8,63 @@ void WorkPool::finish() {
     threads_.clear();
 }
 
-bool WorkPool::add(Work work) {
+bool WorkPool::add(const std::string& name, Work work) {
     const std::lock_guard lock(mutex_);
-    if (closed_ || waiting_.size() >= maximumWaiting_) return false;
-    waiting_.push_back(std::move(work));
-    if (waiting_.size() > idle_ && threads_.size() < maximumThreads_)
-        threads_.emplace_back([this] { run(); });
-    else
-        changed_.notify_one();
+    if (closed_) return false;
+    const auto queue = queues_.try_emplace(name).first;
+    if (queue->second.waiting.size() >= limits_.waiting) return false;
+    queue->second.waiting.push_back(std::move(work));
+    giveTurn(queue);
     return true;
 }
 
 void WorkPool::close() {
-    std::deque<Work> dropped;  // outlives the lock: what it refers to may be long in going
+    std::vector<Work> dropped;  // outlives the lock: what it refers to may be long in going
     const std::lock_guard lock(mutex_);
     closed_ = true;
-    dropped.swap(waiting_);
+    ready_.clear();
+    for (auto& [name, queue] : queues_) {
+        for (auto& work : queue.waiting) dropped.push_back(std::move(work));
+        queue.waiting.clear();
+    }
     changed_.notify_all();
+}
+
+/// If it has something to do and may, and has no turn yet.
+void WorkPool::giveTurn(Queues::iterator position) {
+    auto& queue = position->second;
+    if (queue.isReady || queue.waiting.empty() || queue.running >= limits_.running) return;
+    queue.isReady = true;
+    ready_.push_back(position);
+    if (ready_.size() > idle_ && threads_.size() < limits_.threads)
+        threads_.emplace_back([this] { run(); });
+    else
+        changed_.notify_one();
 }
 
 void WorkPool::run() {
     std::unique_lock lock(mutex_);
     for (;;) {
         ++idle_;
-        changed_.wait(lock, [&] { return closed_ || !waiting_.empty(); });
+        changed_.wait(lock, [&] { return closed_ || !ready_.empty(); });
         --idle_;
-        if (waiting_.empty()) return;
+        if (ready_.empty()) return;
+        const auto position = ready_.front();
+        ready_.pop_front();
+        auto& queue = position->second;
         {
-            auto work = std::move(waiting_.front());
-            waiting_.pop_front();
+            auto work = std::move(queue.waiting.front());
+            queue.waiting.pop_front();
+            ++queue.running;
+            queue.isReady = false;
+            giveTurn(position);
             lock.unlock();
             work();
         }
         lock.lock();
+        --queue.running;
+        giveTurn(position);
+        if (queue.waiting.empty() && queue.running == 0) queues_.erase(position);
     }
 }
 

@@ -4,27 +4,35 @@
 #include <condition_variable>
 #include <deque>
 #include <functional>
+#include <map>
 #include <mutex>
+#include <string>
 #include <thread>
 #include <vector>
 
 namespace host::server {
 
+/// Work waits in queues, of which each gets a thread in turn. One that is slow, such as all that asks one monitor,
+/// takes no more than its share of the threads, so that others do not wait for it.
 class WorkPool {
  public:
     using Work = std::function<void()>;
 
-    /// Threads start when they are needed, up to that many; beyond them, so much work waits.
-    WorkPool(std::size_t maximumThreads, std::size_t maximumWaiting)
-        : maximumThreads_(maximumThreads), maximumWaiting_(maximumWaiting) {}
+    struct Limits {
+        std::size_t threads;  ///< which start when they are needed
+        std::size_t running;  ///< of a queue at once
+        std::size_t waiting;  ///< in a queue
+    };
+
+    explicit WorkPool(const Limits& limits) : limits_(limits) {}
 
     ~WorkPool() { finish(); }
 
     WorkPool(const WorkPool&) = delete;
     WorkPool& operator=(const WorkPool&) = delete;
 
-    /// False when too much waits already. Work must not throw.
-    bool add(Work work);
+    /// False when too much waits in the queue already. Work must not throw.
+    bool add(const std::string& queue, Work work);
 
     /// Drops what waits; nothing is taken any more.
     void close();
@@ -33,13 +41,21 @@ class WorkPool {
     void finish();
 
  private:
+    struct Queue {
+        std::deque<Work> waiting{};
+        std::size_t running = 0;
+        bool isReady = false;  ///< has its turn
+    };
+    using Queues = std::map<std::string, Queue>;
+
+    void giveTurn(Queues::iterator queue);
     void run();
 
-    const std::size_t maximumThreads_;
-    const std::size_t maximumWaiting_;
+    const Limits limits_;
     std::mutex mutex_;
     std::condition_variable changed_;
-    std::deque<Work> waiting_;
+    Queues queues_;  ///< in which something waits or runs
+    std::deque<Queues::iterator> ready_;
     std::vector<std::thread> threads_;
     std::size_t idle_ = 0;
     bool closed_ = false;

@@ -34,6 +34,9 @@ class Scripts {
     /// about the monitor. Counts down a limited script.
     std::optional<Script> take(std::string_view function, std::string_view serial, std::string_view product);
 
+    /// Those that still have an effect.
+    const std::vector<Script>& all() const { return scripts_; }
+
     void clear() { scripts_.clear(); }
 
  private:

@@ -95,11 +95,25 @@ Json addressesOf(bool (*condition)(const Monitor& monitor)) {
 
 }  // namespace
 
-State::State() : initial(World::builtInScenario()), world(initial) {
+namespace {
+
+constexpr auto builtIn = "built-in";
+constexpr auto fromDocument = "file";
+
+/// Without what is the same in every scenario.
+Json builtInMonitors() {
     auto document = World::builtInScenario();
     for (const auto same : {"settings", "firmware", "products"}) document.erase(same);
-    scenario = std::make_shared<const Json>(std::move(document));
+    return document;
 }
+
+}  // namespace
+
+State::State()
+    : initial(World::builtInScenario()),
+      world(initial),
+      scenario(std::make_shared<const Json>(builtInMonitors())),
+      scenarioName(builtIn) {}
 
 State& State::instance() {
     // Never destroyed: the plug-in may let go of its libraries after our own static objects are gone.
@@ -115,6 +129,7 @@ void load(const Json& scenario, const std::string& name) {
     const std::lock_guard lock(state.mutex);
     state.scenario = std::make_shared<const Json>(scenario);
     state.scenarioName = name;
+    if (name == fromDocument) state.document = state.scenario;
     state.initial = std::move(world);
     state.world = state.initial;
     state.scripts.clear();
@@ -128,10 +143,28 @@ std::string versionText(const FirmwareVersionRecord& version) {
 }
 
 Json describe(const Monitor& monitor) {
-    Json json = {{"product", monitor.product}, {"serial", monitor.serial}, {"connected", monitor.connected}};
+    Json json = {{"product", monitor.product},
+                 {"serial", monitor.serial},
+                 {"connected", monitor.connected},
+                 {"found", monitor.found},
+                 {"delay", monitor.callTime.count()}};
     for (const auto name : {"power", "inputPort", "brightness"})
         if (monitor.supports(name) && monitor.settings.find(name)) json[name] = monitor.settings.at(name).at("value");
     if (monitor.supports("firmwareVersion")) json["firmware"] = versionText(monitor.firmware.version);
+    return json;
+}
+
+/// The instruction that would add what is left of it.
+Json describe(const Script& script) {
+    Json json = {{"simulate", script.throws ? "throw" : script.lie ? "lie" : "return"}, {"function", script.function}};
+    if (script.lie)
+        json["as"] = *script.lie;
+    else if (!script.throws)
+        json["result"] = script.result.code;
+    if (script.outputs) json["outputs"] = *script.outputs;
+    if (script.times) json["times"] = *script.times;
+    if (!script.product.empty()) json["product"] = script.product;
+    if (!script.serial.empty()) json["serial"] = script.serial;
     return json;
 }
 
@@ -146,21 +179,33 @@ double number(const Json& instruction, const char* member) {
 }  // namespace
 
 void loadScenario(const Json& scenario) {
-    load(scenario, {});
+    load(scenario, fromDocument);
 }
 
+namespace {
+
+std::shared_ptr<const Json> loadedDocument() {
+    auto& state = State::instance();
+    const std::lock_guard lock(state.mutex);
+    return state.document;
+}
+
+}  // namespace
+
 void chooseScenario(const std::string& name) {
-    std::vector<std::string_view> names;
-    for (const auto& ready : generated::scenarios) {
+    if (name == builtIn) return load(builtInMonitors(), name);
+    if (const auto document = loadedDocument(); document && name == fromDocument) return load(*document, name);
+    for (const auto& ready : generated::scenarios)
         if (ready.name == name) return load(parseJson(ready.text), name);
-        names.push_back(ready.name);
-    }
-    require(false, "there is no scenario \"" + name + "\"" + suggestion(name, names));
+    const auto names = scenarioNames();
+    const std::vector<std::string_view> known(names.begin(), names.end());
+    require(false, "there is no scenario \"" + name + "\"" + suggestion(name, known));
 }
 
 std::vector<std::string> scenarioNames() {
-    std::vector<std::string> names;
+    std::vector<std::string> names{builtIn};
     for (const auto& scenario : generated::scenarios) names.emplace_back(scenario.name);
+    if (loadedDocument()) names.emplace_back(fromDocument);
     return names;
 }
 
@@ -171,13 +216,17 @@ Json currentScenario() {
 }
 
 Json describeWorld() {
+    const auto names = scenarioNames();
     auto& state = State::instance();
     const std::lock_guard lock(state.mutex);
     auto monitors = Json::array();
     for (const auto& monitor : state.world.monitors()) monitors.push_back(describe(monitor));
-    return {{"scenario", state.scenarioName.empty() ? Json() : Json(state.scenarioName)},
-            {"scenarios", scenarioNames()},
+    auto scripts = Json::array();
+    for (const auto& script : state.scripts.all()) scripts.push_back(describe(script));
+    return {{"scenario", state.scenarioName},
+            {"scenarios", names},
             {"speed", speed()},
+            {"scripts", std::move(scripts)},
             {"monitors", std::move(monitors)}};
 }
 

@@ -15,22 +15,23 @@
 namespace simulator {
 
 /// Replaces the monitors by those of a scenario (see World.h) and drops all scripts. Throws std::invalid_argument and
-/// changes nothing when it is not a scenario.
+/// changes nothing when it is not a scenario. From then on it can be chosen as "file".
 void loadScenario(const Json& scenario);
 
-/// The same with a ready scenario of simulator/scenarios. Throws std::invalid_argument, with a suggestion, for a name
-/// that there is not.
+/// The same with one of the names below. Throws std::invalid_argument, with a suggestion, for a name that there is not.
 void chooseScenario(const std::string& name);
 
-/// The names of the ready scenarios.
+/// "built-in", the ready scenarios of simulator/scenarios, and "file", the document that was loaded last, if one was.
 std::vector<std::string> scenarioNames();
 
 /// The scenario that was loaded last, a document; of the built-in one, what it does not say about every scenario.
 Json currentScenario();
 
-/// {"scenario", "scenarios", "speed", "monitors"}: the name of the ready scenario that was chosen last, or null; the
-/// names that there are; how fast the clock runs; and all monitors of the scenario as {"product", "serial",
-/// "connected", "power", "inputPort", "brightness", "firmware"}, without what one lacks.
+/// {"scenario", "scenarios", "speed", "scripts", "monitors"}: the name of the scenario; the names that there are; how
+/// fast the clock runs; the instructions "return", "throw" and "lie" that still have an effect; and all monitors of the
+/// scenario as {"product", "serial", "connected", "found", "delay", "power", "inputPort", "brightness", "firmware"},
+/// without what one lacks. A monitor that is not found is none that the library knows; the delay is that of each call,
+/// in milliseconds.
 Json describeWorld();
 
 /// Carries out one instruction; throws std::invalid_argument with a text for people when it cannot be understood.

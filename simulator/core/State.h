@@ -19,7 +19,8 @@ struct State {
     World initial;     ///< the world as the scenario has it
     World world;
     std::shared_ptr<const Json> scenario;  ///< what `initial` was read from
-    std::string scenarioName;              ///< empty: it has none
+    std::string scenarioName;
+    std::shared_ptr<const Json> document{};  ///< the scenario that is none of the ready ones, if one was loaded
     Scripts scripts;
     Handles handles;
     std::set<std::string> texts;  ///< texts handed out for the life of the process

@@ -14,11 +14,17 @@ const hostile = (port) => [
     ['no HTTP', 'hello\r\n\r\n', 400],
     ['TLS', '\x16\x03\x01\x02\x00\x01\x00\x01\xfc\x03\x03\r\n\r\n', 400],
     ['HTTP/2', 'PRI * HTTP/2.0\r\n\r\nSM\r\n\r\n', 400],
-    ['no Host', `GET ${brightness} HTTP/1.1\r\n\r\n`, 403],
+    ['no Host', `GET ${brightness} HTTP/1.1\r\n\r\n`, 400],
     ['an empty Host', `GET ${brightness} HTTP/1.1\r\nHost:\r\n\r\n`, 403],
     ['two Hosts', head(port, `Host: 127.0.0.1:${port}\r\n\r\n`), 400],
     ['two Origins', head(port, `Origin: http://127.0.0.1:${port}\r\nOrigin: http://evil.example\r\n\r\n`), 400],
-    ['a foreign target', head(port, '\r\n', 'http://evil.example/'), 400],
+    ['a foreign target', head(port, 'Connection: close\r\n\r\n', 'http://evil.example/'), 403],
+    [
+        'the own address as a target',
+        head(port, 'Connection: close\r\n\r\n', `HTTP://LocalHost:${port}${brightness}`),
+        200,
+    ],
+    ['the same without a path', head(port, 'Connection: close\r\n\r\n', `http://127.0.0.1:${port}?a`), 302],
     ['an asterisk', head(port, '\r\n', '*'), 400],
     ['CONNECT', `CONNECT 127.0.0.1:${port} HTTP/1.1\r\nHost: 127.0.0.1:${port}\r\n\r\n`, 400],
     ['a long target', head(port, '\r\n', '/' + 'a'.repeat(20_000)), 431],
@@ -32,6 +38,10 @@ const hostile = (port) => [
     ['a negative body', head(port, 'Content-Length: -1\r\n\r\n'), 400],
     ['two lengths', head(port, 'Content-Length: 1\r\nContent-Length: 2\r\n\r\n1'), 400],
     ['a length and chunks', head(port, 'Content-Length: 1\r\nTransfer-Encoding: chunked\r\n\r\n1'), 400],
+    ['compressed', head(port, 'Transfer-Encoding: gzip\r\n\r\n'), 501],
+    ['compressed chunks', head(port, 'Transfer-Encoding: gzip, chunked\r\n\r\n0\r\n\r\n'), 501],
+    ['chunks of chunks', head(port, 'Transfer-Encoding: chunked\r\nTransfer-Encoding: chunked\r\n\r\n'), 400],
+    ['chunks of HTTP/1.0', head(port, 'Transfer-Encoding: chunked\r\n\r\n').replace('1.1', '1.0'), 501],
     ['a chunk without a size', head(port, 'Transfer-Encoding: chunked\r\n\r\nzz\r\n'), 400],
     ['a chunk of a terabyte', head(port, 'Transfer-Encoding: chunked\r\n\r\nffffffffff\r\n'), 413],
     ['a colon for a stream', head(port, '\r\n', '/pell/events/../../lab/api/state'), 404],
@@ -62,6 +72,36 @@ for (const build of builds)
                     head(port, 'Connection: close\r\n\r\n', '/none'),
             );
             assert.match(await answer, /"value":50.*"max":100.*NotFound/s);
+        });
+
+        await t.test('bodies in chunks are large once they are', async () => {
+            const chunk = (size) => `${size.toString(16)}\r\n${'1'.repeat(size)}\r\n`;
+            const fields = 'Connection: close\r\nTransfer-Encoding: chunked\r\n\r\n';
+            const begin = (size, target) => {
+                const connection = connect(port);
+                connection.socket.write(head(port, fields, target) + chunk(size));
+                return connection;
+            };
+            const large = Array.from({ length: 8 }, () => begin(100_000));
+            const small = Array.from({ length: 20 }, () => begin(2));
+            await later(200);
+            assert.match(await begin(100_000).answer, /^HTTP\/1.1 503/);
+            for (const { socket } of [...small, ...large]) socket.write('0\r\n\r\n');
+            for (const { answer } of [...small, ...large]) assert.match(await answer, /^HTTP\/1.1 200/);
+        });
+
+        await t.test('idle connections make room', async () => {
+            const idle = Array.from({ length: 2048 }, () => connect(port));
+            let closed = 0;
+            for (const { socket } of idle) socket.on('close', () => ++closed);
+            await Promise.all(idle.map(({ socket }) => new Promise((resolve) => socket.on('connect', resolve))));
+            for (const { socket } of idle) socket.write(head(port, 'Content-Length: 1\r\n\r\n')); // nor does that help
+            const { socket, answer } = connect(port);
+            socket.write(head(port, 'Connection: close\r\n\r\n'));
+            assert.match(await answer, /^HTTP\/1.1 200/);
+            assert.ok(closed >= 1 && closed < 16, `${closed}`);
+            idle.forEach(({ socket }) => socket.destroy());
+            await later(100);
         });
 
         await t.test('a client that has ended its side still gets the answer', async () => {
@@ -100,6 +140,19 @@ for (const build of builds)
             await later(100);
         });
 
+        const memory = () => Number(/VmRSS:\s*(\d+)/.exec(fs.readFileSync(`/proc/${server.child.pid}/status`))[1]);
+        const onLinux = { skip: build !== 'native' && 'asks Linux' };
+
+        await t.test('readers of events that read nothing share what they are sent', onLinux, async () => {
+            const before = memory();
+            const readers = Array.from({ length: 60 }, () => connect(port).socket.pause());
+            for (const reader of readers) reader.write(head(port, '\r\n', '/lab/api/exchanges?since=0'));
+            for (let count = 0; count < 12; ++count)
+                await ask(address, brightness, { method: 'PUT', body: '9'.repeat(8 << 20) });
+            assert.ok(memory() < before + 400_000, `${before} kB became ${memory()} kB`);
+            readers.forEach((reader) => reader.destroy());
+        });
+
         await t.test('a request that takes long holds up no other', async () => {
             await server.simulate({ simulate: 'delay', product: 'TB240', serial: '10000002', milliseconds: 3_600_000 });
             const slow = ask(address, '/pell/Monitors/TB240/10000002/Brightness');
@@ -124,6 +177,21 @@ for (const build of builds)
             for (const { status } of await Promise.all(slow)) assert.equal(status, 200);
         });
 
+        await t.test('many requests that take long wait for their own monitor only', async () => {
+            await server.simulate({ simulate: 'scenario', name: 'eight-monitors' });
+            const { monitors } = JSON.parse((await ask(address, '/lab/api/state')).text);
+            const targets = monitors.map(({ product, serial }) => `/pell/Monitors/${product}/${serial}/Brightness`);
+            for (const { product, serial } of monitors.slice(1))
+                await server.simulate({ simulate: 'delay', product, serial, milliseconds: 3_600_000 });
+            const slow = targets.slice(1).flatMap((target) => Array.from({ length: 40 }, () => ask(address, target)));
+            await later(100);
+            assert.equal((await ask(address, targets[0])).status, 200);
+            assert.equal((await ask(address, '/pell/Monitors')).status, 200);
+            await server.simulate({ simulate: 'reset' });
+            await server.simulate({ simulate: 'advance', milliseconds: 3_600_000 });
+            for (const { status } of await Promise.all(slow)) assert.equal(status, 200);
+        });
+
         await t.test('1,000 connections at once, each with a request', async () => {
             const connections = Array.from({ length: 1000 }, () => connect(port));
             await Promise.all(connections.map(({ socket }) => new Promise((resolve) => socket.on('connect', resolve))));
@@ -136,7 +204,7 @@ for (const build of builds)
             );
         });
 
-        await t.test('kept connections do not make it grow', { skip: build !== 'native' && 'asks Linux' }, async () => {
+        await t.test('kept connections do not make it grow', onLinux, async () => {
             const agent = new http.Agent({ keepAlive: true, maxSockets: 16 });
             const burst = (count) =>
                 Promise.all(
@@ -145,12 +213,16 @@ for (const build of builds)
                             assert.equal((await ask(address, brightness, { agent })).status, 200);
                     }),
                 );
-            const memory = () => Number(/VmRSS:\s*(\d+)/.exec(fs.readFileSync(`/proc/${server.child.pid}/status`))[1]);
+            await server.simulate({ simulate: 'scenario', name: 'twins' });
             await burst(12_000); // what the lab is shown is kept up to a bound
             const before = memory();
             await burst(12_000);
             agent.destroy();
             assert.ok(memory() < before + 4096, `${before} kB became ${memory()} kB`);
+            // The choice of the scenario is long forgotten, but what it has chosen is not.
+            const recording = (await ask(address, '/lab/api/recording')).text;
+            const { incomplete, scenario } = JSON.parse(recording.slice(0, recording.indexOf('\n')));
+            assert.deepEqual([incomplete, scenario.monitors[1].product], [true, 'TQ271-P']);
         });
     });
 

@@ -12,7 +12,12 @@ async function startDevelopmentServer(t) {
         let body = '';
         for await (const chunk of request.setEncoding('utf8')) body += chunk;
         seen.push(request.url);
-        response.writeHead(request.url === '/none' ? 404 : 200, { 'Content-Type': 'text/plain', 'X-Dev': '1' });
+        response.writeHead(request.url === '/none' ? 404 : 200, {
+            'Content-Type': 'text/plain',
+            'X-Dev': '1',
+            'Access-Control-Allow-Origin': '*',
+            'Access-Control-Allow-Credentials': 'true',
+        });
         const { host, origin } = request.headers;
         response.end(JSON.stringify({ method: request.method, url: request.url, host, origin, body: body.length }));
     });
@@ -33,7 +38,14 @@ async function startDevelopmentServer(t) {
 for (const build of builds)
     test(build, async (t) => {
         const development = await startDevelopmentServer(t);
-        const { address, port, ...server } = await startServer(t, build, '--proxy', `http://${development.host}`);
+        const { address, port, ...server } = await startServer(
+            t,
+            build,
+            '--proxy',
+            `http://${development.host}`,
+            '--origin',
+            'http://localhost:5173',
+        );
         const json = async (target, options) => JSON.parse((await ask(address, target, options)).text);
 
         await t.test('all but the own addresses goes on', async () => {
@@ -46,9 +58,10 @@ for (const build of builds)
             assert.deepEqual(posted, { ...own, url: '/api', method: 'POST', body: 300_000, origin: `http://${host}` });
             const none = await ask(address, '/none');
             assert.deepEqual([none.status, none.headers['x-dev']], [404, '1']);
+            assert.equal((await json(`${address}/absolute`)).url, '/absolute');
             assert.equal((await json(brightness)).value, 50);
             assert.equal((await json('/lab/api/state')).simulated, true);
-            assert.deepEqual(development.seen, ['/', '/src/main.ts?v=1', '/api', '/none']);
+            assert.deepEqual(development.seen, ['/', '/src/main.ts?v=1', '/api', '/none', '/absolute']);
         });
 
         await t.test('other pages do not get through', async () => {
@@ -58,7 +71,25 @@ for (const build of builds)
                 { 'Sec-Fetch-Site': 'cross-site' },
             ];
             for (const headers of refused) assert.equal((await ask(address, '/', { headers })).status, 403);
-            assert.equal(development.seen.length, 4);
+            assert.equal(development.seen.length, 5);
+        });
+
+        await t.test('who may read the answers is said here', async () => {
+            const corsOf = ({ headers }) =>
+                ['origin', 'credentials'].map((name) => headers[`access-control-allow-${name}`]);
+            assert.deepEqual(corsOf(await ask(address, '/')), [undefined, undefined]);
+            const Origin = 'http://localhost:5173';
+            assert.deepEqual(corsOf(await ask(address, '/', { headers: { Origin } })), [Origin, undefined]);
+        });
+
+        await t.test('a body that waits to be asked for', async () => {
+            const { socket, text, answer } = connect(port);
+            const fields = 'Expect: 100-continue\r\nContent-Length: 4\r\nConnection: keep-alive\r\n\r\n';
+            socket.write(`POST /api HTTP/1.1\r\nHost: 127.0.0.1:${port}\r\n${fields}`);
+            while (!text().includes('\r\n\r\n')) await new Promise((resolve) => socket.once('data', resolve));
+            assert.match(text(), /^HTTP\/1.1 100 Continue\r\n\r\n$/);
+            socket.write('body');
+            assert.match(await answer, /100 Continue\r\n\r\nHTTP\/1.1 200 OK\r\n.*connection: close.*"body":4}/is);
         });
 
         await t.test('a WebSocket is a tunnel', async () => {

@@ -6,7 +6,7 @@ import os from 'node:os';
 import path from 'node:path';
 import { test } from 'node:test';
 import Ajv from 'ajv/dist/2020.js';
-import { ask, brightness, builds, hostOf, startServer } from './server.js';
+import { ask, brightness, builds, hostOf, startHost, startServer } from './server.js';
 
 const isLine = new Ajv({ allowUnionTypes: true }).compile(
     JSON.parse(fs.readFileSync('docs/recording.schema.json', 'utf8')),
@@ -91,9 +91,10 @@ for (const build of builds)
                 '',
                 '{}',
                 'x',
+                head.slice(0, 99),
                 head.replace('"version":1', '"version":2'),
                 `${head}\n{}`,
-                `${head}\n${line}\n${line.slice(0, 99)}`,
+                `${head}\n${line.slice(0, 99)}\n`,
             ];
             for (const text of texts) {
                 fs.writeFileSync(file('wrong.jsonl'), text);
@@ -102,6 +103,67 @@ for (const build of builds)
                 assert.match(stderr, /line \d/);
             }
         });
+
+        await t.test('a recording that was cut off is replayed as far as it is whole', () => {
+            const text = fs.readFileSync(file('batch.jsonl'), 'utf8').trimEnd();
+            for (const [cut, requests, told] of [
+                [0, 3, ''],
+                [1, 2, /^pellhost: line 5 is torn.*\n$/],
+                [text.length - text.lastIndexOf('\n') - 2, 2, /line 5 is torn/],
+            ]) {
+                fs.writeFileSync(file('torn.jsonl'), text.slice(0, text.length - cut));
+                const { status, stdout, stderr } = replay(file('torn.jsonl'));
+                assert.deepEqual([status, stdout], [0, `${requests} requests, 0 differences\n`]);
+                assert.match(stderr, told || /^$/);
+            }
+            assert.equal(JSON.parse(run(['--json', 'replay', pathOf(file('torn.jsonl'))]).stdout).tornLine, 5);
+        });
+
+        await t.test('other monitors and simulations than the recording has', () => {
+            fs.writeFileSync(file('one.json'), JSON.stringify({ monitors: [{ product: 'A', serial: '1' }] }));
+            const options = ['--record', pathOf(file('one.jsonl'))];
+            const input = JSON.stringify(call('Monitors', 'GET', '', {}));
+            run(['--scenario', pathOf(file('one.json')), 'batch', ...options], input);
+            assert.equal(replay(file('one.jsonl')).stdout, '1 request, 0 differences\n');
+            const changed = [
+                [['--scenario', 'twins'], /responses\/0\/text\/value.*TQ271-P/],
+                [['--simulate', '{"simulate":"return","function":"DmCtrlGetSerialProduct","result":-1}'], /calls/],
+            ];
+            for (const [others, told] of changed) {
+                const { status, stdout } = run([...others, 'replay', pathOf(file('one.jsonl'))]);
+                assert.equal(status, 1, stdout);
+                assert.match(stdout, told);
+            }
+        });
+
+        await t.test(
+            'a file that cannot be written is told',
+            { skip: build !== 'native' && 'asks Linux' },
+            async () => {
+                const input = JSON.stringify(call('Brightness', 'GET'));
+                const full = run(['batch', '--record', '/dev/full'], input);
+                assert.deepEqual(full, { status: 1, stdout: '', stderr: 'pellhost: cannot write /dev/full\n' });
+                const limited = spawnSync(
+                    'bash',
+                    [
+                        '-c',
+                        'trap "" XFSZ; ulimit -f 1; exec "$@"',
+                        'bash',
+                        ...command,
+                        'batch',
+                        '--record',
+                        file('limited'),
+                    ],
+                    { input: `${input}\n`.repeat(20), encoding: 'utf8' },
+                );
+                assert.deepEqual([limited.status, limited.stdout.trim().split('\n').length], [1, 20]);
+                assert.match(
+                    limited.stderr,
+                    /^The recording ends here: cannot write .*limited\npellhost: .*incomplete\n$/,
+                );
+                assert.match(replay(file('limited')).stderr, /torn/);
+            },
+        );
 
         await t.test('serials are redacted alike wherever they are', () => {
             const input = [
@@ -133,6 +195,33 @@ for (const build of builds)
             const [, line] = lines(file('fifty.jsonl'));
             assert.equal(line.responses[0].text, '{"error":null,"value":50}');
             assert.equal(replay(file('fifty.jsonl')).status, 0);
+        });
+
+        await t.test('a scenario that is chosen, and what is simulated from the start, are in it', async (inner) => {
+            const options = ['--record', pathOf(file('chosen.jsonl')), '--redact'];
+            const fault = { simulate: 'return', function: 'DmCtrlGetBrightnessForStep', result: 0x8000000a, times: 1 };
+            const simulate = ['--simulate', JSON.stringify(fault)];
+            const server = await startHost(inner, build, ...simulate, 'serve', '--port', '0', ...options);
+            assert.equal((await ask(server.address, brightness)).status, 500);
+            await server.simulate({ simulate: 'scenario', name: 'twins' });
+            await ask(server.address, '/pell/Monitors');
+            await ask(server.address, brightness);
+            for (const [name, target] of Object.entries({ kept: 'recording', keptRedacted: 'recording?redact' }))
+                fs.writeFileSync(file(`${name}.jsonl`), (await ask(server.address, `/lab/api/${target}`)).text);
+            for (const name of ['chosen', 'kept', 'keptRedacted']) {
+                const outcome = replay(file(`${name}.jsonl`));
+                assert.deepEqual([name, outcome.stdout], [name, '3 requests, 0 differences\n']);
+                const [head, , , scenario] = lines(file(`${name}.jsonl`));
+                assert.equal(head.scenario.monitors.length, 3);
+                assert.equal(head.scenario.monitors[1].product, 'TB240'); // as it was when all began
+                assert.equal(scenario.scenario.monitors[1].product, 'TQ271-P');
+                for (const line of lines(file(`${name}.jsonl`))) assert.ok(isLine(line), JSON.stringify(isLine.errors));
+            }
+            for (const name of ['chosen', 'keptRedacted'])
+                assert.doesNotMatch(fs.readFileSync(file(`${name}.jsonl`), 'utf8'), /\b1000000[12]\b/);
+            const batch = run([...simulate, 'batch', ...options], JSON.stringify(call('Brightness', 'GET')));
+            assert.equal(JSON.parse(batch.stdout).responses[0].status, 500);
+            assert.equal(replay(file('chosen.jsonl')).stdout, '1 request, 0 differences\n');
         });
 
         await t.test('a server is recorded with its packages and its time', async (inner) => {

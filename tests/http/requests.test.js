@@ -17,7 +17,7 @@ function eventsOf(address, name, count, options) {
     const events = [];
     const all = new Promise((resolve, reject) => {
         source.addEventListener(name, (event) => {
-            if (events.push({ id: Number(event.lastEventId), data: JSON.parse(event.data) }) === count) {
+            if (events.push({ id: event.lastEventId, data: JSON.parse(event.data) }) === count) {
                 source.close();
                 resolve([...events]);
             }
@@ -73,6 +73,27 @@ for (const build of builds)
             }
         });
 
+        await t.test('a HEAD is a GET without the body', async () => {
+            const targets = [
+                brightness,
+                `${brightness}?supports`,
+                '/pell/none',
+                '/lab/api/state',
+                '/lab/api/recording',
+            ];
+            for (const target of targets) {
+                const [get, head] = [await ask(address, target), await ask(address, target, { method: 'HEAD' })];
+                assert.deepEqual([head.status, head.text], [get.status, '']);
+                const [expected, length] = [get, head].map(({ headers }) => Number(headers['content-length']));
+                // The recording has got a line more.
+                assert.ok(target.endsWith('recording') ? length >= expected : length === expected, target);
+            }
+            for (const target of ['/pell/events', '/lab/api/exchanges?since=0']) {
+                const { status, headers } = await ask(address, target, { method: 'HEAD' });
+                assert.deepEqual([status, headers['content-type']], [200, 'text/event-stream']);
+            }
+        });
+
         await t.test('a colour table of 33 points a side, and curl, which asks before it sends one', async () => {
             const table = `${folder}/table.json`;
             fs.writeFileSync(table, JSON.stringify(Array.from({ length: 33 ** 3 }, () => [1023, 1023, 1023])));
@@ -120,18 +141,24 @@ for (const build of builds)
                 events.map(({ data }) => data.transferredBlock),
                 [1, 2, 3, 4],
             );
-            const resume = {
-                fetch: (url, init) =>
-                    fetch(url, { ...init, headers: { ...init.headers, 'Last-Event-ID': events[1].id } }),
-            };
+            const resume = (id) => ({
+                fetch: (url, init) => fetch(url, { ...init, headers: { ...init.headers, 'Last-Event-ID': id } }),
+            });
+            const { id: last } = events[1];
             assert.deepEqual(
-                await eventsOf(`${address}/pell/events`, 'transferFirmwareData', 2, resume).all,
+                await eventsOf(`${address}/pell/events`, 'transferFirmwareData', 2, resume(last)).all,
                 events.slice(2),
             );
-            const future = {
-                fetch: (url, init) => fetch(url, { ...init, headers: { ...init.headers, 'Last-Event-ID': '999' } }),
-            };
-            await eventsOf(`${address}/pell/events`, 'lost', 1, future).all;
+            // Those of a server that ran before: whatever is there may be new.
+            for (const other of ['2', '999', '1-2', `${last}9`, `${last}-`, `9${last}`, 'a']) {
+                const lost = await eventsOf(`${address}/pell/events`, 'lost', 1, resume(other)).all;
+                const all = await eventsOf(`${address}/pell/events`, 'transferFirmwareData', 4, resume(other)).all;
+                assert.deepEqual(all, events, other);
+                assert.deepEqual(
+                    await eventsOf(`${address}/pell/events`, 'transferFirmwareData', 4, resume(lost[0].id)).all,
+                    events,
+                );
+            }
             assert.equal((await ask(address, `/pell/FileSystem/DfwFile/${id}`, { method: 'DELETE' })).status, 200);
         });
 
@@ -183,7 +210,11 @@ for (const build of builds)
                 [{ Origin: origin, 'Sec-Fetch-Site': 'cross-site' }, 200],
                 [{ 'Sec-Fetch-Site': 'same-origin' }, 200],
                 [{ 'Sec-Fetch-Site': 'none' }, 200],
+                [{ Origin: address, 'Sec-Fetch-Site': 'same-site' }, 200],
+                [{ Origin: `http://localhost:${port}`, 'Sec-Fetch-Site': 'cross-site' }, 200],
                 [{ 'Sec-Fetch-Site': 'cross-site' }, 403],
+                [{ 'Sec-Fetch-Site': 'same-site' }, 403], // of another port of this machine
+                [{ 'Sec-Fetch-Site': 'none, same-site' }, 403],
                 [{ Host: 'evil.example' }, 403],
                 [{ Host: `evil.example:${port}` }, 403],
                 [{ Host: `127.0.0.1` }, 403],
@@ -233,18 +264,28 @@ for (const build of builds)
                 product: 'TQ271-P',
                 serial: '10000001',
                 connected: true,
+                found: true,
+                delay: 0,
                 power: 1,
                 inputPort: [1],
                 brightness: 50,
                 firmware: '2.0.1.5.3',
             });
-            assert.deepEqual([others.simulated, others.scenario, others.speed], [true, null, 1]);
-            assert.deepEqual(
-                others.scenarios,
-                fs
+            assert.deepEqual([others.simulated, others.scenario, others.speed], [true, 'built-in', 1]);
+            assert.deepEqual(others.scenarios, [
+                'built-in',
+                ...fs
                     .readdirSync('simulator/scenarios')
                     .map((name) => name.replace('.json', ''))
                     .sort(),
+            ]);
+            const script = { simulate: 'return', function: 'DmCtrlGetGain', result: 2147483658, times: 2 };
+            await server.simulate(script);
+            await server.simulate({ simulate: 'delay', milliseconds: 5, product: 'TB240' });
+            assert.deepEqual((await state()).scripts, [script]);
+            assert.deepEqual(
+                (await state()).monitors.map(({ delay }) => delay),
+                [0, 5, 5],
             );
             await server.simulate({ simulate: 'unplug', product: 'TB240', serial: '10000002' });
             assert.equal((await state()).monitors[1].connected, false);
@@ -265,6 +306,18 @@ for (const build of builds)
             assert.match(twin.error, /twins/);
         });
 
+        await t.test('the lab hands over texts as they are', async () => {
+            const call = async (line) => {
+                const { status, text } = await ask(address, '/lab/api/call', { method: 'POST', body: line });
+                return { status, ...JSON.parse(text) };
+            };
+            const texts = ['{"method":"GET"}', '{"product":"TQ271-P"', '', ''];
+            const { status, responses } = await call(JSON.stringify({ call: 'Brightness', texts }));
+            assert.deepEqual([status, responses.length, responses[0].status], [200, 1, 400]);
+            for (const line of ['', '{"call":"Brightnes","texts":["","","",""]}', '{"simulate":"reset"}'])
+                assert.deepEqual([(await call(line)).status, (await call(line)).ok], [400, false], line);
+        });
+
         await t.test('exchanges are streamed from their beginning', async () => {
             const live = eventsOf(`${address}/lab/api/exchanges`, 'exchange', 1);
             await live.opened;
@@ -279,6 +332,14 @@ for (const build of builds)
             );
         });
     });
+
+test('an origin is as browsers write it', async (t) => {
+    const wrong = ['', 'bogus', 'null', '*', 'http://', 'localhost:5173', 'http://a/', 'http://a/b', 'http://a?b'];
+    for (const origin of [...wrong, 'HTTP://a', 'http://A', 'http://a:80', 'https://a:443', 'http://b@a', 'http://a:x'])
+        await assert.rejects(startServer(t, builds[0], '--origin', origin), /"code":2.*such as http/, origin);
+    for (const origin of ['https://a.example', 'http://[::1]:5173', 'app://page'])
+        await startServer(t, builds[0], '--origin', origin);
+});
 
 for (const build of builds)
     test(`${build}: with companion libraries that are not simulated`, async (t) => {

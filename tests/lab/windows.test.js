@@ -1,7 +1,8 @@
 // The lab and the example page before the Windows build, under Wine.
 import assert from 'node:assert/strict';
 import { after, before, test } from 'node:test';
-import { firmwarePackage, open, openBrowser, pathFor, serve } from './support.js';
+import { walkScenarios } from './scenarios.js';
+import { open, openBrowser, pathFor, serve } from './support.js';
 
 let browser;
 let server;
@@ -34,12 +35,4 @@ test('a monitor is asked and unplugged in the lab', async () => {
     await page.context().close();
 });
 
-test('the example page updates the firmware of a monitor', async () => {
-    const page = await open(browser, server.address);
-    await page.getByLabel('Firmware package').fill(pathFor('windows', firmwarePackage()));
-    const card = page.getByRole('article').first();
-    await card.getByRole('button', { name: 'Update firmware' }).click();
-    await card.getByText('Updated from 2.0.1.5.3 to 2.1.0.3.7.').waitFor();
-    assert.deepEqual(page.problems, []);
-    await page.context().close();
-});
+walkScenarios('windows', () => ({ browser, server }));

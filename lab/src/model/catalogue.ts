@@ -63,7 +63,7 @@ export const resources: Resource[] = Object.entries(raw.resources).map(([name, r
     const examples = parseExamples(resource.examples.flat().join('\n'), (_: number, message: string) => {
         throw new Error(`${name}: ${message}`);
     });
-    for (const row of served) row.example = examples.find((example) => isExampleOf(example, row)) as Row['example'];
+    for (const row of served) row.example = bestExample(row, examples);
     return {
         ...resource,
         name,
@@ -85,6 +85,31 @@ function isExampleOf({ resource, method, status, query = {}, body }: Example, ro
         return schema?.const === undefined || schema.const === (query as Record<string, unknown>)[name];
     };
     return Object.keys(query).every(isConstant) && (!row.body || fitsKind(row.body, body));
+}
+
+/** Others show what the plug-in converts, such as texts in the place of numbers; then what a GET answers is better. */
+function bestExample(row: Row, examples: Example[]): Row['example'] {
+    const all = examples.filter((example) => isExampleOf(example, row));
+    const good = all.find(({ body }) => !row.body || fits(row.body, body));
+    if (good || !all.length) return (good ?? all[0]) as Row['example'];
+    const query = all[0].query ?? {};
+    const read = examples.find(
+        (example) =>
+            example.method === 'GET' &&
+            example.status === 200 &&
+            JSON.stringify(example.query ?? {}) === JSON.stringify(query) &&
+            fits(row.body!, example.value),
+    );
+    return (read ? { query, body: read.value } : all[0]) as Row['example'];
+}
+
+/** The value, and the members that an object has. */
+function fits(schema: Schema, value: unknown): boolean {
+    const { properties } = schema;
+    if (!fitsKind(schema, value)) return false;
+    return (
+        !properties || Object.entries(value as object).every(([name, member]) => fits(properties[name] ?? {}, member))
+    );
 }
 
 function fitsKind(schema: Schema, value: unknown): boolean {

@@ -1,4 +1,5 @@
 // Requests of the lab's own, and the same as code.
+import { PellError } from 'libpell-client';
 import { resourceNamed, type Method } from './catalogue.js';
 
 export interface Address {
@@ -31,16 +32,34 @@ export function urlOf({ resource, address, query }: Request): string {
     return `/pell/${path}${search && `?${search}`}`;
 }
 
-export async function send(request: Request): Promise<Answer> {
+export function send(request: Request): Promise<Answer> {
     const { method, body } = request;
+    return ask(urlOf(request), { method, cache: 'no-store', body: body || undefined });
+}
+
+/** Hands these texts over as they are: options, parameters, query, body. */
+export async function sendTexts(resource: string, texts: string[]): Promise<Answer> {
+    const answer = await ask('/lab/api/call', { method: 'POST', body: batchLine(resource, texts) });
+    const { error, responses } = (parse(answer.text) ?? {}) as { error?: string; responses?: Answer[] };
+    if (responses?.length === 1) return { ...answer, ...responses[0] };
+    return { ...answer, text: error ?? (responses ? `There were ${responses.length} answers.` : answer.text) };
+}
+
+async function ask(url: string, options: RequestInit): Promise<Answer> {
     const begin = performance.now();
     try {
-        const response = await fetch(urlOf(request), { method, cache: 'no-store', body: body || undefined });
+        const response = await fetch(url, options);
         const text = await response.text();
         return { status: response.status, text, milliseconds: performance.now() - begin };
     } catch {
         return { status: 0, text: 'The server did not answer.', milliseconds: performance.now() - begin };
     }
+}
+
+/** What went wrong, if the plug-in says so. */
+export function errorOf({ status, text }: Answer): PellError | undefined {
+    const error = (parse(text) as { error?: { name: string; message: string } } | undefined)?.error;
+    return error ? new PellError(status, error) : undefined;
 }
 
 /** A member that is true stands alone; a text stands as it is, unless it looks like JSON; all else is JSON. */
@@ -102,8 +121,23 @@ function text(value: string): string {
     return `'${JSON.stringify(value).slice(1, -1).replace(/\\"/g, '"').replace(/'/g, "\\'")}'`;
 }
 
+/** The same request in other languages, by their names. */
+export type Codes = Record<string, string>;
+
+export function codesOf(request: Request): Codes {
+    return { Client: clientCode(request), fetch: fetchCode(request), pellhost: pellhostCode(request) };
+}
+
+export function codesOfTexts(resource: string, texts: string[]): Codes {
+    return { 'pellhost batch': `printf '%s\\n' ${quoted(batchLine(resource, texts))} | pellhost batch` };
+}
+
+function batchLine(resource: string, texts: string[]): string {
+    return JSON.stringify({ call: resource, texts });
+}
+
 /** The program that asks the same by the client. */
-export function clientCode({ resource, method, address, query, body }: Request): string {
+function clientCode({ resource, method, address, query, body }: Request): string {
     const { product, serial, id } = address;
     const given = readQuery(query);
     const members = [text(resource)];
@@ -130,7 +164,7 @@ export function clientCode({ resource, method, address, query, body }: Request):
     ].join('\n');
 }
 
-export function fetchCode(request: Request): string {
+function fetchCode(request: Request): string {
     const { method, body } = request;
     const options = [method !== 'GET' && `method: '${method}'`, body && `body: ${text(body)}`].filter(Boolean);
     const address = text(location.origin + urlOf(request));
@@ -140,8 +174,12 @@ export function fetchCode(request: Request): string {
     ].join('\n');
 }
 
-export function pellhostCode({ resource, method, address, query, body }: Request): string {
-    const quoted = (word: string) => (/^[\w./:-]+$/.test(word) ? word : `'${word.replace(/'/g, `'\\''`)}'`);
+/** For a shell. */
+function quoted(word: string): string {
+    return /^[\w./:-]+$/.test(word) ? word : `'${word.replace(/'/g, `'\\''`)}'`;
+}
+
+function pellhostCode({ resource, method, address, query, body }: Request): string {
     const { product, serial, id } = address;
     return [
         'pellhost',

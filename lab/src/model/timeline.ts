@@ -49,11 +49,20 @@ export function monitorOf({ product, serial }: { product?: string; serial?: stri
     return product === undefined ? '' : `${product}/${serial ?? ''}`;
 }
 
-/** In a recording, the members of an instruction stand beside the number and the time. */
+/**
+ * In a recording, the members of an instruction stand beside the number and the time, and beside those a scenario as a
+ * document.
+ */
 function entryOf(line: Record<string, unknown>): Entry {
     if (typeof line.simulate !== 'string') return line as unknown as Entry;
-    const { id, time, ...simulate } = line;
+    const { id, time, scenario: _, ...simulate } = line;
     return { id: id as number, time: time as number, simulate: simulate as Instruction };
+}
+
+function mayChangeMonitors(entry: Entry): boolean {
+    const { simulate, status, method, resource } = entry;
+    if (simulate || status === undefined) return !!simulate;
+    return method !== 'GET' || resource === 'Monitors' || isFailure(entry) || world.hasLimitedScripts;
 }
 
 class Timeline extends Store {
@@ -65,20 +74,21 @@ class Timeline extends Store {
     /** Whether the server no longer had all that happened. */
     hasLost = false;
     isConnected = false;
-    /** The functions that were to fail, since the last reset. */
-    faults: Instruction[] = [];
     private live: Entry[] = [];
     private byId = new Map<number, Entry>();
     private source?: EventSource;
+    private lastId = '0';
     private isDrawn = true;
     private listeners: ((entry: Entry) => void)[] = [];
 
-    start(): void {
+    /**
+     * Goes on where it stopped. A browser has six connections to a server, whatever the number of its tabs, so one that
+     * nobody sees must not keep any.
+     */
+    listen(isVisible: boolean): void {
         this.source?.close();
-        this.live = [];
-        this.faults = [];
-        this.byId.clear();
-        const source = (this.source = new EventSource('/lab/api/exchanges?since=0'));
+        if (!isVisible) return;
+        const source = (this.source = new EventSource(`/lab/api/exchanges?since=${this.lastId}`));
         source.onopen = () => {
             this.isConnected = true;
             void world.refresh();
@@ -89,14 +99,24 @@ class Timeline extends Store {
             void world.refresh();
             this.draw();
         };
-        const receive = (event: MessageEvent<string>) => this.add(entryOf(JSON.parse(event.data)));
+        const receive = ({ data, lastEventId }: MessageEvent<string>) => {
+            this.lastId = lastEventId;
+            this.add(entryOf(JSON.parse(data)));
+        };
         for (const name of ['opened', 'exchange', 'simulation']) source.addEventListener(name, receive);
         source.addEventListener('lost', () => {
             // After a restart of the server its numbers begin anew, so what is shown does, too.
-            if (this.live.length) return this.start();
-            this.hasLost = true;
+            if (this.lastId === '0') this.hasLost = true;
+            else this.restart();
         });
         this.draw();
+    }
+
+    private restart(): void {
+        this.live = [];
+        this.byId.clear();
+        this.lastId = '0';
+        this.listen(true);
     }
 
     /** Calls the listener for each request that ends, live ones only. */
@@ -110,7 +130,6 @@ class Timeline extends Store {
     }
 
     private add(entry: Entry): void {
-        if (entry.simulate) this.remember(entry.simulate);
         const known = this.byId.get(entry.id);
         if (known) Object.assign(known, entry);
         else {
@@ -120,17 +139,9 @@ class Timeline extends Store {
         // Seldom, as it moves all that is kept.
         if (this.live.length > maximumEntries * 1.1)
             for (const old of this.live.splice(0, this.live.length - maximumEntries)) this.byId.delete(old.id);
-        if (entry.simulate || (entry.status !== undefined && entry.method !== 'GET')) void world.refresh();
+        if (mayChangeMonitors(entry)) void world.refresh();
         if (entry.status !== undefined) for (const listener of this.listeners) listener(entry);
         this.draw();
-    }
-
-    private remember(instruction: Instruction): void {
-        if (instruction.simulate === 'reset' || instruction.simulate === 'scenario') {
-            this.faults = [];
-            ++world.resets;
-        }
-        if (instruction.simulate === 'return') this.faults = [...this.faults, instruction];
     }
 
     /** At most once a frame, however many requests there are. */

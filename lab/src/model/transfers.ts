@@ -16,15 +16,21 @@ export interface Progress {
 }
 
 class Transfers extends Store {
+    private stop?: () => void;
     private running = new Map<string, Progress>();
 
     get all(): Progress[] {
         return [...this.running.values()];
     }
 
-    start(): void {
-        pell.on('transferFirmwareData', (step) => this.add(step));
+    constructor() {
+        super();
         timeline.onEnd((entry) => this.end(entry));
+    }
+
+    listen(isVisible: boolean): void {
+        this.stop?.();
+        this.stop = isVisible ? pell.on('transferFirmwareData', (step) => this.add(step)) : undefined;
     }
 
     dismiss({ monitor }: Progress): void {

@@ -6,6 +6,10 @@ export interface MonitorState {
     product: string;
     serial: string;
     connected: boolean;
+    /** Whether the library knows it; one that is plugged in again is found when the page looks for monitors. */
+    found?: boolean;
+    /** Of each call about it, in milliseconds. */
+    delay?: number;
     power?: unknown;
     inputPort?: unknown;
     brightness?: number;
@@ -15,9 +19,11 @@ export interface MonitorState {
 interface State {
     simulated: boolean;
     plugin: string;
-    scenario?: string | null;
+    scenario?: string;
     scenarios?: string[];
     speed?: number;
+    /** The functions that are to fail. */
+    scripts?: Instruction[];
     monitors?: MonitorState[];
 }
 
@@ -32,8 +38,6 @@ class World extends Store {
     isReachable = true;
     /** What went wrong with the newest instruction. */
     problem = '';
-    /** How often all has been put back to the beginning of a scenario. */
-    resets = 0;
     /** The place in the list of the monitor that requests go to. */
     private chosenAt = 0;
     private isAsking = false;
@@ -41,6 +45,11 @@ class World extends Store {
 
     get isSimulated(): boolean {
         return this.state?.simulated ?? true;
+    }
+
+    /** Whether a request may use up what was to fail. */
+    get hasLimitedScripts(): boolean {
+        return this.state?.scripts?.some(({ times }) => times !== undefined) ?? false;
     }
 
     get chosen(): MonitorState | undefined {
@@ -71,19 +80,24 @@ class World extends Store {
             this.state = (await response.json()) as State;
             this.isReachable = true;
             if (this.state.monitors) this.monitors = this.state.monitors;
-            else await this.list();
+            else if (!this.monitors.length) await this.list();
         } catch {
             this.isReachable = false;
         }
         this.changed();
     }
 
-    /** Real monitors are listed once, and whenever the page asks: each time costs calls of the library. */
-    async list(query: { update?: true } = {}, again = false): Promise<void> {
-        if (this.monitors.length && !again) return;
-        const monitors = await pell.monitors(query);
-        this.monitors = monitors.map(({ product, serial }) => ({ product, serial, connected: true }));
+    /** Lets the library look for monitors afresh. */
+    async find(): Promise<void> {
+        await this.list({ update: true }).catch(({ message }: Error) => (this.problem = message));
         this.changed();
+    }
+
+    /** Real monitors are listed once, and whenever the user asks: each time costs calls of the library. */
+    private async list(query: { update?: true } = {}): Promise<void> {
+        const monitors = await pell.monitors(query);
+        if (this.state?.monitors) await this.refresh();
+        else this.monitors = monitors.map(({ product, serial }) => ({ product, serial, connected: true }));
     }
 
     async simulate(instruction: Instruction): Promise<boolean> {

@@ -23,8 +23,9 @@ export class LabApp extends LitElement {
 
     connectedCallback(): void {
         super.connectedCallback();
-        timeline.start();
-        transfers.start();
+        const listen = () => [timeline, transfers].forEach((store) => store.listen(!document.hidden));
+        document.addEventListener('visibilitychange', listen);
+        listen();
     }
 
     render() {
@@ -63,7 +64,7 @@ export class LabApp extends LitElement {
                 flex: 1;
                 min-height: 0;
                 display: grid;
-                grid-template-columns: 264px minmax(0, 1.2fr) minmax(0, 1fr);
+                grid-template-columns: 256px minmax(0, 1.05fr) minmax(0, 1fr);
                 gap: 1px;
                 background: var(--line);
             }

@@ -1,16 +1,14 @@
 import { LitElement, css, html, nothing } from 'lit';
 import { customElement, property, state } from 'lit/decorators.js';
-import { clientCode, fetchCode, pellhostCode, type Request } from '../model/request.js';
+import type { Codes } from '../model/request.js';
 import { shared } from './style.js';
-
-const kinds = { Client: clientCode, fetch: fetchCode, pellhost: pellhostCode };
 
 /** A line with a button that shows a request as code, to be copied. What stands within the element begins the line. */
 @customElement('lab-copy')
 export class LabCopy extends LitElement {
-    @property({ attribute: false }) request!: Request;
+    @property({ attribute: false }) codes!: Codes;
     @state() private isOpen = false;
-    @state() private kind: keyof typeof kinds = 'Client';
+    @state() private kind = '';
     @state() private isCopied = false;
 
     render() {
@@ -31,28 +29,30 @@ export class LabCopy extends LitElement {
     }
 
     private code() {
-        const code = kinds[this.kind](this.request);
+        const kinds = Object.keys(this.codes);
+        const kind = this.kind || kinds[0];
+        const code = this.codes[kind];
         return html`
             <div class="line kinds" role="group" aria-label="Copy as">
-                ${(Object.keys(kinds) as (keyof typeof kinds)[]).map(
-                    (kind) =>
+                ${kinds.map(
+                    (name) =>
                         html`<button
                             type="button"
                             class="plain"
-                            aria-pressed=${this.kind === kind ? 'true' : 'false'}
-                            @click=${() => this.choose(kind)}
+                            aria-pressed=${name === kind ? 'true' : 'false'}
+                            @click=${() => this.choose(name)}
                         >
-                            ${kind}
+                            ${name}
                         </button>`,
                 )}
                 <span role="status" class="small good push">${this.isCopied ? 'Copied' : ''}</span>
-                <button type="button" @click=${() => this.copy(code)}>Copy</button>
+                <button type="button" class="plain" @click=${() => this.copy(code)}>Copy</button>
             </div>
             <pre tabindex="0">${code}</pre>
         `;
     }
 
-    private choose(kind: keyof typeof kinds): void {
+    private choose(kind: string): void {
         this.kind = kind;
         this.isCopied = false;
     }
@@ -74,16 +74,10 @@ export class LabCopy extends LitElement {
             }
             .head {
                 flex-wrap: nowrap;
-                align-items: start;
             }
             .head > .line {
                 flex: 1;
                 min-width: 0;
-            }
-            button {
-                min-height: 24px;
-                font-size: 12px;
-                padding: 0 6px;
             }
             button[aria-pressed='true'] {
                 background: var(--accent-soft);

@@ -19,21 +19,21 @@ export class LabExchange extends LitElement {
         const { method, resource, status, time, milliseconds, source, simulate, texts, calls = [] } = entry;
         const known = resource && resourceNamed(resource);
         return html`
-            <section aria-label="The request that is open">
+            <section class="stack" aria-label="The request that is open">
                 <div class="line">
                     <h2>${simulate ? simulate.simulate : `${method} ${resource}`}</h2>
                     ${simulate ? nothing : html`<b class=${isFailure(entry) ? 'bad' : 'good'}>${status ?? 'runs…'}</b>`}
-                    <span class="soft small"
-                        >${monitorOf(entry)} at
-                        ${clockText(time)}${
-                            milliseconds === undefined ? '' : `, took ${durationText(milliseconds)}`
-                        }${source ? `, by ${sources[source] ?? source}` : ''}</span
-                    >
-                    <div class="push line">
+                    <div class="push line compact">
                         ${known ? html`<button class="plain" @click=${() => selection.choose(known)}>Ask it</button>` : nothing}
                         <button @click=${() => this.dispatchEvent(new Event('close'))}>Close</button>
                     </div>
                 </div>
+                <p class="soft small">
+                    ${monitorOf(entry)} at
+                    ${clockText(time)}${milliseconds === undefined ? '' : `, took ${durationText(milliseconds)}`}${
+                        source ? `, by ${sources[source] ?? source}` : ''
+                    }
+                </p>
                 ${simulate ? html`<pre tabindex="0">${JSON.stringify(simulate, null, 2)}</pre>` : nothing}
                 ${
                     texts
@@ -117,8 +117,6 @@ export class LabExchange extends LitElement {
         shared,
         css`
             section {
-                display: flex;
-                flex-direction: column;
                 gap: 6px;
                 padding: 10px 12px 12px;
             }
@@ -131,6 +129,7 @@ export class LabExchange extends LitElement {
                 display: grid;
                 grid-template-columns: max-content minmax(0, 1fr);
                 gap: 2px 12px;
+                align-items: baseline;
                 margin: 0;
             }
             dt {
@@ -160,7 +159,13 @@ export class LabExchange extends LitElement {
                 border-bottom: 1px solid var(--line);
                 vertical-align: top;
             }
+            @media (max-width: 1000px) {
+                td {
+                    overflow-wrap: anywhere;
+                }
+            }
             .number {
+                overflow-wrap: normal;
                 text-align: right;
                 padding-right: 0;
             }

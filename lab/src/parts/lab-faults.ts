@@ -2,20 +2,19 @@ import functions from 'functions.json';
 import { LitElement, css, html, nothing } from 'lit';
 import { customElement } from 'lit/decorators.js';
 import { failures, hex, resultText } from '../model/catalogue.js';
-import { monitorOf, timeline } from '../model/timeline.js';
+import { monitorOf } from '../model/timeline.js';
 import { world } from '../model/world.js';
 import { shared } from './style.js';
 
 /** "This function fails with that result": a form, and what was asked for so far. */
 @customElement('lab-faults')
 export class LabFaults extends LitElement {
-    private timeline = timeline.observedBy(this);
     private world = world.observedBy(this);
 
     render() {
-        const { faults } = this.timeline;
+        const { scripts = [] } = this.world.state ?? {};
         return html`
-            <form @submit=${this.submit}>
+            <form class="stack compact" @submit=${this.submit}>
                 <h3>Let a function fail</h3>
                 <label
                     >Function of a library
@@ -44,7 +43,7 @@ export class LabFaults extends LitElement {
                         )}
                     </select></label
                 >
-                <fieldset class="line">
+                <fieldset class="line small">
                     <legend class="hidden">How often</legend>
                     <label><input type="radio" name="often" value="once" checked />once</label>
                     <label><input type="radio" name="often" value="always" />always</label>
@@ -52,10 +51,10 @@ export class LabFaults extends LitElement {
                 </fieldset>
             </form>
             ${
-                faults.length
-                    ? html`<h3>Asked for since the reset</h3>
+                scripts.length
+                    ? html`<h3>What fails, until the reset</h3>
                           <ul class="small">
-                              ${faults.map((fault) => html`<li>${describe(fault)}</li>`)}
+                              ${scripts.map((script) => html`<li>${describe(script)}</li>`)}
                           </ul>`
                     : nothing
             }
@@ -79,9 +78,6 @@ export class LabFaults extends LitElement {
         shared,
         css`
             form {
-                display: flex;
-                flex-direction: column;
-                gap: 6px;
                 padding-top: 8px;
                 border-top: 1px solid var(--line);
             }
@@ -99,13 +95,16 @@ export class LabFaults extends LitElement {
                 padding: 0;
                 margin: 0;
             }
+            h3 {
+                margin-top: 8px;
+            }
+            form > h3 {
+                margin: 0;
+            }
             ul {
                 margin: 4px 0 0;
                 padding-left: 18px;
                 overflow-wrap: anywhere;
-            }
-            h3 + ul {
-                margin-top: 4px;
             }
         `,
     ];
@@ -113,5 +112,11 @@ export class LabFaults extends LitElement {
 
 function describe(simulate: Record<string, unknown>): string {
     const monitor = simulate.product === undefined ? '' : ` of ${simulate.product}/${simulate.serial}`;
-    return `${simulate.function}${monitor}: ${resultText(simulate.result)}, ${simulate.times === 1 ? 'once' : 'always'}`;
+    const { times } = simulate;
+    const often = times === undefined ? 'always' : times === 1 ? 'once' : `${times} times`;
+    return `${simulate.function}${monitor}: ${outcome(simulate)}, ${often}`;
+}
+
+function outcome({ simulate, result, as }: Record<string, unknown>): string {
+    return simulate === 'return' ? resultText(result) : simulate === 'throw' ? 'throws' : `lies ${JSON.stringify(as)}`;
 }

@@ -10,6 +10,13 @@ export class LabField extends LitElement {
     @property({ attribute: false }) schema!: Schema;
     @property({ attribute: false }) text = '';
     @property({ attribute: false }) isOptional = false;
+    /** Decided once: the control stays the same while somebody types. */
+    @property({ reflect: true, type: Boolean }) long = false;
+
+    connectedCallback(): void {
+        super.connectedCallback();
+        this.long = this.schema.type === 'array' || this.schema.type === 'object' || this.text.length > 20;
+    }
 
     render() {
         const { label, schema, isOptional } = this;
@@ -30,17 +37,15 @@ export class LabField extends LitElement {
                 ${texts.map((text) => html`<option ?selected=${text === this.text}>${text}</option>`)}
             </select>`;
         }
-        const isLong = schema.type === 'array' || schema.type === 'object' || this.text.length > 40;
         const hint = isOptional ? 'left out' : kindOf(schema);
-        return isLong
+        return this.long
             ? html`<textarea
                   rows=${Math.min(8, 1 + Math.floor(this.text.length / 48))}
-                  cols="48"
                   placeholder=${hint}
                   .value=${this.text}
                   @input=${this.edit}
               ></textarea>`
-            : html`<input size="14" placeholder=${hint} .value=${this.text} @input=${this.edit} />`;
+            : html`<input placeholder=${hint} .value=${this.text} @input=${this.edit} />`;
     }
 
     private edit(event: Event): void {
@@ -51,8 +56,15 @@ export class LabField extends LitElement {
     static styles = [
         shared,
         css`
+            :host([long]) {
+                grid-column: 1 / -1;
+            }
             label {
                 display: grid;
+            }
+            label > * {
+                width: 100%;
+                min-width: 0;
             }
         `,
     ];

@@ -1,5 +1,6 @@
 import { LitElement, css, html, nothing } from 'lit';
 import { customElement } from 'lit/decorators.js';
+import scenarios from 'scenarios.json';
 import { world } from '../model/world.js';
 import { shared } from './style.js';
 
@@ -23,22 +24,30 @@ export class LabHeader extends LitElement {
                 </span>
                 ${state && isSimulated ? this.controls() : nothing}
             </header>
+            ${this.about(state?.scenario)}
             ${this.world.problem ? html`<p class="notice bad" role="alert">${this.world.problem}</p>` : nothing}
         `;
+    }
+
+    /** What is bad in this scenario, and what to do about it. */
+    private about(scenario = '') {
+        const [monitor, page] = scenarios[scenario] ?? [];
+        const plain = (text: string) => text.replace(/`/g, '');
+        return monitor
+            ? html`<p class="about small">
+                  <b>${scenario}:</b> ${plain(monitor)}. <b>A good page:</b> ${plain(page)}.
+              </p>`
+            : nothing;
     }
 
     private controls() {
         const { scenario, scenarios = [], speed = 1 } = this.world.state!;
         const chosen = (event: Event) => (event.target as HTMLSelectElement).value;
         return html`
-            <div class="line push">
+            <div class="line push compact">
                 <label
                     >Scenario
-                    <select
-                        .value=${scenario ?? ''}
-                        @change=${(event: Event) => world.simulate({ simulate: 'scenario', name: chosen(event) })}
-                    >
-                        ${scenario ? nothing : html`<option value="" selected>as started</option>`}
+                    <select @change=${(event: Event) => world.simulate({ simulate: 'scenario', name: chosen(event) })}>
                         ${scenarios.map((name) => html`<option ?selected=${name === scenario}>${name}</option>`)}
                     </select></label
                 >
@@ -86,6 +95,11 @@ export class LabHeader extends LitElement {
             }
             p {
                 border-radius: 0;
+            }
+            .about {
+                padding: 6px 12px;
+                background: var(--accent-soft);
+                border-bottom: 1px solid var(--line);
             }
             @media (max-width: 1000px) {
                 .plugin {

@@ -1,6 +1,5 @@
 import { LitElement, css, html, nothing } from 'lit';
 import { customElement, property } from 'lit/decorators.js';
-import { keyed } from 'lit/directives/keyed.js';
 import { send, type Request } from '../model/request.js';
 import { monitorOf } from '../model/timeline.js';
 import { world, type MonitorState } from '../model/world.js';
@@ -14,15 +13,13 @@ export class LabMonitor extends LitElement {
     @property({ attribute: false }) monitor!: MonitorState;
     @property({ attribute: false }) isChosen = false;
     @property({ attribute: false }) isSimulated = true;
-    /** How often all has been put back to the beginning, the slowness included. */
-    @property({ attribute: false }) resets = 0;
 
     render() {
         const { product, serial } = this.monitor;
         const name = monitorOf(this.monitor);
         return html`
-            <article class=${this.isChosen ? 'chosen' : ''} aria-label=${name}>
-                <label class="name"
+            <article class="card stack ${this.isChosen ? 'chosen' : ''}" aria-label=${name}>
+                <label class="name" title="Requests of this page go to the monitor that is chosen"
                     ><input
                         type="radio"
                         name="monitor"
@@ -35,18 +32,24 @@ export class LabMonitor extends LitElement {
         `;
     }
 
+    private connection() {
+        const { connected, found } = this.monitor;
+        if (!connected) return html`<span class="bad">unplugged</span>`;
+        if (found) return html`<span class="good">connected</span>`;
+        return html`<span class="bad" title="The library has to look for monitors before it knows this one"
+            >not found</span
+        >`;
+    }
+
     private simulated() {
-        const { product, serial, connected, power, inputPort, brightness, firmware } = this.monitor;
+        const { product, serial, connected, power, inputPort, brightness, firmware, delay = 0 } = this.monitor;
         const address = { product, serial };
         const isOn = power === 1 || power === true;
         const simulate = connected ? 'unplug' : 'plug';
         return html`
             <dl>
                 ${[
-                    [
-                        'Cable',
-                        html`<span class=${connected ? 'good' : 'bad'}>${connected ? 'connected' : 'unplugged'}</span>`,
-                    ],
+                    ['Cable', this.connection()],
                     ['Power', power === undefined ? undefined : isOn ? 'on' : 'off'],
                     ['Input', Array.isArray(inputPort) ? inputPort.join(', ') : inputPort],
                     ['Brightness', brightness],
@@ -60,27 +63,23 @@ export class LabMonitor extends LitElement {
                           </div>`,
                 )}
             </dl>
-            <label class="line small soft"
-                >Answers
-                ${keyed(
-                    this.resets,
-                    html`<select class="push" @change=${this.delay}>
-                        ${delays.map(
-                            (delay) =>
-                                html`<option value=${delay}>
-                                    ${delay ? `${delay < 1000 ? `${delay} ms` : `${delay / 1000} s`} late, each call` : 'at once'}
-                                </option>`,
+            <div class="stack compact">
+                <label class="line small soft"
+                    >Answers
+                    <select class="push" @change=${this.slowDown}>
+                        ${[...new Set([...delays, delay])].map(
+                            (one) => html`<option value=${one} ?selected=${one === delay}>${lateness(one)}</option>`,
                         )}
-                    </select>`,
-                )}</label
-            >
-            <div class="line buttons">
-                <button @click=${() => world.simulate({ simulate, ...address })}>
-                    ${connected ? 'Unplug' : 'Plug in'}
-                </button>
-                <button ?disabled=${!connected} @click=${() => this.switchPower(!isOn)}>
-                    ${isOn ? 'Switch off' : 'Switch on'}
-                </button>
+                    </select></label
+                >
+                <div class="line buttons">
+                    <button @click=${() => world.simulate({ simulate, ...address })}>
+                        ${connected ? 'Unplug' : 'Plug in'}
+                    </button>
+                    <button ?disabled=${!connected} @click=${() => this.switchPower(!isOn)}>
+                        ${isOn ? 'Switch off' : 'Switch on'}
+                    </button>
+                </div>
             </div>
         `;
     }
@@ -98,7 +97,7 @@ export class LabMonitor extends LitElement {
         await world.refresh();
     }
 
-    private delay(event: Event): void {
+    private slowDown(event: Event): void {
         const { product, serial } = this.monitor;
         const milliseconds = Number((event.target as HTMLSelectElement).value);
         void world.simulate({ simulate: 'delay', milliseconds, product, serial });
@@ -107,15 +106,6 @@ export class LabMonitor extends LitElement {
     static styles = [
         shared,
         css`
-            article {
-                display: flex;
-                flex-direction: column;
-                gap: 8px;
-                padding: 8px 10px;
-                background: var(--surface);
-                border: 1px solid var(--line);
-                border-radius: var(--radius);
-            }
             article.chosen {
                 border-color: var(--accent);
                 box-shadow: inset 3px 0 var(--accent);
@@ -127,7 +117,7 @@ export class LabMonitor extends LitElement {
                 margin: 0;
                 display: grid;
                 grid-template-columns: 1fr 1fr;
-                gap: 2px 12px;
+                gap: 2px 14px;
                 font-size: 12px;
             }
             dl div {
@@ -150,11 +140,11 @@ export class LabMonitor extends LitElement {
             .buttons button {
                 flex: 1;
             }
-            button,
-            select {
-                font-size: 12px;
-                padding: 2px 6px;
-            }
         `,
     ];
+}
+
+function lateness(milliseconds: number): string {
+    if (milliseconds === 0) return 'at once';
+    return `${milliseconds < 1000 ? `${milliseconds} ms` : `${milliseconds / 1000} s`} late, each call`;
 }

@@ -13,16 +13,23 @@ export class LabMonitors extends LitElement {
     render() {
         const { monitors, chosen, isSimulated, state } = this.world;
         return html`
-            <section aria-labelledby="title">
-                <h2 id="title">Monitors</h2>
-                <p class="soft small">Requests of this page go to the one that is chosen.</p>
+            <section class="stack" aria-labelledby="title">
+                <div class="line compact">
+                    <h2 id="title">Monitors</h2>
+                    <button
+                        class="push"
+                        title="Monitors?update: the library finds those that have been plugged in"
+                        @click=${() => world.find()}
+                    >
+                        Look for monitors
+                    </button>
+                </div>
                 ${monitors.map(
                     (monitor) =>
                         html`<lab-monitor
                             .monitor=${monitor}
                             .isChosen=${monitor === chosen}
                             .isSimulated=${isSimulated}
-                            .resets=${this.world.resets}
                         ></lab-monitor>`,
                 )}
                 ${state && !monitors.length ? html`<p class="notice">No monitor is connected.</p>` : nothing}
@@ -30,10 +37,9 @@ export class LabMonitors extends LitElement {
                     isSimulated
                         ? html`<lab-faults></lab-faults>`
                         : html`<p class="notice">
-                                  The monitor-control library is a real one, so nothing can be simulated here: pull the
-                                  cable of a monitor to see what happens.
-                              </p>
-                              <button @click=${() => world.list({ update: true }, true)}>Look for monitors</button>`
+                              The monitor-control library is a real one, so nothing can be simulated here: pull the
+                              cable of a monitor to see what happens.
+                          </p>`
                 }
             </section>
         `;
@@ -46,9 +52,6 @@ export class LabMonitors extends LitElement {
                 overflow: auto;
             }
             section {
-                display: flex;
-                flex-direction: column;
-                gap: 8px;
                 padding: 12px;
                 width: 100%;
             }

@@ -1,96 +1,71 @@
 import { LitElement, css, html } from 'lit';
 import { customElement, property, state } from 'lit/decorators.js';
-import type { Method, Resource } from '../model/catalogue.js';
-import { urlOf, type Address, type Request } from '../model/request.js';
+import type { Resource } from '../model/catalogue.js';
+import { codesOfTexts, type Address } from '../model/request.js';
 import { selection } from '../model/selection.js';
 import './lab-answer.js';
 import './lab-copy.js';
 import { shared } from './style.js';
 
-const methods: Method[] = ['GET', 'PUT', 'POST', 'DELETE'];
+const names = ['Options', 'Parameters', 'Query', 'Body'];
+const hints = ['', '', '{"range":true}', '60'];
 
-/** A request as it is written: nothing is checked or completed, so what is wrong can be tried, too. */
+/** The four texts that the plug-in gets: nothing is checked or completed, so what is wrong can be tried, too. */
 @customElement('lab-raw')
 export class LabRaw extends LitElement {
     private selection = selection.observedBy(this);
     @property({ attribute: false }) resource!: Resource;
     @property({ attribute: false }) address: Address = {};
-    @state() private method: Method = 'GET';
-    @state() private query = '';
-    @state() private body = '';
+    @state() private texts: string[] = [];
+    @state() private isSending = false;
+
+    connectedCallback(): void {
+        super.connectedCallback();
+        this.texts = ['{"method":"GET"}', JSON.stringify(this.address), '', ''];
+    }
 
     render() {
-        const request = this.request();
         return html`
-            <form @submit=${this.submit}>
-                <label
-                    ><span class="small soft">Method</span>
-                    <select
-                        name="method"
-                        @change=${(event: Event) => (this.method = (event.target as HTMLSelectElement).value as Method)}
-                    >
-                        ${methods.map((method) => html`<option>${method}</option>`)}
-                    </select></label
+            <form class="card stack" @submit=${this.submit}>
+                ${names.map((name, at) => this.field(name, at))}
+                <lab-copy .codes=${codesOfTexts(this.resource.name, this.texts)}
+                    ><button class="primary" ?disabled=${this.isSending}>Send</button></lab-copy
                 >
-                <label
-                    ><span class="small soft">Query, as in a URL or a JSON object</span>
-                    <textarea
-                        name="query"
-                        rows="2"
-                        placeholder="range"
-                        .value=${this.query}
-                        @input=${(event: Event) => (this.query = (event.target as HTMLTextAreaElement).value)}
-                    ></textarea>
-                </label>
-                <label
-                    ><span class="small soft">Body</span>
-                    <textarea
-                        name="body"
-                        rows="4"
-                        placeholder="60"
-                        .value=${this.body}
-                        @input=${(event: Event) => (this.body = (event.target as HTMLTextAreaElement).value)}
-                    ></textarea>
-                </label>
-                <p class="mono soft url">${request.method} ${urlOf(request)}</p>
-                <lab-copy .request=${request}><button class="primary">Send</button></lab-copy>
                 <lab-answer .answer=${this.selection.answer(this.place)}></lab-answer>
             </form>
         `;
+    }
+
+    private field(name: string, at: number) {
+        return html`<label
+            ><span class="small soft">${name}</span>
+            <textarea
+                rows=${name === 'Body' ? 4 : 2}
+                spellcheck="false"
+                placeholder=${hints[at]}
+                .value=${this.texts[at]}
+                @input=${({ target }: Event) =>
+                    (this.texts = this.texts.with(at, (target as HTMLTextAreaElement).value))}
+            ></textarea>
+        </label>`;
     }
 
     private get place(): string {
         return `${this.resource.name} raw`;
     }
 
-    private request(): Request {
-        const { resource, address, method, query, body } = this;
-        return { resource: resource.name, address, method, query: query.trim(), body };
-    }
-
-    private submit(event: SubmitEvent): void {
+    private async submit(event: SubmitEvent): Promise<void> {
         event.preventDefault();
-        void selection.ask(this.place, this.request());
+        this.isSending = true;
+        await selection.askRaw(this.place, this.resource.name, this.texts);
+        this.isSending = false;
     }
 
     static styles = [
         shared,
         css`
-            form {
-                display: flex;
-                flex-direction: column;
-                gap: 8px;
-                padding: 10px;
-                background: var(--surface);
-                border: 1px solid var(--line);
-                border-radius: var(--radius);
-            }
             label {
                 display: grid;
-                justify-items: start;
-            }
-            .url {
-                overflow-wrap: anywhere;
             }
         `,
     ];

@@ -22,14 +22,14 @@ export class LabResource extends LitElement {
         const { chosen } = this.world;
         const supports = this.selection.supports(resource);
         return html`
-            <section aria-labelledby="title">
+            <section class="stack" aria-labelledby="title">
                 <div class="line">
                     <h2 id="title">${resource.name}</h2>
                     ${
                         supports === undefined
                             ? nothing
                             : html`<span class="small ${supports ? 'good' : 'bad'}"
-                                  >${supports ? '✓ supported' : '– not supported'} by this monitor</span
+                                  >${supports ? '✓ supported' : '– not supported'}</span
                               >`
                     }
                     <a class="push small" href=${referenceOf(resource)} target="_blank">Reference</a>
@@ -111,9 +111,6 @@ export class LabResource extends LitElement {
         shared,
         css`
             section {
-                display: flex;
-                flex-direction: column;
-                gap: 8px;
                 padding: 12px;
             }
             h2 {

@@ -2,6 +2,7 @@ import { LitElement, css, html, nothing } from 'lit';
 import { customElement, state } from 'lit/decorators.js';
 import { byTopic, resources, type Resource } from '../model/catalogue.js';
 import { selection } from '../model/selection.js';
+import { monitorOf } from '../model/timeline.js';
 import { world } from '../model/world.js';
 import './lab-resource.js';
 import { shared } from './style.js';
@@ -21,9 +22,13 @@ export class LabResources extends LitElement {
             const text = [name, ...aliases, topic, about].join(' ').toLowerCase();
             return words.every((word) => text.includes(word));
         });
-        const { toAsk } = this.selection;
+        const topics = byTopic(found);
+        const listed = topics.flatMap(([, members]) => members);
+        const reached = listed.includes(this.selection.resource) ? this.selection.resource : listed[0];
+        const { toAsk, unreachable } = this.selection;
+        const { chosen } = this.world;
         return html`
-            <div class="list">
+            <div class="list stack">
                 <h2>Resources</h2>
                 <input
                     type="search"
@@ -34,16 +39,21 @@ export class LabResources extends LitElement {
                 <button
                     class="small"
                     title="Asks the chosen monitor, resource by resource"
-                    ?disabled=${toAsk > 0 || !this.world.chosen}
+                    ?disabled=${toAsk > 0 || !chosen}
                     @click=${() => selection.askAll()}
                 >
                     ${toAsk ? `${toAsk} to ask` : 'Which does it support?'}
                 </button>
-                <div class="topics" role="group" aria-label="Resources by topic">
-                    ${byTopic(found).map(
+                ${
+                    chosen && unreachable === monitorOf(chosen)
+                        ? html`<p class="small bad" role="alert">${unreachable} cannot be reached.</p>`
+                        : nothing
+                }
+                <div class="topics" role="group" aria-label="Resources by topic" @keydown=${this.move}>
+                    ${topics.map(
                         ([topic, members]) => html`
                             <h3>${topic}</h3>
-                            ${members.map((resource) => this.item(resource))}
+                            ${members.map((resource) => this.item(resource, resource === reached))}
                         `,
                     )}
                     ${found.length ? nothing : html`<p class="soft">No resource has this in its name or description.</p>`}
@@ -53,7 +63,7 @@ export class LabResources extends LitElement {
         `;
     }
 
-    private item(resource: Resource) {
+    private item(resource: Resource, isReached: boolean) {
         const isChosen = resource === this.selection.resource;
         const supports = this.selection.supports(resource);
         const [mark, title] =
@@ -61,6 +71,8 @@ export class LabResources extends LitElement {
         return html`<button
             class="item ${supports === false ? 'lacking' : ''}"
             aria-current=${isChosen ? 'true' : 'false'}
+            title=${resource.name}
+            tabindex=${isReached ? 0 : -1}
             @click=${() => this.choose(resource)}
         >
             <span class="text">${resource.name}</span>
@@ -71,6 +83,21 @@ export class LabResources extends LitElement {
                     : nothing
             }
         </button>`;
+    }
+
+    /** The arrow keys walk through the list, so that it is one stop for the tabulator. */
+    private move(event: KeyboardEvent): void {
+        const items = [...this.renderRoot.querySelectorAll<HTMLElement>('.item')];
+        const at = items.indexOf(event.target as HTMLElement);
+        const targets: Record<string, number> = {
+            ArrowUp: at - 1,
+            ArrowDown: at + 1,
+            Home: 0,
+            End: items.length - 1,
+        };
+        if (!(event.key in targets)) return;
+        event.preventDefault();
+        items[targets[event.key]]?.focus();
     }
 
     private async choose(resource: Resource): Promise<void> {
@@ -91,14 +118,10 @@ export class LabResources extends LitElement {
             .list {
                 width: 190px;
                 flex: none;
-                display: flex;
-                flex-direction: column;
-                gap: 8px;
                 padding: 12px 0 0 12px;
                 border-right: 1px solid var(--line);
             }
-            .list > input,
-            .list > button {
+            .list > :not(.topics) {
                 margin-right: 12px;
             }
             .topics {
@@ -121,6 +144,9 @@ export class LabResources extends LitElement {
                 background: none;
                 text-align: left;
                 font-size: 13px;
+            }
+            .item:focus-visible {
+                outline-offset: -2px;
             }
             .item[aria-current='true'] {
                 background: var(--accent-soft);

@@ -1,7 +1,7 @@
 import { LitElement, css, html, nothing } from 'lit';
 import { customElement, property, state } from 'lit/decorators.js';
 import type { Resource, Row, Schema } from '../model/catalogue.js';
-import { parse, writeQuery, type Address, type Request } from '../model/request.js';
+import { codesOf, parse, writeQuery, type Address, type Request } from '../model/request.js';
 import { selection } from '../model/selection.js';
 import './lab-answer.js';
 import './lab-copy.js';
@@ -24,7 +24,8 @@ export class LabRow extends LitElement {
 
     connectedCallback(): void {
         super.connectedCallback();
-        const { example, query, body } = this.row;
+        const { query, body } = this.row;
+        const example = filled(this.row.example);
         for (const [name, { schema, optional }] of Object.entries(query)) {
             const value = example?.query[name] ?? schema?.const ?? schema?.enum?.[0];
             if (schema && !optional) this.query[name] = value === undefined ? '' : fieldText(value, schema);
@@ -43,8 +44,8 @@ export class LabRow extends LitElement {
         const inBody = body && members(body);
         const what = this.what();
         return html`
-            <form @submit=${this.submit}>
-                <lab-copy .request=${this.request()}>
+            <form class="card" @submit=${this.submit}>
+                <lab-copy .codes=${codesOf(this.request())}>
                     <button class="send" ?disabled=${this.isSending}>${method}</button>
                     ${what ? html`<span class="mono what">${what}</span>` : nothing}
                     ${needs ? html`<span class="small soft">needs ${needs}</span>` : nothing}
@@ -131,14 +132,8 @@ export class LabRow extends LitElement {
     static styles = [
         shared,
         css`
-            form {
-                padding: 8px 10px;
-                background: var(--surface);
-                border: 1px solid var(--line);
-                border-radius: var(--radius);
-            }
             .send {
-                min-width: 4.5rem;
+                min-width: 3.6rem;
                 border-color: var(--accent);
                 color: var(--accent);
                 font-weight: 600;
@@ -149,12 +144,22 @@ export class LabRow extends LitElement {
             }
             .fields {
                 margin-top: 6px;
-                display: flex;
-                flex-wrap: wrap;
+                display: grid;
+                grid-template-columns: repeat(auto-fill, minmax(120px, 1fr));
+                align-items: end;
                 gap: 6px 10px;
             }
         `,
     ];
+}
+
+/** With a package and what was opened in the place of the example's own. */
+function filled(example: Row['example']): Row['example'] {
+    if (!example) return undefined;
+    const text = JSON.stringify(example).replace(/"\$(\w+)"/g, (_, name) =>
+        JSON.stringify(name === 'package' ? 'new.dfw' : selection.fileId),
+    );
+    return JSON.parse(text) as Row['example'];
 }
 
 /** The members of an object that are fields of their own; undefined where one field takes the whole value. */
@@ -163,7 +168,7 @@ function members({ type, properties }: Schema): Record<string, Schema> | undefin
 }
 
 function fieldText(value: unknown, schema: Schema): string {
-    return schema.type === 'string' && typeof value === 'string' && value ? value : JSON.stringify(value);
+    return schema.type === 'string' && typeof value === 'string' ? value : JSON.stringify(value);
 }
 
 /** What is no JSON is taken as a text, so that wrong values can be tried as well. */

@@ -1,12 +1,15 @@
-import { LitElement, css, html, nothing } from 'lit';
+import { LitElement, css, html, nothing, type PropertyValues } from 'lit';
 import { customElement, state } from 'lit/decorators.js';
+import { resultText } from '../model/catalogue.js';
+import { readQuery, writeQuery } from '../model/request.js';
 import { isFailure, matches, monitorOf, timeline, type Entry, type Filter } from '../model/timeline.js';
 import './lab-exchange.js';
 import { shared } from './style.js';
 import { clockText, durationText } from './text.js';
 
-/** Pixels. All lines are alike, so that only those in sight need be drawn. */
-const lineHeight = 26;
+/** Pixels. All lines are alike, so that only those in sight need be drawn; in a narrow place, each has two rows. */
+const lineHeights = { wide: 26, narrow: 42 };
+const narrowWidth = 600;
 
 /** Every request of whatever page as a line, the newest last. */
 @customElement('lab-timeline')
@@ -15,14 +18,17 @@ export class LabTimeline extends LitElement {
     @state() private filter: Filter = { text: '', monitor: '', failuresOnly: false, othersOnly: false };
     @state() private opened?: Entry;
     @state() private top = 0;
+    @state() private redacts = false;
+    @state() private lineHeight = lineHeights.wide;
     private shown: Entry[] = [];
     private height = 600;
     /** Whether the newest line is kept in sight. */
     private follows = true;
     private resized = new ResizeObserver(() => {
-        const height = this.list?.clientHeight ?? 0;
-        if (height === this.height) return;
-        this.height = height;
+        const { clientHeight = 0, clientWidth = 0 } = this.list ?? {};
+        this.lineHeight = clientWidth < narrowWidth ? lineHeights.narrow : lineHeights.wide;
+        if (clientHeight === this.height) return;
+        this.height = clientHeight;
         this.requestUpdate();
     });
 
@@ -38,15 +44,18 @@ export class LabTimeline extends LitElement {
         this.shown = this.timeline.entries.filter((entry) => matches(entry, this.filter));
     }
 
-    protected updated(): void {
-        if (this.follows && this.list) this.list.scrollTop = this.shown.length * lineHeight;
+    protected updated(changes: PropertyValues): void {
+        if (this.follows) this.list!.scrollTop = this.shown.length * this.lineHeight;
+        // What is opened takes room from the lines.
+        else if (this.opened && ['opened', 'lineHeight'].some((name) => changes.has(name)))
+            this.reveal(this.shown.indexOf(this.opened));
     }
 
     render() {
         const { entries, recording, problem, hasLost, isConnected } = this.timeline;
         return html`
             <section aria-labelledby="title">
-                <div class="line">
+                <div class="line compact">
                     <h2 id="title">Timeline</h2>
                     <span class="soft small count"
                         >${
@@ -56,13 +65,24 @@ export class LabTimeline extends LitElement {
                         }
                         lines</span
                     >
-                    <div class="line push">
-                        <button ?hidden=${!!recording} @click=${() => timeline.clear()}>Clear</button>
-                        <a class="button" href="api/recording" download="recording.jsonl">Save recording</a>
-                        <button @click=${() => this.renderRoot.querySelector<HTMLInputElement>('[type=file]')!.click()}>
-                            Open recording
+                    <button ?hidden=${!!recording} @click=${() => timeline.clear()}>Clear</button>
+                    <div class="line push" role="group" aria-label="Recording">
+                        <span class="soft small">Recording</span>
+                        <button
+                            aria-label="Open recording"
+                            @click=${() => this.renderRoot.querySelector<HTMLInputElement>('[type=file]')!.click()}
+                        >
+                            Open
                         </button>
                         <input type="file" accept=".jsonl" hidden aria-label="Recording" @change=${this.load} />
+                        <a
+                            class="button"
+                            aria-label="Save recording"
+                            href="api/recording${this.redacts ? '?redact' : ''}"
+                            download="recording.jsonl"
+                            >Save</a
+                        >
+                        ${this.check('redact serials', (redacts) => (this.redacts = redacts))}
                     </div>
                 </div>
                 ${this.filters()} ${problem ? html`<p class="notice bad" role="alert">${problem}</p>` : nothing}
@@ -92,14 +112,15 @@ export class LabTimeline extends LitElement {
 
     private filters() {
         const set = (change: Partial<Filter>) => (this.filter = { ...this.filter, ...change });
-        const monitors = [...new Set(this.timeline.entries.map(monitorOf))].filter(Boolean).sort();
+        const known = [...this.timeline.entries.map(monitorOf), this.filter.monitor];
+        const monitors = [...new Set(known)].filter(Boolean).sort();
         return html`
-            <div class="line small">
+            <div class="line small compact">
                 <input
                     type="search"
                     aria-label="Filter by resource"
                     placeholder="Resource"
-                    size="11"
+                    size="10"
                     @input=${(event: Event) => set({ text: (event.target as HTMLInputElement).value })}
                 />
                 <select
@@ -112,13 +133,13 @@ export class LabTimeline extends LitElement {
                     )}
                 </select>
                 ${this.check('Failures only', (failuresOnly) => set({ failuresOnly }))}
-                ${this.check("Without the lab's own", (othersOnly) => set({ othersOnly }))}
+                ${this.check("Hide the lab's own", (othersOnly) => set({ othersOnly }))}
             </div>
         `;
     }
 
     private check(label: string, set: (isChecked: boolean) => void) {
-        return html`<label
+        return html`<label class="small"
             ><input
                 type="checkbox"
                 @change=${(event: Event) => set((event.target as HTMLInputElement).checked)}
@@ -127,12 +148,15 @@ export class LabTimeline extends LitElement {
     }
 
     private lines() {
+        const { lineHeight } = this;
         const first = Math.max(0, Math.floor(this.top / lineHeight) - 8);
         const end = Math.min(this.shown.length, first + Math.ceil(this.height / lineHeight) + 16);
         const active = this.opened && this.shown.indexOf(this.opened);
         return html`
+            ${this.shown.length ? nothing : this.hint()}
             <div
-                class="lines"
+                class="lines ${lineHeight === lineHeights.narrow ? 'narrow' : ''}"
+                style="--line-height: ${lineHeight}px"
                 role="listbox"
                 tabindex="0"
                 aria-label="Requests"
@@ -146,23 +170,24 @@ export class LabTimeline extends LitElement {
                     </div>
                 </div>
             </div>
-            ${
-                this.shown.length
-                    ? nothing
-                    : html`<p class="soft empty">
-                          ${
-                              this.timeline.entries.length
-                                  ? 'Nothing fits the filter.'
-                                  : 'Nothing yet. Whatever a page asks appears here: press a button of a resource.'
-                          }
-                      </p>`
-            }
         `;
+    }
+
+    private hint() {
+        return html`<p class="notice soft">
+            ${
+                this.timeline.entries.length
+                    ? 'Nothing fits the filter.'
+                    : html`Nothing yet. Press a button of a resource, or open <a href="/" target="_blank">your page</a>:
+                          whatever it asks appears here, down to the calls of the companion libraries.`
+            }
+        </p>`;
     }
 
     private line(entry: Entry, at: number) {
         const { time, method, resource, simulate, status, milliseconds } = entry;
         const hasFailed = isFailure(entry);
+        const given = givenText(entry);
         return html`<div
             id="line-${at}"
             role="option"
@@ -172,19 +197,22 @@ export class LabTimeline extends LitElement {
             aria-posinset=${at + 1}
             @click=${() => this.open(entry)}
         >
-            <span class="time soft">${clockText(time)}</span>
+            <span class="time soft" title=${clockText(time)}>${clockText(time).slice(0, -4)}</span>
             ${
                 simulate
-                    ? html`<span class="what">⚙ <b>${simulate.simulate}</b> ${simulateText(simulate)}</span>`
-                    : html`<span class="what"
-                          ><span class="method">${method}</span> <b>${resource}</b>
-                          <span class="soft">${monitorOf(entry)} ${givenText(entry)}</span></span
+                    ? html`<span class="what" title=${simulateText(simulate)}
+                          >⚙ <b>${simulate.simulate}</b><span>${simulateText(simulate)}</span></span
+                      >`
+                    : html`<span class="what" title="${method} ${resource} ${given}"
+                          ><span class="method">${method}</span> <b>${resource}</b
+                          ><span class="given">${given}</span></span
                       >`
             }
-            <span class=${status === undefined ? 'soft' : hasFailed ? 'bad' : 'good'}
-                >${simulate ? '' : (status ?? 'runs…')}${hasFailed ? ' ✗' : ''}</span
+            <span class="monitor soft">${monitorOf(entry)}</span>
+            <span class="status ${status === undefined ? 'soft' : hasFailed ? 'bad' : 'good'}"
+                >${simulate ? '' : (status ?? 'runs…')}</span
             >
-            <span class="time duration">${milliseconds === undefined ? '' : durationText(milliseconds)}</span>
+            <span class="duration">${milliseconds === undefined ? '' : durationText(milliseconds)}</span>
         </div>`;
     }
 
@@ -194,20 +222,21 @@ export class LabTimeline extends LitElement {
     }
 
     private close(): void {
+        this.follows = this.opened === this.shown.at(-1);
         this.opened = undefined;
         this.list!.focus();
     }
 
     private scrolled(event: Event): void {
         const { scrollTop, scrollHeight, clientHeight } = event.target as HTMLElement;
-        this.follows = scrollTop + clientHeight >= scrollHeight - lineHeight;
+        this.follows = !this.opened && scrollTop + clientHeight >= scrollHeight - this.lineHeight;
         this.top = scrollTop;
     }
 
     private key(event: KeyboardEvent): void {
         const at = this.opened ? this.shown.indexOf(this.opened) : this.shown.length;
         const last = this.shown.length - 1;
-        const page = Math.floor(this.height / lineHeight);
+        const page = Math.floor(this.height / this.lineHeight);
         const targets: Record<string, number> = {
             ArrowUp: at - 1,
             ArrowDown: at + 1,
@@ -221,9 +250,13 @@ export class LabTimeline extends LitElement {
         event.preventDefault();
         const target = Math.min(last, Math.max(0, targets[event.key]));
         this.open(this.shown[target]);
+    }
+
+    private reveal(at: number): void {
         const list = this.list!;
-        if (target * lineHeight < list.scrollTop) list.scrollTop = target * lineHeight;
-        const bottom = (target + 1) * lineHeight - list.clientHeight;
+        const { lineHeight } = this;
+        if (at * lineHeight < list.scrollTop) list.scrollTop = at * lineHeight;
+        const bottom = (at + 1) * lineHeight - list.clientHeight;
         if (bottom > list.scrollTop) list.scrollTop = bottom;
     }
 
@@ -254,24 +287,6 @@ export class LabTimeline extends LitElement {
             section > :not(.lines, lab-exchange) {
                 margin: 0 12px;
             }
-            .line button,
-            .button {
-                font-size: 12px;
-                min-height: 26px;
-                padding: 2px 8px;
-            }
-            .button {
-                border: 1px solid var(--control-line);
-                border-radius: var(--radius);
-                background: var(--surface);
-                color: inherit;
-                text-decoration: none;
-                cursor: pointer;
-                line-height: 20px;
-            }
-            .button:hover {
-                background: var(--accent-soft);
-            }
             .lines {
                 flex: 1 1 10rem;
                 min-height: 6rem;
@@ -286,15 +301,12 @@ export class LabTimeline extends LitElement {
             select {
                 max-width: 8.5rem;
             }
-            .empty {
-                padding-bottom: 12px;
-            }
             .entry {
                 display: grid;
-                grid-template-columns: 86px minmax(0, 1fr) auto 62px;
-                gap: 8px;
+                grid-template: 'time what monitor status duration' 1fr / 54px minmax(0, 1fr) auto 36px 54px;
+                column-gap: 8px;
                 align-items: center;
-                height: ${lineHeight}px;
+                height: var(--line-height);
                 padding: 0 12px;
                 border-bottom: 1px solid var(--line);
                 cursor: pointer;
@@ -311,15 +323,47 @@ export class LabTimeline extends LitElement {
                 background: var(--accent-soft);
                 box-shadow: inset 3px 0 var(--accent);
             }
-            .time {
+            .narrow .entry {
+                grid-template: 'what what status' 1fr 'time monitor duration' 1fr / 54px minmax(0, 1fr) auto;
+                padding-block: 3px;
+            }
+            .time,
+            .monitor,
+            .duration {
                 font-size: 12px;
             }
+            .time {
+                grid-area: time;
+            }
+            .monitor {
+                grid-area: monitor;
+            }
+            .status {
+                grid-area: status;
+                text-align: right;
+            }
             .duration {
+                grid-area: duration;
                 text-align: right;
             }
             .what {
+                grid-area: what;
+                display: flex;
+                gap: 5px;
+                align-items: baseline;
+                min-width: 0;
+            }
+            .what > * {
                 overflow: hidden;
                 text-overflow: ellipsis;
+            }
+            .method {
+                flex: none;
+            }
+            /* A long name gives way to what is asked. */
+            .given {
+                flex-shrink: 0;
+                max-width: 50%;
             }
             .method {
                 font-size: 11px;
@@ -336,11 +380,15 @@ export class LabTimeline extends LitElement {
 }
 
 function simulateText({ simulate: _, ...rest }: Record<string, unknown>): string {
-    return Object.values(rest).map(String).join(' ');
+    return Object.entries(rest)
+        .map(([name, value]) => (name === 'result' ? resultText(value) : String(value)))
+        .join(' ');
 }
 
-/** The query and the body, as far as there is room. */
+/** The query as in a URL, and the body. */
 function givenText({ texts }: Entry): string {
-    const given = [texts?.[2], texts?.[3]].filter((text) => text && text !== '{}');
-    return given.join(' ').slice(0, 80);
+    const [query, body] = [texts?.[2] ?? '', texts?.[3] ?? ''];
+    const written = writeQuery(readQuery(query));
+    const asked = written || query.replace('{}', '');
+    return [asked && `?${asked}`, body.slice(0, 80)].filter(Boolean).join(' ');
 }

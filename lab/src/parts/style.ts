@@ -1,4 +1,4 @@
-// What the components share: controls, tables, headings.
+// What the components share: controls, headings, the ways to place them.
 import { css } from 'lit';
 
 export const shared = css`
@@ -27,6 +27,7 @@ export const shared = css`
         color: var(--accent);
     }
     button,
+    .button,
     input,
     select,
     textarea {
@@ -39,11 +40,18 @@ export const shared = css`
         min-height: 28px;
         max-width: 100%;
     }
-    button {
+    button,
+    .button {
         cursor: pointer;
         white-space: nowrap;
+        text-decoration: none;
     }
-    button:hover:not(:disabled) {
+    .button {
+        display: inline-flex;
+        align-items: center;
+    }
+    button:hover:not(:disabled),
+    .button:hover {
         background: var(--accent-soft);
     }
     button.primary {
@@ -109,6 +117,26 @@ export const shared = css`
     }
     .bad {
         color: var(--bad);
+    }
+    .compact button,
+    .compact .button,
+    .compact input:not([type='checkbox'], [type='radio']),
+    .compact select,
+    button.plain {
+        font-size: 12px;
+        min-height: 26px;
+        padding: 2px 7px;
+    }
+    .stack {
+        display: flex;
+        flex-direction: column;
+        gap: 8px;
+    }
+    .card {
+        padding: 8px 10px;
+        background: var(--surface);
+        border: 1px solid var(--line);
+        border-radius: var(--radius);
     }
     .line {
         display: flex;

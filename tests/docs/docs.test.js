@@ -1,0 +1,173 @@
+// The documentation as a site, in a browser, from the file system.
+import assert from 'node:assert/strict';
+import { spawnSync } from 'node:child_process';
+import fs from 'node:fs';
+import path from 'node:path';
+import { after, before, test } from 'node:test';
+import { fileURLToPath, pathToFileURL } from 'node:url';
+import { openBrowser, seriousFindings } from '../lab/support.js';
+
+const work = path.resolve('build/docs-test');
+const site = `${work}/site`;
+const copy = `${work}/another folder`;
+let browser;
+
+function build(root, target) {
+    return spawnSync('node', [path.join(root, 'docs/site/build.js'), target], { encoding: 'utf8', cwd: work });
+}
+const filesOf = (folder) =>
+    fs
+        .readdirSync(folder, { recursive: true })
+        .filter((name) => fs.statSync(path.join(folder, name)).isFile())
+        .sort();
+
+before(async () => {
+    fs.rmSync(work, { recursive: true, force: true });
+    fs.mkdirSync(copy, { recursive: true });
+    const { status, stderr } = build(path.resolve('.'), site);
+    assert.equal(stderr, '');
+    assert.equal(status, 0);
+    for (const name of fs.readdirSync('.'))
+        if (!['.git', 'build', 'node_modules'].includes(name)) fs.cpSync(name, `${copy}/${name}`, { recursive: true });
+    browser = await openBrowser();
+});
+after(() => browser?.close());
+
+const addressOf = (name) => pathToFileURL(path.join(site, name)).href;
+
+/** Opens pages of the site one after another. They ask nothing but files of the site, and run without an error. */
+async function withPages(names, options, use) {
+    const context = await browser.newContext({ viewport: { width: 1280, height: 800 }, ...options });
+    const page = await context.newPage();
+    const problems = [];
+    page.setDefaultTimeout(30_000);
+    page.on('pageerror', (error) => problems.push(`${page.url()}: ${error}`));
+    page.on('requestfailed', (request) => problems.push(`${page.url()} lacks ${request.url()}`));
+    page.on('request', (request) => {
+        if (!request.url().startsWith(addressOf('.')) && !request.url().startsWith('data:'))
+            problems.push(`${page.url()} asks ${request.url()}`);
+    });
+    for (const name of names) {
+        await page.goto(addressOf(name));
+        await use(page, name);
+    }
+    assert.deepEqual(problems, []);
+    await context.close();
+}
+const pages = () => filesOf(site).filter((name) => name.endsWith('.html'));
+
+test('it has the same bytes when it is built in another folder', () => {
+    assert.equal(build(copy, `${copy}/build/docs`).status, 0);
+    assert.deepEqual(filesOf(`${copy}/build/docs`), filesOf(site));
+    for (const name of filesOf(site))
+        assert.ok(fs.readFileSync(`${site}/${name}`).equals(fs.readFileSync(`${copy}/build/docs/${name}`)), name);
+});
+
+test('links that lead nowhere, and pages that nothing links to, fail the build', () => {
+    fs.appendFileSync(`${copy}/docs/json.md`, '[1](nowhere.md) [2](lab.md#nothing) [3](#nothing) ![4](nowhere.png)');
+    fs.writeFileSync(`${copy}/docs/stranger.md`, '# A stranger');
+    const { status, stderr } = build(copy, `${work}/broken`);
+    assert.equal(status, 1);
+    assert.deepEqual(stderr.trim().split('\n'), [
+        'docs/index.md does not link to docs/stranger.md',
+        'docs/json.md: there is no docs/nowhere.md',
+        'docs/json.md: docs/lab.md has no heading #nothing',
+        'docs/json.md: docs/json.md has no heading #nothing',
+        'docs/json.md: there is no docs/nowhere.png',
+    ]);
+});
+
+test('every link and anchor of every page leads somewhere', async () => {
+    const ids = new Map();
+    const links = [];
+    await withPages(pages(), {}, async (page, name) => {
+        const found = await page.evaluate(() => ({
+            ids: [...document.querySelectorAll('[id]')].map(({ id }) => id),
+            links: [...document.links].map(({ href }) => href),
+            broken: [...document.images].filter((image) => !image.naturalWidth).map(({ src }) => src),
+        }));
+        assert.deepEqual(found.broken, []);
+        assert.equal(new Set(found.ids).size, found.ids.length, `${name} has an identifier twice`);
+        ids.set(path.join(site, name), new Set(found.ids));
+        links.push(...found.links.map((link) => [name, new URL(link)]));
+    });
+    assert.ok(links.length > 1000);
+    for (const [name, link] of links) {
+        if (link.protocol !== 'file:') continue;
+        const file = fileURLToPath(link);
+        assert.ok(file.startsWith(site) && fs.existsSync(file), `${name}: ${link}`);
+        if (link.hash) assert.ok(ids.get(file).has(link.hash.slice(1)), `${name}: ${link}`);
+    }
+});
+
+// These are long, and made of the same parts as the page on firmware.
+const longPages = ['picture', 'device', 'selfcalibration'].map((family) => `resources/${family}.html`);
+
+for (const [width, colorScheme] of [
+    [1280, 'light'],
+    [400, 'dark'],
+])
+    test(`every page is accessible, ${width} pixels wide, ${colorScheme}`, async () => {
+        const findings = [];
+        await withPages(pages(), { viewport: { width, height: 800 }, colorScheme }, async (page, name) => {
+            if (!longPages.includes(name))
+                findings.push(...(await seriousFindings(page)).map((finding) => `${name}: ${finding}`));
+            const wide = await page.evaluate(() => document.documentElement.scrollWidth);
+            if (wide > width) findings.push(`${name} is ${wide} pixels wide`);
+        });
+        assert.deepEqual(findings, []);
+    });
+
+test('the search finds resources, their members and messages, with the keyboard alone', async () => {
+    const results = (page) => page.getByRole('option');
+    for (const [text, heading] of [
+        ['SelfQCCalibrationTarget', 'SelfQCCalibrationTarget'],
+        ['recalibration', 'SelfQCRecalibrationForGrayScaleCheckError'],
+        ['transferredBlock', 'Events'],
+        ['Set brightness percentage.', 'Brightness'],
+        ['0x8000000A', 'Codes of a DmError'],
+        ['libdmc does not have a requested function', 'Kinds of errors'],
+        ['brigthness', 'Brightness'],
+        ['--redact', 'Recordings'],
+    ])
+        await withPages(['resources/errors.html'], {}, async (page) => {
+            await page.keyboard.press('/');
+            await page.keyboard.type(text);
+            await results(page).first().waitFor();
+            const headings = await results(page).locator('.heading').allInnerTexts();
+            assert.ok(headings.slice(0, 3).includes(heading), `${text}: ${headings.slice(0, 3)}`);
+            for (let step = headings.indexOf(heading); step > 0; --step) await page.keyboard.press('ArrowDown');
+            await page.keyboard.press('Enter');
+            const id = heading.toLowerCase().replaceAll(' ', '-');
+            await page.waitForURL((url) => url.hash === `#${id}`);
+            await page.locator(`article #${id}`).waitFor();
+            assert.equal(await results(page).count(), 0);
+        });
+    await withPages(['index.html'], {}, async (page) => {
+        await page.getByRole('combobox').fill('xylophone');
+        await page.getByText('No section has this').waitFor();
+        await page.keyboard.press('Escape');
+        await page.getByText('No section has this').waitFor({ state: 'hidden' });
+    });
+});
+
+test('the theme stays, code is copied, what scrolls takes the focus, the menu opens on a narrow screen', async () => {
+    const narrow = { viewport: { width: 400, height: 800 }, permissions: ['clipboard-read', 'clipboard-write'] };
+    await withPages(['client.html'], narrow, async (page) => {
+        const background = () => page.evaluate(() => getComputedStyle(document.body).backgroundColor);
+        const light = await background();
+        await page.getByRole('button', { name: 'Auto colours' }).click();
+        await page.getByRole('button', { name: 'Light colours' }).click();
+        const dark = await background();
+        assert.notEqual(dark, light);
+        await page.getByRole('button', { name: 'Copy' }).first().click();
+        assert.match(await page.evaluate(() => navigator.clipboard.readText()), /^scripts\/client .*\n/);
+        assert.equal(await page.locator('pre').first().getAttribute('tabindex'), '0');
+
+        assert.equal(await page.getByRole('link', { name: 'Errors', exact: true }).isVisible(), false);
+        await page.getByRole('button', { name: 'Pages' }).click();
+        await page.getByRole('navigation').getByRole('link', { name: 'Errors', exact: true }).click();
+        await page.getByRole('heading', { name: 'Errors', exact: true }).waitFor();
+        assert.equal(await background(), dark);
+    });
+});

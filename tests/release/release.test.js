@@ -1,0 +1,244 @@
+// The archives of a release, unpacked in a folder of their own and used under Wine.
+import assert from 'node:assert/strict';
+import { execFileSync, spawn, spawnSync } from 'node:child_process';
+import crypto from 'node:crypto';
+import fs from 'node:fs';
+import os from 'node:os';
+import path from 'node:path';
+import readline from 'node:readline';
+import { after, test } from 'node:test';
+import { Validator } from '@seriousme/openapi-schema-validator';
+import { readTable } from '../../catalogue/tools/source.js';
+
+const { version } = JSON.parse(fs.readFileSync('client/package.json', 'utf8'));
+const name = `libpell-${version}-windows-x64`;
+const folder = fs.mkdtempSync(path.join(os.tmpdir(), 'Größe 1 '));
+after(() => fs.rmSync(folder, { recursive: true }));
+execFileSync('unzip', ['-q', path.resolve(`dist/${name}.zip`), '-d', folder], { env: { ...process.env, LC_ALL: 'C' } });
+const root = path.join(folder, name);
+const files = fs
+    .readdirSync(root, { recursive: true })
+    .filter((file) => fs.statSync(path.join(root, file)).isFile())
+    .sort();
+const read = (file) => fs.readFileSync(path.join(root, file));
+const wine = path.resolve('scripts/wine');
+const pellhost = (...args) => [wine, [path.join(root, 'pellhost/pellhost.exe'), ...args]];
+const run = (command, args, options) => execFileSync(command, args, { encoding: 'utf8', cwd: root, ...options });
+
+const programs =
+    'pellhost.exe libpell.dll pell_simulator.dll libdmc_x64.dll libcolour_x64.dll QtWebKitBridgeHelper.dll ' +
+    'libstdc++-6.dll libgcc_s_seh-1.dll libwinpthread-1.dll';
+const expected = {
+    '': 'README.txt CHANGELOG.md BUILD.txt SHA256SUMS sbom.json',
+    bin: 'libpell.dll libpell.dll.debug',
+    include: 'libpell.h',
+    lib: 'libpell.def libpell.lib libpell.dll.a',
+    'lib/cmake/libpell': 'libpellConfig.cmake libpellConfigVersion.cmake',
+    catalogue: 'catalogue.json openapi.json',
+    pellhost: `${programs} libfwupdate_x64.dll libPlugin_x64.dll`,
+    'pellhost/exports': 'libscrivo2_x64.dll',
+    'pellhost-minimal': programs,
+};
+/** Folders whose files are all of some kinds. */
+const kinds = {
+    'catalogue/schemas': /\.json$/,
+    docs: /\.(html|css|js|png|json)$/,
+    examples: /\.(html|css|js|c|h|txt|md)$/,
+    licenses: /\.txt$/,
+    'pellhost/lab': /\.(html|css|js)$|^client\//,
+    'pellhost/scenarios': /\.json$/,
+};
+
+test('it has what it should have, and nothing else', () => {
+    const known = new Set(
+        Object.entries(expected).flatMap(([at, names]) => names.split(' ').map((one) => path.join(at, one))),
+    );
+    const others = files.filter((file) => !known.delete(file));
+    assert.deepEqual([...known], []);
+    for (const [at, kind] of Object.entries(kinds)) {
+        const own = others.filter((file) => file.startsWith(`${at}/`)).map((file) => file.slice(at.length + 1));
+        assert.ok(own.length > 0, `${at} is empty`);
+        assert.deepEqual(
+            own.filter((file) => !kind.test(file)),
+            [],
+            at,
+        );
+    }
+    assert.deepEqual(
+        others.filter((file) => !Object.keys(kinds).some((at) => file.startsWith(`${at}/`))),
+        [],
+    );
+    for (const page of ['docs/index.html', 'pellhost/lab/index.html', 'pellhost/lab/reference/index.html'])
+        assert.ok(files.includes(page), page);
+});
+
+test('the sums are those of all files', () => {
+    const sums = new Set(read('SHA256SUMS').toString().trimEnd().split('\n'));
+    const sumOf = (file) => crypto.createHash('sha256').update(read(file)).digest('hex');
+    const others = files.filter((file) => file !== 'SHA256SUMS' && !sums.delete(`${sumOf(file)}  ${file}`));
+    assert.deepEqual({ withoutSum: others, withoutFile: [...sums] }, { withoutSum: [], withoutFile: [] });
+});
+
+test('nothing tells where it was built', () => {
+    const places = [process.cwd(), os.homedir() + path.sep, os.tmpdir() + path.sep, fs.realpathSync('build')];
+    const ours = files.filter((file) => !file.startsWith('licenses/'));
+    const found = ours.flatMap((file) =>
+        places.filter((place) => read(file).includes(place)).map((one) => [file, one]),
+    );
+    assert.deepEqual(found, []);
+});
+
+test('it is of one version', () => {
+    const texts = { 'README.txt': version, 'BUILD.txt': version, 'CHANGELOG.md': `## ${version},` };
+    for (const [file, text] of Object.entries(texts)) assert.ok(read(file).includes(text), file);
+    const inResource = Buffer.from(`ProductVersion\0${version}\0`, 'utf16le');
+    const resource = read('bin/libpell.dll').toString('utf16le').replace(/\0+/g, '\0');
+    assert.ok(Buffer.from(resource, 'utf16le').includes(inResource), 'the version of the DLL');
+    assert.deepEqual(read('pellhost/libpell.dll'), read('bin/libpell.dll'));
+});
+
+test('pellhost runs as it is', () => {
+    const monitors = JSON.parse(run(...pellhost('list', '--json')));
+    assert.ok(JSON.stringify(monitors).includes('TQ271-P'), JSON.stringify(monitors));
+    const fromFile = run(...pellhost('--scenario', 'pellhost/scenarios/built-in.json', 'list', '--json'));
+    assert.deepEqual(JSON.parse(fromFile), monitors);
+    assert.match(run(wine, [path.join(root, 'pellhost-minimal/pellhost.exe'), 'get', 'Brightness']), /50/);
+    const output = run(...pellhost('shell'), {
+        cwd: folder,
+        input: [
+            'get Brightness',
+            'put Brightness 61',
+            'get Brightness',
+            'firmware create "new ü.dfw" --product TQ271-P --version 2.1.0.3.7',
+            'firmware update "new ü.dfw"',
+            'get FirmwareUpdateVersion --json',
+        ].join('\n'),
+    });
+    assert.match(output, /50[^]*61[^]*100[^]*2\.1\.0\.3\.7/);
+    assert.ok(fs.existsSync(path.join(folder, 'new ü.dfw')));
+});
+
+test('pellhost serves the example page, the lab and the reference', async (t) => {
+    const server = spawn(...pellhost('serve', '--port', '0', '--json', '--page', 'examples/desk'), { cwd: root });
+    t.after(() => server.kill('SIGKILL'));
+    const { value } = await readline.createInterface({ input: server.stdout })[Symbol.asyncIterator]().next();
+    const { address } = JSON.parse(value);
+    for (const [place, text] of [
+        ['', 'Monitors on the desk'],
+        ['desk.js', 'libpell-client'],
+        ['lab/', 'lab.js'],
+        ['lab/reference/picture.html', 'Brightness'],
+        ['lab/client/index.js', 'Pell'],
+        ['pell/Monitors/TQ271-P/10000001/Brightness', '{"error":null,"value":50}'],
+    ]) {
+        const response = await fetch(address + place);
+        assert.equal(response.status, 200, place);
+        assert.ok((await response.text()).includes(text), place);
+    }
+});
+
+test('find_package gives what GCC and clang, for the MSVC ABI, link a host with', () => {
+    const source = path.join(folder, 'A host');
+    fs.mkdirSync(source);
+    fs.writeFileSync(
+        path.join(source, 'CMakeLists.txt'),
+        `cmake_minimum_required(VERSION 3.20)
+project(host LANGUAGES C)
+find_package(libpell ${version.replace(/\.\d+$/, '')} REQUIRED)
+add_executable(host host.c)
+target_link_libraries(host PRIVATE libpell::libpell)
+`,
+    );
+    fs.writeFileSync(
+        path.join(source, 'host.c'),
+        `#define LIBPELL_DECLARE_EXPORTS
+#include <libpell.h>
+int main(void) {
+    return Setup("", "", "", "") == 0 && Brightness("", "", "", "") != 0 ? 7 : 1;
+}
+`,
+    );
+    const compilers = {
+        gcc: ['-DCMAKE_C_COMPILER=x86_64-w64-mingw32-gcc-posix'],
+        // Without a C runtime, as there is none of the MSVC ABI here.
+        clang: [
+            '-DCMAKE_C_COMPILER=clang',
+            '-DCMAKE_C_COMPILER_TARGET=x86_64-pc-windows-msvc',
+            '-DCMAKE_TRY_COMPILE_TARGET_TYPE=STATIC_LIBRARY',
+            '-DCMAKE_MSVC_RUNTIME_LIBRARY=',
+            '-DCMAKE_C_STANDARD_LIBRARIES=',
+            '-DCMAKE_EXE_LINKER_FLAGS=-nostdlib -Wl,/entry:main',
+        ],
+    };
+    for (const [compiler, options] of Object.entries(compilers)) {
+        const build = path.join(folder, `Built by ${compiler}`);
+        const settings = ['-DCMAKE_SYSTEM_NAME=Windows', '-DCMAKE_BUILD_TYPE=Release', `-Dlibpell_ROOT=${root}`];
+        run('cmake', ['-G', 'Ninja', '-S', source, '-B', build, ...settings, ...options]);
+        run('cmake', ['--build', build]);
+        const host = path.join(root, 'pellhost', `${compiler}.exe`);
+        fs.copyFileSync(path.join(build, 'host.exe'), host);
+        assert.throws(() => run(wine, [host], { stdio: 'pipe' }), { status: 7 }, compiler);
+        fs.rmSync(host);
+    }
+});
+
+test('the example host builds and runs as its README says', () => {
+    const { status, stdout, stderr } = spawnSync('scripts/check-host', [root], { encoding: 'utf8' });
+    assert.equal(status, 0, stdout + stderr);
+});
+
+test('the catalogue is there as data', async () => {
+    const { valid, errors } = await new Validator().validate(JSON.parse(read('catalogue/openapi.json')));
+    assert.ok(valid, JSON.stringify(errors));
+    const resources = [...readTable().values()].filter(({ kind }) => kind === 'RESOURCE').map((row) => row.name);
+    const catalogue = JSON.parse(read('catalogue/catalogue.json'));
+    assert.deepEqual(Object.keys(catalogue.resources).sort(), resources.sort());
+    const schemas = fs.readdirSync(path.join(root, 'catalogue/schemas'));
+    for (const file of schemas) JSON.parse(read(`catalogue/schemas/${file}`));
+    assert.ok(schemas.includes('Brightness.json'));
+});
+
+test('the bill of materials names what is linked in, with versions and licences', () => {
+    const { components, dependencies } = JSON.parse(read('sbom.json'));
+    const byReference = new Map(components.map((component) => [component['bom-ref'], component]));
+    const linkedIn = (program) =>
+        dependencies
+            .find(({ ref }) => ref === program)
+            .dependsOn.map((reference) => byReference.get(reference).name)
+            .sort();
+    assert.deepEqual(linkedIn('bin/libpell.dll'), [
+        'g++-mingw-w64-x86-64-posix',
+        'gcc-mingw-w64-x86-64-posix',
+        'mingw-w64-common',
+        'mingw-w64-x86-64-dev',
+    ]);
+    for (const one of ['libboost1.81-dev', 'libcli11-dev', 'nlohmann-json3-dev'])
+        assert.ok(linkedIn('pellhost/pellhost.exe').includes(one), one);
+    for (const one of ['lit', 'lit-html']) assert.ok(linkedIn('pellhost/lab/lab.js').includes(one), one);
+    for (const component of components) {
+        if (component.type === 'file') {
+            const sum = crypto.createHash('sha256').update(read(component.name)).digest('hex');
+            assert.equal(component.hashes[0].content, sum);
+        } else {
+            assert.ok(component.version, component.name);
+            assert.ok(read(component.externalReferences[0].url).length > 100, component.name);
+        }
+    }
+});
+
+test('the client installs from its archive', () => {
+    const page = fs.mkdtempSync(path.join(folder, 'page '));
+    const archive = path.resolve(`dist/libpell-client-${version}.tgz`);
+    fs.writeFileSync(path.join(page, 'package.json'), '{"type": "module"}');
+    run('npm', ['install', '--offline', '--no-audit', '--no-fund', archive], { cwd: page, stdio: 'pipe' });
+    fs.writeFileSync(
+        path.join(page, 'page.js'),
+        `import { Pell } from 'libpell-client';
+const pell = new Pell(async ({ resource }) => ({ status: 200, text: '{"error":null,"value":[]}' }));
+console.log(await pell.monitors());
+`,
+    );
+    assert.equal(run('node', ['page.js'], { cwd: page }), '[]\n');
+    const installed = JSON.parse(fs.readFileSync(path.join(page, 'node_modules/libpell-client/package.json')));
+    assert.equal(installed.version, version);
+});
