@@ -267,7 +267,7 @@ class Examination {
                                           plugin ? importsOf(*plugin, companion) : std::vector<std::string>(), found);
         if (companion.name == libdmc.name) {
             const auto older = addFunctions(library, "byName", namesOf(companion), found);
-            noteMissing(older);
+            if (found) noteMissing(older);  // without libdmc nothing is answered at all
             if (found && !older.empty())
                 addWarning(companion.name,
                            "This libdmc lacks " + counted(older.size(), "newer function") + ", of " +
@@ -276,7 +276,8 @@ class Examination {
             dmc_ = found;
         }
         if (!found) {
-            const std::string remedy = companion.name == bridgeHelper.name
+            const std::string remedy = !unusable_.empty() ? "Install what it needs, or one that can be used, in "
+                                       : companion.name == bridgeHelper.name
                                            ? "Build one, as examples/host does, and install it in "
                                            : "Install it in ";
             addError(companion.name,
@@ -311,7 +312,8 @@ class Examination {
         const auto functions = namesOf(companion);
         const auto lacking = addFunctions(library, "byName", functions, found);
         noteMissing(lacking);
-        if (!unusable_.empty()) addWarning(companion.name, unusable_, "Install one that can be used, or remove it.");
+        if (!unusable_.empty())
+            addWarning(companion.name, unusable_, "Install what it needs, or one that can be used; or remove it.");
         if (!found && unusable_.empty())
             addWarning(companion.name, fileNameOf(companion) + " is missing: " + effect + ".",
                        "Install it in " + listOf(uniquePlaces(places)) + ".");
