@@ -54,8 +54,8 @@ TEST(Parser, RejectsWithAMessage) {
         {"Unexpected escape character is found while parsing string.", {R"("\x")"}},
         {"Invalid unicode hex string is found while parsing string.", {R"("\u00g0")", R"("\uD83D\u00z1")"}},
         {"Invalid unicode surrogate pair is found while parsing string.",
-         {R"("\uD83Dx")", R"("\uD83D\n")", R"("\uD83D\uD83D")", R"("\uD83D\u0041")", R"("\uDE00\uDE00")",
-          R"("\uD83D)"}}};
+         {R"("\uD83Dx")", R"("\uD83D\n")", R"("\uD83D\uDBFF")", R"("\uD83D\uE000")", R"("\uD83D\u0041")",
+          R"("\uDE00\uDE00")", R"("\uD83D)"}}};
     for (const auto& [message, texts] : cases) {
         for (const auto& text : texts) {
             Value value;
