@@ -28,7 +28,6 @@ class Stack {
     void cutTo(std::size_t size) noexcept { end_ = begin_ + size; }
 
     T& top() noexcept { return end_[-1]; }
-    const T& top() const noexcept { return end_[-1]; }
     bool empty() const noexcept { return begin_ == end_; }
     std::size_t size() const noexcept { return static_cast<std::size_t>(end_ - begin_); }
     T* at(std::size_t index) noexcept { return begin_ + index; }

@@ -1,7 +1,9 @@
 #include <gtest/gtest.h>
 
 #include <limits>
+#include <map>
 #include <nlohmann/json.hpp>
+#include <random>
 
 #include "Text.h"
 #include "pocketjson/Parser.h"
@@ -52,8 +54,8 @@ TEST(Parser, RejectsWithAMessage) {
         {"Unexpected escape character is found while parsing string.", {R"("\x")"}},
         {"Invalid unicode hex string is found while parsing string.", {R"("\u00g0")", R"("\uD83D\u00z1")"}},
         {"Invalid unicode surrogate pair is found while parsing string.",
-         {R"("\uD83Dx")", R"("\uD83D\n")", R"("\uD83D\uD83D")", R"("\uD83D\u0041")", R"("\uDE00\uDE00")",
-          R"("\uD83D)"}}};
+         {R"("\uD83Dx")", R"("\uD83D\n")", R"("\uD83D\uDBFF")", R"("\uD83D\uE000")", R"("\uD83D\u0041")",
+          R"("\uDE00\uDE00")", R"("\uD83D)"}}};
     for (const auto& [message, texts] : cases) {
         for (const auto& text : texts) {
             Value value;
@@ -93,6 +95,20 @@ TEST(Parser, TellsIntegersFromFloats) {
          {std::string("1e-99999999999999999999999"), "1" + manyZeros + "e-800", "0." + manyZeros + "1"})
         EXPECT_EQ(parsed(text).asDouble(1), 0) << text;
     EXPECT_EQ(parsed("1" + manyZeros + "e-400").asDouble(), 1);
+}
+
+TEST(Parser, KeepsTheLastOfEqualNamesHoweverManyThereAre) {
+    std::mt19937 random(3);
+    for (const unsigned count : {2, 16, 40, 300}) {
+        std::map<std::string, unsigned> expected;
+        std::string text = "{";
+        for (unsigned i = 0; i < count; ++i) {
+            const std::string name = "a long beginning " + std::to_string(random() % (count / 2));
+            text += '"' + name + "\":" + std::to_string(i) + ',';
+            expected[name] = i;
+        }
+        EXPECT_EQ(written(parsed(text)), nlohmann::json(expected).dump()) << text;
+    }
 }
 
 TEST(Parser, MayReadFromTheTextInItsTarget) {

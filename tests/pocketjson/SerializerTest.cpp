@@ -22,6 +22,21 @@ TEST(Serializer, EscapesWhatCannotStandForItself) {
     EXPECT_EQ(written(Value{{"a\"\x1F", 1}}), R"({"a\"\u001f":1})");
 }
 
+TEST(Serializer, WritesTextsOfEveryLengthAndEscapesWhereverTheyStand) {
+    const std::pair<char, const char*> escapes[] = {{'"', R"(\")"}, {'\x1F', R"(\u001f)"}, {'\x7F', R"(\u007f)"}};
+    std::string text;
+    for (int size = 0; size < 70; ++size, text += static_cast<char>('a' + size % 26)) {
+        EXPECT_EQ(written(text), '"' + text + '"');
+        for (std::size_t place = 0; place < text.size(); ++place) {
+            for (const auto& [byte, escape] : escapes) {
+                std::string escaped = text, expected = '"' + text + '"';
+                escaped[place] = byte;
+                EXPECT_EQ(written(escaped), expected.replace(1 + place, 1, escape));
+            }
+        }
+    }
+}
+
 TEST(Serializer, WritesScalarsAndAppends) {
     std::string output = "before ";
     EXPECT_TRUE(write(Value::array({nullptr, true, -5, 1.0, -0.0, 2.5, 1e300}), output));
