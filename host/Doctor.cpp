@@ -207,7 +207,7 @@ class Examination {
                 if (!needed.exports.contains(function))
                     return "it needs " + function + ", which " + toUtf8(place->folder / name) + " does not have";
             if (const auto further = obstacleTo(place->folder / name, needed); !further.empty())
-                return name + ", which it needs, cannot be used: " + further;
+                return std::string("the ").append(name).append(" that it needs cannot be used: ").append(further);
         }
         return {};
     }
