@@ -45,7 +45,7 @@ struct Found {
 };
 
 std::string fileNameOf(const Companion& companion) {
-    const auto name = platform::libraryFileName(std::string(companion.name).c_str());
+    auto name = platform::libraryFileName(std::string(companion.name).c_str());
     if (companion.name != bridgeHelper.name) return name;
     return std::string(companion.name) + path(name).extension().string();
 }
@@ -207,7 +207,7 @@ class Examination {
                 if (!needed.exports.contains(function))
                     return "it needs " + function + ", which " + toUtf8(place->folder / name) + " does not have";
             if (const auto further = obstacleTo(place->folder / name, needed); !further.empty())
-                return "of " + name + ", which it needs: " + further;
+                return std::string("the ").append(name).append(" that it needs cannot be used: ").append(further);
         }
         return {};
     }
