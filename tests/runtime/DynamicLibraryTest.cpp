@@ -2,6 +2,8 @@
 #include <libPlugin.h>
 
 #include <filesystem>
+#include <regex>
+#include <set>
 
 #include "runtime/BridgeResult.h"
 #include "runtime/DynamicLibrary.h"
@@ -70,6 +72,17 @@ TEST(Path, HasAParentAndIsJoinedWithOneSeparator) {
         EXPECT_EQ(fs::Path(path).joined("c").text(), joined) << path;
         EXPECT_EQ(fs::Path(path).joined("//c").text(), joined) << path;
     }
+}
+
+TEST(Uuid, IsRandomAndSaysSo) {
+    const std::regex form("[0-9a-f]{8}-[0-9a-f]{4}-4[0-9a-f]{3}-[89ab][0-9a-f]{3}-[0-9a-f]{12}");
+    std::set<std::string> different;
+    for (int i = 0; i < 100; ++i) {
+        const std::string uuid = platform::newUuid();
+        EXPECT_TRUE(std::regex_match(uuid, form)) << uuid;
+        different.insert(uuid);
+    }
+    EXPECT_EQ(different.size(), 100U);
 }
 
 TEST(Loaders, ReportAMissingFunctionUnderTheirName) {
