@@ -151,6 +151,7 @@ void Commands::serve(const Options& options) {
         if (!server::Guard::isOrigin(origin))
             throw UsageError("--origin takes an origin as browsers write it, such as http://localhost:5173, not " +
                              origin);
+    returnLargeBlocks();
     Journal journal(session(options));
     const auto recorder = startRecording(options, journal, console_);
 

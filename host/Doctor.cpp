@@ -45,7 +45,7 @@ struct Found {
 };
 
 std::string fileNameOf(const Companion& companion) {
-    const auto name = platform::libraryFileName(std::string(companion.name).c_str());
+    auto name = platform::libraryFileName(std::string(companion.name).c_str());
     if (companion.name != bridgeHelper.name) return name;
     return std::string(companion.name) + path(name).extension().string();
 }
@@ -207,7 +207,7 @@ class Examination {
                 if (!needed.exports.contains(function))
                     return "it needs " + function + ", which " + toUtf8(place->folder / name) + " does not have";
             if (const auto further = obstacleTo(place->folder / name, needed); !further.empty())
-                return "of " + name + ", which it needs: " + further;
+                return std::string("the ").append(name).append(" that it needs cannot be used: ").append(further);
         }
         return {};
     }
@@ -267,7 +267,7 @@ class Examination {
                                           plugin ? importsOf(*plugin, companion) : std::vector<std::string>(), found);
         if (companion.name == libdmc.name) {
             const auto older = addFunctions(library, "byName", namesOf(companion), found);
-            noteMissing(older);
+            if (found) noteMissing(older);  // without libdmc nothing is answered at all
             if (found && !older.empty())
                 addWarning(companion.name,
                            "This libdmc lacks " + counted(older.size(), "newer function") + ", of " +
@@ -276,7 +276,8 @@ class Examination {
             dmc_ = found;
         }
         if (!found) {
-            const std::string remedy = companion.name == bridgeHelper.name
+            const std::string remedy = !unusable_.empty() ? "Install what it needs, or one that can be used, in "
+                                       : companion.name == bridgeHelper.name
                                            ? "Build one, as examples/host does, and install it in "
                                            : "Install it in ";
             addError(companion.name,
@@ -284,7 +285,7 @@ class Examination {
                      remedy + toUtf8(own_.folder) + ", or have the host load it, by its full path, before libpell.");
             return;
         }
-        files_.push_back(found->file);
+        if (companion.name != bridgeHelper.name) files_.push_back(found->file);
         if (!lacking.empty())
             addError(companion.name,
                      toUtf8(found->file) + " lacks " + counted(lacking.size(), "function") +
@@ -311,7 +312,8 @@ class Examination {
         const auto functions = namesOf(companion);
         const auto lacking = addFunctions(library, "byName", functions, found);
         noteMissing(lacking);
-        if (!unusable_.empty()) addWarning(companion.name, unusable_, "Install one that can be used, or remove it.");
+        if (!unusable_.empty())
+            addWarning(companion.name, unusable_, "Install what it needs, or one that can be used; or remove it.");
         if (!found && unusable_.empty())
             addWarning(companion.name, fileNameOf(companion) + " is missing: " + effect + ".",
                        "Install it in " + listOf(uniquePlaces(places)) + ".");
@@ -387,16 +389,12 @@ class Examination {
         }
     }
 
-    /// Loads what was found, each by its full path, so that it is just this that libpell is bound to; but the bridge
-    /// helper is pellhost's own, which keeps the answers.
+    /// Loads what was found, each by its full path, so that it is just this that libpell is bound to.
     void askPlugin() {
         std::vector<std::unique_ptr<Library>> libraries;
         std::optional<Session> session;
         try {
-            const path ownHelper = Plugin::defaultFile().parent_path() / fileNameOf(bridgeHelper);
-            for (const auto& file : files_)
-                libraries.push_back(
-                    std::make_unique<Library>(file.filename() == ownHelper.filename() ? ownHelper : file));
+            for (const auto& file : files_) libraries.push_back(std::make_unique<Library>(file));
             session.emplace(plugin_);
         } catch (const std::runtime_error& error) {
             addError("libpell", "The system " + std::string(error.what()) + ".",
@@ -450,9 +448,9 @@ class Examination {
     Json errors_ = Json::array();
     Json warnings_ = Json::array();
     std::optional<Found> dmc_;
-    std::vector<path> files_;        // of the imported libraries
-    std::set<path> visited_;         // what was looked at on the way to an obstacle
-    std::string unusable_;           // about the first file that is there, and cannot be used
+    std::vector<path> files_;  // of the imported libraries, but for the bridge helper, of which pellhost has its own
+    std::set<path> visited_;   // what was looked at on the way to an obstacle
+    std::string unusable_;     // about the first file that is there, and cannot be used
     std::set<std::string> missing_;  // functions that no library has
     std::string exports_;
 };

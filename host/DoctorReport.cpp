@@ -77,7 +77,9 @@ class Report {
             auto functions = share(library, "imported", "imported");
             const auto byName = share(library, "byName", "by name");
             functions += (functions.empty() || byName.empty() ? "" : ", ") + byName;
-            const auto missing = padded("missing", 10);
+            const auto isUnusable = std::ranges::any_of(
+                library["searched"], [](const Json& searched) { return searched["state"] == "unusable"; });
+            const auto missing = padded(isUnusable ? "unusable" : "missing", 10);
             addLine("  " + padded(library["file"], 25) +
                     (isFound ? padded(textOr(library["version"], "found"), 10)
                              : paint(style_, library["needed"] ? red : bold, missing)) +
@@ -91,8 +93,10 @@ class Report {
         if (library["found"].is_string())
             return "in " + library["place"].get<std::string>() + ": " + library["found"].get<std::string>();
         auto places = Json::array();
-        for (const auto& searched : library["searched"])
+        for (const auto& searched : library["searched"]) {
+            if (searched["state"] == "unusable") return "unusable: " + searched["file"].get<std::string>();
             if (places.empty() || places.back() != searched["place"]) places.push_back(searched["place"]);
+        }
         return places.empty() ? "not looked for: its folder is unknown" : "not in " + joined(places);
     }
 

@@ -141,32 +141,23 @@ Image readParts(const Bytes& bytes) {
 
 /// A 64-bit ELF file.
 Image readParts(const Bytes& bytes) {
-    if (!bytes.beginsWith("\x7F"
-                          "ELF\x02\x01"))
-        throw std::runtime_error("it is no shared object");
+    if (!bytes.beginsWith("\177ELF\2\1")) throw std::runtime_error("it is no shared object");
     if (bytes.at<std::uint16_t>(0x12) != 62) throw std::runtime_error("it is not for x86-64");
-    constexpr std::uint32_t dynamic = 6, dynamicSymbols = 11;
+    constexpr std::uint32_t dynamicSymbols = 11;
     const auto sections = bytes.at<std::uint64_t>(0x28);
     const auto sectionAt = [&](std::size_t index) { return sections + index * bytes.at<std::uint16_t>(0x3A); };
     Image image;
     for (std::size_t i = 0; i < bytes.at<std::uint16_t>(0x3C); ++i) {
         const auto section = sectionAt(i);
-        const auto type = bytes.at<std::uint32_t>(section + 4);
-        if (type != dynamic && type != dynamicSymbols) continue;
+        if (bytes.at<std::uint32_t>(section + 4) != dynamicSymbols) continue;
         const auto texts = bytes.at<std::uint64_t>(sectionAt(bytes.at<std::uint32_t>(section + 40)) + 24);
         const auto start = bytes.at<std::uint64_t>(section + 24), end = start + bytes.at<std::uint64_t>(section + 32);
-        if (type == dynamicSymbols) {
-            for (auto symbol = start + 24; symbol < end; symbol += 24) {
-                auto name = bytes.textAt(texts + bytes.at<std::uint32_t>(symbol));
-                if (bytes.at<std::uint16_t>(symbol + 6) == 0)
-                    image.unresolved.push_back(std::move(name));
-                else
-                    image.exports.insert(std::move(name));
-            }
-        } else {
-            for (auto entry = start; entry < end; entry += 16)
-                if (bytes.at<std::uint64_t>(entry) == 1)
-                    image.imports.push_back({bytes.textAt(texts + bytes.at<std::uint64_t>(entry + 8)), {}});
+        for (auto symbol = start + 24; symbol < end; symbol += 24) {  // the first is empty
+            auto name = bytes.textAt(texts + bytes.at<std::uint32_t>(symbol));
+            if (bytes.at<std::uint16_t>(symbol + 6) == 0)
+                image.unresolved.push_back(std::move(name));
+            else
+                image.exports.insert(std::move(name));
         }
     }
     return image;

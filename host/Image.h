@@ -10,15 +10,14 @@
 namespace host {
 
 struct Image {
-    /// What the library needs of another one. ELF does not tell which library a function comes from: there, `functions`
-    /// is empty.
+    /// What the library needs of another one.
     struct Import {
         std::string library;  ///< file name
         std::vector<std::string> functions;
     };
 
-    std::vector<Import> imports;
-    std::vector<std::string> unresolved;  ///< functions of an ELF file that other libraries must have
+    std::vector<Import> imports;          ///< empty for ELF, which does not tell what comes from which library
+    std::vector<std::string> unresolved;  ///< the functions that an ELF file needs of others
     std::set<std::string, std::less<>> exports;
     std::string version;  ///< of the VERSIONINFO, as 1.0.0.0; empty when there is none
 };

@@ -13,7 +13,7 @@ std::int64_t now() {
 }
 
 Json objectOf(const std::string& text) {
-    const auto json = text.empty() ? Json() : Json::parse(text, nullptr, false);
+    const auto json = parseIfJson(text);
     return json.is_object() ? json : Json::object();
 }
 

@@ -2,6 +2,9 @@
 
 #include <algorithm>
 #include <cstdlib>
+#ifdef __GLIBC__
+#include <malloc.h>
+#endif
 
 #ifdef _WIN32
 #include <fcntl.h>
@@ -33,6 +36,13 @@ std::vector<std::filesystem::path> foldersOf(const std::filesystem::path::string
 }
 
 }  // namespace
+
+void returnLargeBlocks() {
+#ifdef __GLIBC__
+    constexpr int large = 1 << 20;
+    mallopt(M_MMAP_THRESHOLD, large);  // which otherwise grows with the blocks that are released
+#endif
+}
 
 #ifdef _WIN32
 

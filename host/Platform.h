@@ -19,6 +19,10 @@ bool isTerminal(std::FILE* stream);
 /// True when the stream is a terminal that shows colours.
 bool showsColours(std::FILE* stream);
 
+/// From now on, large blocks of memory go back to the system as soon as they are released. Else each thread that had
+/// some might keep as much.
+void returnLargeBlocks();
+
 /// Shows an address in the user's browser, if there is one.
 void openInBrowser(const std::string& address);
 

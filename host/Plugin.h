@@ -3,6 +3,7 @@
 
 #include <libpell.h>
 
+#include <optional>
 #include <span>
 #include <string_view>
 
@@ -15,8 +16,9 @@ extern const std::span<const std::string_view> exportNames;
 
 class Plugin {
  public:
-    /// Throws std::runtime_error, with the system's reason, when it cannot be loaded.
-    explicit Plugin(const std::filesystem::path& file) : library_(file) {}
+    /// It is bound to the bridge helper beside this program, which keeps the answers, even if another one lies beside
+    /// the plug-in. Throws std::runtime_error, with the system's reason, when it cannot be loaded.
+    explicit Plugin(const std::filesystem::path& file);
 
     /// libpell beside this program.
     static std::filesystem::path defaultFile();
@@ -25,6 +27,7 @@ class Plugin {
     LibpellEntry find(const char* name) const { return reinterpret_cast<LibpellEntry>(library_.find(name)); }
 
  private:
+    std::optional<Library> bridgeHelper_;
     Library library_;
 };
 

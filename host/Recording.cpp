@@ -19,7 +19,7 @@ bool isWordLetter(char letter) {
 /// The JSON that a text is, if it is an object or a list.
 Json structureOf(const std::string& text) {
     if (text.empty() || (text.front() != '{' && text.front() != '[')) return nullptr;
-    return Json::parse(text, nullptr, false);
+    return parseIfJson(text);
 }
 
 }  // namespace
@@ -72,7 +72,7 @@ void Redaction::replace(Json& json) const {
 /// Of a text that is JSON only the strings: a number may look like a serial, and stays.
 void Redaction::replaceInText(Json& text) const {
     if (!text.is_string()) return replace(text);
-    const auto inner = Json::parse(text.get_ref<const std::string&>(), nullptr, false);
+    const auto inner = parseIfJson(text.get_ref<const std::string&>());
     if (inner.is_discarded()) return replace(text);
     auto redacted = inner;
     replace(redacted);

@@ -82,7 +82,7 @@ class Names {
 
     /// Of a text that may be JSON, where paths are escaped.
     std::string applyInside(const std::string& text) const {
-        auto json = text.empty() ? Json() : Json::parse(text, nullptr, false);
+        auto json = parseIfJson(text);
         if (!json.is_structured()) return apply(text);
         auto changed = json;
         applyToAll(changed);
@@ -140,7 +140,7 @@ class Handles {
 /// A text as the JSON that it is, so that a difference shows where it is.
 Json opened(const Json& text) {
     if (!text.is_string()) return text;
-    auto json = Json::parse(text.get_ref<const std::string&>(), nullptr, false);
+    auto json = parseIfJson(text.get_ref<const std::string&>());
     return json.is_structured() ? json : text;
 }
 

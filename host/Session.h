@@ -17,6 +17,7 @@ namespace host {
 
 using simulator::formatJson;
 using simulator::Json;
+using simulator::parseIfJson;
 using simulator::parseJson;
 using simulator::writeJson;
 

@@ -1,6 +1,7 @@
 // Makes everything that is made from the catalogue; see scripts/catalogue.
 import fs from 'node:fs';
 import path from 'node:path';
+import { fileURLToPath } from 'node:url';
 import { catalogueJson, resourceSchema } from './json.js';
 import { referencePages } from './markdown.js';
 import { readCatalogue } from './model.js';
@@ -8,7 +9,7 @@ import { openApi } from './openapi.js';
 import { Mistake } from './source.js';
 import { typeDeclarations } from './typescript.js';
 
-process.chdir(new URL('../..', import.meta.url).pathname);
+process.chdir(fileURLToPath(new URL('../..', import.meta.url)));
 try {
     const isCheck = process.argv[2] === '--check';
     process.exitCode = isCheck ? check(committedFiles(readCatalogue())) : make(readCatalogue());

@@ -1,4 +1,4 @@
-// Makes the documentation as a site that works from the file system: node docs/site/build.js TARGET [ROOT]
+// Makes the documentation as a site that works from the file system: node docs/site/build.js [TARGET]
 // The pages are those that docs/index.md links to; its headings and lists are the navigation. A link that leads nowhere
 // fails the build, and so does a page that docs/index.md leaves out.
 import fs from 'node:fs';
@@ -10,7 +10,8 @@ import hljs from 'highlight.js';
 import { Marked } from 'marked';
 
 const own = path.dirname(fileURLToPath(import.meta.url));
-const [target = 'build/docs', root = path.join(own, '../..')] = process.argv.slice(2);
+const root = path.join(own, '../..');
+const target = process.argv[2] ?? path.join(root, 'build/docs');
 const landing = 'docs/index.md';
 const problems = [];
 
@@ -93,21 +94,16 @@ for (const token of front.tokens) {
     else if (token.type === 'list') navigation.at(-1).entries.push(...entriesOf(token));
 }
 
-for (const folder of ['.', 'docs', 'docs/resources', 'client', 'catalogue', 'examples/*'])
-    for (const file of pagesIn(folder)) if (!pages.has(file)) problems.push(`${landing} does not link to ${file}`);
-function pagesIn(folder) {
-    if (folder.endsWith('/*')) {
-        const parent = folder.slice(0, -2);
-        return fs.readdirSync(path.join(root, parent)).flatMap((name) => pagesIn(path.posix.join(parent, name)));
+const examples = fs.readdirSync(path.join(root, 'examples')).map((name) => `examples/${name}`);
+for (const folder of ['.', 'docs', 'docs/resources', 'client', 'catalogue', ...examples])
+    for (const name of fs.readdirSync(path.join(root, folder))) {
+        const file = path.posix.join(folder, name);
+        const isPage = (folder.startsWith('docs') ? /\.md$/ : /^(README|CHANGELOG)\.md$/).test(name);
+        if (isPage && !pages.has(file)) problems.push(`${landing} does not link to ${file}`);
     }
-    const isPage = folder.startsWith('docs') ? /\.md$/ : /^(README|CHANGELOG)\.md$/;
-    return fs
-        .readdirSync(path.join(root, folder))
-        .filter((name) => isPage.test(name))
-        .map((name) => path.posix.join(folder, name));
-}
 
-// Where a link of a page leads to in the site: an address, null where the site does not have the file.
+// Where a link of a page leads to in the site: an address; null for a file that the site does not have, such as a source,
+// which is named and not linked.
 const assets = new Set();
 function follow(page, href) {
     if (/^[a-z]+:/.test(href)) return href;
@@ -116,8 +112,7 @@ function follow(page, href) {
     const to = pages.get(file);
     if (to) {
         if (anchor && !to.ids.has(anchor)) problems.push(`${page.file}: ${file} has no heading #${anchor}`);
-        const address = to === page ? '' : relative(page.address, to.address);
-        return address + (anchor ? `#${anchor}` : '') || relative(page.address, to.address);
+        return relative(page.address, to.address) + (anchor ? `#${anchor}` : '');
     }
     if (!exists(file)) problems.push(`${page.file}: there is no ${file}`);
     else if (/^docs\/[^/]+\.(?!md$)\w+$/.test(file)) {
@@ -149,13 +144,14 @@ function render(page) {
                 const code = hljs.getLanguage(language) ? hljs.highlight(text, { language }).value : escape(text);
                 return `<pre><code>${code}</code></pre>\n`;
             },
-            table(token) {
-                const row = (cells, tag) =>
-                    `<tr>${cells.map((cell) => `<${tag}>${this.parser.parseInline(cell.tokens)}</${tag}>`).join('')}</tr>\n`;
-                // An empty heading is no heading.
-                const head = token.header.map((cell) => row([cell], cell.text ? 'th' : 'td').slice(4, -6)).join('');
-                const body = token.rows.map((cells) => row(cells, 'td')).join('');
-                return `<div class="table"><table><thead><tr>${head}</tr></thead>\n<tbody>${body}</tbody></table></div>\n`;
+            table({ header, rows }) {
+                const row = (cells, tagOf) => {
+                    const texts = cells.map((cell) => [tagOf(cell), this.parser.parseInline(cell.tokens)]);
+                    return `<tr>${texts.map(([tag, text]) => `<${tag}>${text}</${tag}>`).join('')}</tr>\n`;
+                };
+                const head = row(header, ({ text }) => (text ? 'th' : 'td')); // an empty heading is none
+                const body = rows.map((cells) => row(cells, () => 'td')).join('');
+                return `<div class="table"><table><thead>${head}</thead><tbody>${body}</tbody></table></div>\n`;
             },
         },
     });

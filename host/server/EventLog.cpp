@@ -11,11 +11,12 @@ namespace {
 /// What a reader is given at once.
 constexpr std::size_t chunkSize = 1u << 18;
 
-/// What reader::from stands for when events of another server are to be told as lost.
+/// In place of the number to go on from.
 constexpr std::uint64_t ofAnotherRun = 0;
 
-/// For a number and its field.
+/// For an identifier and its field, and for the beginnings of the other fields.
 constexpr std::size_t idSize = 64;
+constexpr std::size_t fieldsSize = 16;
 
 std::size_t sizeOf(const EventLog::Event& event) {
     return sizeof event + event.text.capacity();
@@ -25,7 +26,7 @@ std::size_t sizeOf(const EventLog::Event& event) {
 std::shared_ptr<EventLog::Event> format(std::string_view name, std::string_view data) {
     auto event = std::make_shared<EventLog::Event>();
     auto& text = event->text;
-    text.reserve(name.size() + data.size() + idSize);
+    text.reserve(fieldsSize + name.size() + data.size() + idSize);
     text += "event: ";
     const auto nameAt = text.size();
     std::copy_if(name.begin(), name.end(), std::back_inserter(text),

@@ -25,8 +25,10 @@ namespace {
 /// How often the end of what still runs is looked for.
 constexpr auto pollTime = std::chrono::milliseconds(20);
 
-/// After a connection could not be accepted, for want of file descriptors.
+/// After connections could not be accepted so many times in a row, for want of file descriptors. Once or a few times, a
+/// client was gone before, which is no reason to let others wait.
 constexpr auto recoveryTime = std::chrono::milliseconds(100);
+constexpr std::size_t maximumFailures = 100;
 
 #ifdef _WIN32
 /// Windows lets programs share a port unless it is taken for oneself.
@@ -66,6 +68,8 @@ class Server::Implementation : public Clients {
         allowManyConnections();
         if (!options.proxy.empty()) upstream_ = findUpstream(context_, options.proxy);
         listen(options.port);
+        if (upstream_ && upstream_->endpoints.begin()->endpoint().port() == port())
+            throw std::invalid_argument("--proxy takes a development server on this machine, not this server itself");
     }
 
     std::uint16_t port() const { return acceptors_.front().local_endpoint().port(); }
@@ -131,7 +135,8 @@ class Server::Implementation : public Clients {
     void accept(tcp::acceptor& acceptor) {
         acceptor.async_accept([this, &acceptor](Error error, tcp::socket socket) {
             if (!acceptor.is_open()) return;
-            if (error) return acceptLater(acceptor);
+            if (error) return ++failures_ % maximumFailures == 0 ? acceptLater(acceptor) : accept(acceptor);
+            failures_ = 0;
             if (count < limits::connections || Idleness::makeRoom(idle)) {
                 socket.set_option(tcp::no_delay(true), error);
                 std::make_shared<Connection>(std::move(socket), *this)->start();
@@ -187,6 +192,7 @@ class Server::Implementation : public Clients {
     std::optional<Upstream> upstream_;
     std::vector<std::weak_ptr<EventStream>> streams_;
     std::atomic<bool> wakes_{false};
+    std::size_t failures_ = 0;  ///< to accept a connection, in a row
     bool isEnding_ = false;
     bool hasTold_ = false;
 };

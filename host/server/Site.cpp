@@ -13,8 +13,8 @@ namespace {
 /// A queue for each monitor: one that is updated answers others after minutes. A browser asks six at once.
 constexpr WorkPool::Limits poolLimits{.threads = 128, .running = 8, .waiting = 1024};
 
-/// The lab's own requests never wait for a monitor, and must not wait for those that do.
-constexpr WorkPool::Limits labPoolLimits{.threads = 2, .running = 2, .waiting = 64};
+/// The lab's own requests never wait for a monitor, and must not wait for those that do. Recordings take long, too.
+constexpr WorkPool::Limits labPoolLimits{.threads = 3, .running = 2, .waiting = 64};
 
 HttpResponse headOfStream() {
     return {.type = "text/event-stream"};
@@ -147,9 +147,10 @@ Route Site::routeOfLab(const HttpRequest& head) {
     const auto isState = name == "state";
     if (!isState && name != "recording") return {notFound()};
     if (head.method != "GET" && head.method != "HEAD") return {methodNotAllowed("GET, HEAD")};
-    return {on(labPool_, [this, isState](const HttpRequest& http) {
+    const auto answer = [this, isState](const HttpRequest& http) {
         return isState ? lab_.state() : lab_.recording(http.query() == "redact");
-    })};
+    };
+    return {on(labPool_, answer, isState ? "" : "recording")};
 }
 
 Whole Site::on(WorkPool& pool, std::function<HttpResponse(const HttpRequest&)> answer, std::string queue) {

@@ -13,6 +13,9 @@ namespace {
 
 namespace fs = std::filesystem;
 
+/// A file is answered from memory.
+constexpr std::uintmax_t maximumSize = 64u << 20;
+
 std::string typeOf(const fs::path& file) {
     static constexpr std::pair<std::string_view, std::string_view> types[] = {
         {".html", "text/html; charset=utf-8"},
@@ -95,6 +98,7 @@ HttpResponse staticFile(const fs::path& folder, std::string_view path, const Htt
                                             (query.empty() ? "" : "?" + std::string(query))}};
         return response;
     }
+    if (fs::file_size(file) > maximumSize) return errorResponse(503, "ServiceUnavailable", "The file is too large.");
     std::ifstream stream(file, std::ios::binary);
     if (!stream) return notFound();
     return {.type = typeOf(file), .body = std::string(std::istreambuf_iterator<char>(stream), {})};

@@ -65,6 +65,10 @@ Json parseJson(std::string_view text) {
     }
 }
 
+Json parseIfJson(std::string_view text) {
+    return Json::parse(isTooDeep(text) ? std::string_view() : text, nullptr, false);
+}
+
 std::string writeJson(const Json& json) {
     return json.dump(-1, ' ', false, Json::error_handler_t::replace);
 }

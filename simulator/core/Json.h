@@ -15,6 +15,9 @@ using Json = nlohmann::json;
 /// Throws std::invalid_argument when the text is not JSON, or nested so deeply that it is no sensible document.
 Json parseJson(std::string_view text);
 
+/// The same for texts of others: what parseJson refuses becomes a discarded value, see nlohmann::json::is_discarded().
+Json parseIfJson(std::string_view text);
+
 /// Compact JSON. Bytes that are not UTF-8 become replacement characters.
 std::string writeJson(const Json& json);
 

@@ -213,6 +213,7 @@ TEST(Doctor, TellsWhatKeepsLibpellFromBeingLoaded) {
         EXPECT_EQ(problem["about"], about);
         EXPECT_NE(problem["text"].get<std::string>().find(text), std::string::npos) << problem["text"];
         EXPECT_NE(problem["remedy"], "");
+        if (fault == Fault::noLibdmc) EXPECT_EQ(report.unavailable(), Names());  // there is nothing that answers
         if (fault == Fault::libdmcWithoutAFunction)
             EXPECT_EQ(report.library("libdmc")["imported"]["missing"], Json{"DmCtrlGetBrightnessForStep"});
     }

@@ -3,7 +3,7 @@ import assert from 'node:assert/strict';
 import { createHash } from 'node:crypto';
 import http from 'node:http';
 import { test } from 'node:test';
-import { ask, brightness, builds, connect, startServer } from './server.js';
+import { ask, brightness, builds, connect, startHost, startServer } from './server.js';
 
 /** Echoes what it is asked, and what comes through a WebSocket. */
 async function startDevelopmentServer(t) {
@@ -126,4 +126,9 @@ test('a proxy is a server on this machine', async (t) => {
         'http://localhost:x',
     ])
         await assert.rejects(startServer(t, builds[0], '--proxy', url), /on this machine/, url);
+    const development = await startDevelopmentServer(t);
+    const { port } = new URL(`http://${development.host}`);
+    await new Promise((resolve) => development.server.close(resolve));
+    const itself = startHost(t, builds[0], 'serve', '--port', port, '--proxy', `http://localhost:${port}`);
+    await assert.rejects(itself, /not this server itself/);
 });

@@ -197,6 +197,14 @@ for (const build of builds)
             assert.equal(replay(file('fifty.jsonl')).status, 0);
         });
 
+        await t.test('a body that is nested too deeply for any stack', () => {
+            const deep = '['.repeat(100_000) + '"10000001"' + ']'.repeat(100_000);
+            const input = ['', deep].map((body) => JSON.stringify(call('AssetTag', 'PUT', body))).join('\n');
+            assert.equal(run(['batch', '--redact', '--record', pathOf(file('deep.jsonl'))], input).status, 0);
+            assert.doesNotMatch(fs.readFileSync(file('deep.jsonl'), 'utf8'), /\b10000001\b/);
+            assert.equal(replay(file('deep.jsonl')).stdout, '2 requests, 0 differences\n');
+        });
+
         await t.test('a scenario that is chosen, and what is simulated from the start, are in it', async (inner) => {
             const options = ['--record', pathOf(file('chosen.jsonl')), '--redact'];
             const fault = { simulate: 'return', function: 'DmCtrlGetBrightnessForStep', result: 0x8000000a, times: 1 };

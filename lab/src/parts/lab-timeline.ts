@@ -201,11 +201,11 @@ export class LabTimeline extends LitElement {
             ${
                 simulate
                     ? html`<span class="what" title=${simulateText(simulate)}
-                          >⚙ <b>${simulate.simulate}</b><span>${simulateText(simulate)}</span></span
+                          >⚙ <b>${simulate.simulate}</b> <span>${simulateText(simulate)}</span></span
                       >`
                     : html`<span class="what" title="${method} ${resource} ${given}"
-                          ><span class="method">${method}</span> <b>${resource}</b
-                          ><span class="given">${given}</span></span
+                          ><span class="method">${method}</span> <b>${resource}</b>
+                          <span class="given">${given}</span></span
                       >`
             }
             <span class="monitor soft">${monitorOf(entry)}</span>
@@ -360,10 +360,10 @@ export class LabTimeline extends LitElement {
             .method {
                 flex: none;
             }
-            /* A long name gives way to what is asked. */
+            /* Gives way to a long name, as far as a short query can still be read. */
             .given {
-                flex-shrink: 0;
-                max-width: 50%;
+                flex-shrink: 1000;
+                min-width: 5rem;
             }
             .method {
                 font-size: 11px;
