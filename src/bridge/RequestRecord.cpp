@@ -42,10 +42,8 @@ void RequestRecord::parse(const CallTexts& texts) {
     requestQuery = pocketjson::parseOrNull(viewOf(texts.query));
 
     std::string message;
-    if (!pocketjson::parse(message, requestBody, requestBodyText)) {
-        requestBody = nullptr;
-        if (!requestBodyText.empty()) requestBody = requestBodyText;
-    }
+    if (!pocketjson::parse(message, requestBody, requestBodyText) && !requestBodyText.empty())
+        requestBody = requestBodyText;
 }
 
 const Value& RequestRecord::data() const noexcept {

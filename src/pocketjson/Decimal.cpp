@@ -30,7 +30,7 @@ class BigNumber {
         if (carry != 0) limbs_[size_++] = static_cast<std::uint32_t>(carry);
     }
 
-    constexpr void divide(std::uint32_t divisor) noexcept {
+    consteval void divide(std::uint32_t divisor) noexcept {
         std::uint64_t rest = 0;
         for (std::size_t i = size_; i-- > 0;) {
             rest = rest << 32 | limbs_[i];
@@ -55,7 +55,7 @@ class BigNumber {
     }
 
     // The 128 bits from the topmost one on.
-    constexpr Wide top() const noexcept {
+    consteval Wide top() const noexcept {
         const int unused = std::countl_zero(limbs_[size_ - 1]);
         std::array<std::uint64_t, 5> limb{};
         for (std::size_t i = 0; i < limb.size() && i < size_; ++i) limb[i] = limbs_[size_ - 1 - i];
@@ -84,7 +84,7 @@ constexpr int kFirstPower = -342;
 constexpr int kLastPower = 340;
 constexpr int kLastExactPower = 55;
 
-constexpr auto kPowersOfTen = [] {
+consteval auto powersOfTen() noexcept {
     std::array<Wide, kLastPower - kFirstPower + 1> powers{};
     BigNumber power(1);
     for (int q = 0; q <= kLastPower; ++q) {
@@ -98,7 +98,9 @@ constexpr auto kPowersOfTen = [] {
         powers[static_cast<std::size_t>(q - kFirstPower)] = reciprocal.top();
     }
     return powers;
-}();
+}
+
+constexpr auto kPowersOfTen = powersOfTen();
 
 constexpr Wide powerBits(int q) noexcept {
     return kPowersOfTen[static_cast<std::size_t>(q - kFirstPower)];

@@ -10,7 +10,6 @@ DynamicLibrary::~DynamicLibrary() {
 
 void DynamicLibrary::unload() noexcept {
     if (const platform::Module module = handle_.exchange(nullptr)) platform::freeModule(module);
-    path_.clear();
 }
 
 void DynamicLibrary::load(const fs::Path& file) {

@@ -26,7 +26,6 @@ class Path {
 
     const std::string& text() const noexcept { return text_; }
     bool empty() const noexcept { return text_.empty(); }
-    void clear() noexcept { text_.clear(); }
 
  private:
     std::string text_;

@@ -31,6 +31,17 @@ DmResult claimsToHaveMost(const char*, const char*, Item* items, std::uint32_t* 
     return 0;
 }
 
+int timesAsked = 0;
+DmResult saysNoCount(const char*, const char*, std::uint8_t*, std::uint32_t*) {
+    ++timesAsked;
+    return 0;
+}
+
+template <DmResult Result>
+DmResult answers(const char*, const char*, std::uint32_t*) {
+    return Result;
+}
+
 struct Big {
     char bytes[4096];
 };
@@ -67,6 +78,18 @@ TEST(Verbs, TakeALibraryWithoutTheFunctionForTheOlderGeneration) {
     EXPECT_FALSE(monitor.isNewer(missing));
     EXPECT_TRUE(monitor.isNewer(answersUnknown));
     EXPECT_FALSE(monitor.isNewer(answersNo));
+}
+
+TEST(Verbs, CanReadWhatAnswersNoFailure) {
+    EXPECT_TRUE(monitor.canRead(answers<0>));
+    EXPECT_TRUE(monitor.canRead(answers<1>));
+    EXPECT_FALSE(monitor.canRead(answers<DmUnknown>));
+}
+
+TEST(Verbs, TakeAListWithoutACountForEmpty) {
+    timesAsked = 0;
+    EXPECT_TRUE(monitor.enumerate(saysNoCount, "Get them.").empty());
+    EXPECT_EQ(timesAsked, 1);
 }
 
 TEST(Verbs, ReadListsOfALengthThatIsGiven) {

@@ -307,6 +307,7 @@ TEST(RecordTables, HaveEveryMemberOfTheirRecord) {
 TEST(DateTime, IsPaddedWithZeros) {
     EXPECT_EQ((DateTime{2024, 1, 15, 9, 5}.text()), "2024-01-15 09:05:00");
     EXPECT_EQ((DateTime{7, 12, 31, 23, 59, 58}.text()), "0007-12-31 23:59:58");
+    EXPECT_EQ(DateTime{}.text(), "0000-00-00 00:00:00");
     EXPECT_EQ((DateTime{65535, 255, 255, 255, 255, 255}.text()), "65535-255-255 255:255:255");
 }
 

@@ -9,7 +9,9 @@
 
 #include "bridge/Errors.h"
 #include "bridge/MonitorCriticalSection.h"
+#include "bridge/MonitorList.h"
 #include "bridge/Resource.h"
+#include "bridge/Response.h"
 #include "runtime/Logger.h"
 #include "simulator/core/Simulator.h"
 
@@ -186,17 +188,62 @@ TEST(Runner, TellsWhatResultsMean) {
         EXPECT_STREQ(resultMessage(static_cast<DmResult>(result)), message) << result;
 }
 
-TEST(Runner, LogsAUriOfAnyLength) {
-    struct LongUri final : Bridge {
-        BridgeResult Get(const RequestRecord&) override {
-            uri += std::string(10000, 'u');
-            throw BridgeResultError(400, "Name", "Message");
-        }
-    } resource;
+/// A resource that says more about its URI before each request.
+class Located final : public Bridge {
+ public:
+    explicit Located(std::string rest) : rest_(std::move(rest)) {}
+    void preRequest(const RequestRecord&) override { uri += rest_; }
+    BridgeResult Get(const RequestRecord&) override { throw BridgeResultError(400, "Name", "Message"); }
+
+ private:
+    std::string rest_;
+};
+
+TEST(Runner, LogsAnyUriAsOneLine) {
+    const std::string before = "statusCode:400\tmethod:GET\turi:/pell/", after = "\terr:Name\tmsg:Message";
+    std::vector<std::pair<std::string, std::string>> cases{{std::string("\n a\x1f~\x7f\0z", 8), "%0a a%1f~%7f%00z"}};
+    const std::size_t room = 512 - before.size() - after.size();  // a longer line takes memory
+    for (const std::size_t size : {room - 1, room, room + 1, std::size_t{10000}})
+        cases.emplace_back(std::string(size, 'u'), std::string(size, 'u'));
+    for (const auto& [uri, logged] : cases) {
+        Located resource(uri);
+        const simulator::Recording recording;
+        runRequest(resource, {"", "", "", ""});
+        EXPECT_EQ(recording.log[0]["line"], before + logged + after);
+    }
+}
+
+TEST(Response, IsWrittenOnceAndNotAtAllWithoutAValue) {
+    BridgeResult result;
+    writeResponse(result);
+    EXPECT_EQ(result.text, "");  // takes no memory
+    result.text = "written";
+    writeResponse(result);
+    EXPECT_EQ(result.text, "written");
+}
+
+TEST(Promises, AreSettledWhateverHappens) {
     const simulator::Recording recording;
-    runRequest(resource, {"", "", "", ""});
-    EXPECT_EQ(recording.log[0]["line"],
-              "statusCode:400\tmethod:GET\turi:/pell/" + std::string(10000, 'u') + "\terr:Name\tmsg:Message");
+    const std::uint32_t promise = Promise().id();
+    EXPECT_EQ(recording.responses, Json::array({{{"promise", promise}, {"status", 500}, {"text", unknownError}}}));
+}
+
+TEST(Monitors, AreNotMadeUpWhereTheLibraryWritesNothing) {
+    const Json nothing = Json::array();
+    const simulator::Recording recording;
+    simulator::simulate(
+        {{"simulate", "return"}, {"function", "DmCtrlGetSerialProduct"}, {"result", 0}, {"outputs", nothing}});
+    MonitorAddress address{"before", "before"};
+    EXPECT_EQ(readMonitorAddress(0, address), 0);
+    EXPECT_STREQ(address.serial, "");
+    EXPECT_STREQ(address.product, "");
+    EXPECT_EQ(recording.calls[0]["arguments"].back(), 0);  // flags
+
+    simulator::simulate(
+        {{"simulate", "return"}, {"function", "DmCtrlGetNumMonitors"}, {"result", 0}, {"outputs", nothing}});
+    EXPECT_THROW(requireConnected("", ""), BridgeResultError);
+    EXPECT_EQ(recording.calls.size(), 2U);
+    simulator::simulate({{"simulate", "reset"}});
 }
 
 int triesToFindALogger = 0;

@@ -76,13 +76,17 @@ TEST(Path, HasAParentAndIsJoinedWithOneSeparator) {
 
 TEST(Uuid, IsRandomAndSaysSo) {
     const std::regex form("[0-9a-f]{8}-[0-9a-f]{4}-4[0-9a-f]{3}-[89ab][0-9a-f]{3}-[0-9a-f]{12}");
-    std::set<std::string> different;
-    for (int i = 0; i < 100; ++i) {
+    std::set<char> digits[36];
+    for (int i = 0; i < 1000; ++i) {
         const std::string uuid = platform::newUuid();
-        EXPECT_TRUE(std::regex_match(uuid, form)) << uuid;
-        different.insert(uuid);
+        ASSERT_TRUE(std::regex_match(uuid, form)) << uuid;
+        for (std::size_t place = 0; place < uuid.size(); ++place) digits[place].insert(uuid[place]);
     }
-    EXPECT_EQ(different.size(), 100U);
+    for (std::size_t place = 0; place < std::size(digits); ++place) {
+        const bool isHyphen = place == 8 || place == 13 || place == 18 || place == 23;
+        const bool isVersion = place == 14, isVariant = place == 19;
+        EXPECT_EQ(digits[place].size(), isHyphen || isVersion ? 1U : isVariant ? 4U : 16U) << place;
+    }
 }
 
 TEST(Loaders, ReportAMissingFunctionUnderTheirName) {

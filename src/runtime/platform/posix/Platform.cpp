@@ -48,9 +48,9 @@ std::string desktop() {
     const std::string key = "XDG_DESKTOP_DIR=\"";
     std::ifstream settings(environment("XDG_CONFIG_HOME", belowHome("/.config")) + "/user-dirs.dirs");
     for (std::string line; std::getline(settings, line);) {
-        if (line.rfind(key, 0) != 0 || line.back() != '"') continue;
+        if (!line.starts_with(key) || line.back() != '"') continue;
         const std::string path = line.substr(key.size(), line.size() - key.size() - 1);
-        return path.rfind("$HOME", 0) == 0 ? belowHome(path.c_str() + 5) : path;
+        return path.starts_with("$HOME") ? belowHome(path.c_str() + 5) : path;
     }
     return belowHome("/Desktop");
 }
