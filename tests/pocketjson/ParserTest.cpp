@@ -99,7 +99,7 @@ TEST(Parser, TellsIntegersFromFloats) {
 
 TEST(Parser, KeepsTheLastOfEqualNamesHoweverManyThereAre) {
     std::mt19937 random(3);
-    for (const unsigned count : {2, 16, 40, 300}) {
+    for (const unsigned count : {2U, 16U, 40U, 300U}) {
         std::map<std::string, unsigned> expected;
         std::string text = "{";
         for (unsigned i = 0; i < count; ++i) {
