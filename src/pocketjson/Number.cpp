@@ -56,7 +56,8 @@ char* writeAnyNumber(std::int64_t number, char* buffer) noexcept {
         writeEightDigits(eightDigits(eight), buffer);
         buffer += 8;
     };
-    constexpr std::uint64_t kTenTo8 = 100000000, kTenTo16 = kTenTo8 * kTenTo8;
+    constexpr std::uint64_t kTenTo8 = 100000000;
+    constexpr std::uint64_t kTenTo16 = kTenTo8 * kTenTo8;
     if (absolute < kTenTo8) {
         writeLeading(absolute);
     } else if (absolute < kTenTo16) {
@@ -136,7 +137,7 @@ bool readNumber(std::string_view text, double& number) noexcept {
     return true;
 }
 
-bool readInteger(std::string_view text, std::int64_t& number) noexcept {
+void readInteger(std::string_view text, std::int64_t& number) noexcept {
     const bool negative = text.starts_with('-');
     if (negative || text.starts_with('+')) text.remove_prefix(1);
     int base = 10;
@@ -150,9 +151,8 @@ bool readInteger(std::string_view text, std::int64_t& number) noexcept {
     const auto* const end = text.data() + text.size();
     const auto result = std::from_chars(text.data(), end, absolute, base);
     const std::uint64_t limit = std::uint64_t{std::numeric_limits<std::int64_t>::max()} + negative;
-    if (result.ec != std::errc{} || result.ptr != end || absolute > limit) return false;
+    if (result.ec != std::errc{} || result.ptr != end || absolute > limit) return;
     number = static_cast<std::int64_t>(negative ? 0 - absolute : absolute);
-    return true;
 }
 
 }  // namespace pocketjson

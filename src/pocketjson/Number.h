@@ -152,8 +152,8 @@ inline double toDouble(const DecimalText& decimal) noexcept {
 /// Reads a whole text as a decimal number, rounded to the nearest double. False if the text is no such number.
 bool readNumber(std::string_view text, double& number) noexcept;
 
-/// Reads a whole text as an integer: an optional sign, "0x" before hexadecimal and "0" before octal digits. False if
-/// the text is no such number or out of range.
-bool readInteger(std::string_view text, std::int64_t& number) noexcept;
+/// Reads a whole text as an integer: an optional sign, "0x" before hexadecimal and "0" before octal digits. The number
+/// stays as it is if the text is no such number or out of range.
+void readInteger(std::string_view text, std::int64_t& number) noexcept;
 
 }  // namespace pocketjson

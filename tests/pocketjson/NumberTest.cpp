@@ -122,6 +122,10 @@ TEST(Numbers, AreReadAsTheCLibraryDoes) {
     const std::string halfway = "9007199254740993." + std::string(1000, '0');
     EXPECT_EQ(parsed(halfway).asDouble(), 9007199254740992.0);
     EXPECT_EQ(parsed(halfway + '1').asDouble(), 9007199254740994.0);
+    EXPECT_EQ(parsed("9007199254740994." + std::string(1000, '9')).asDouble(), 9007199254740994.0);
+    for (const char* text : {"9007199254740993e0", "9007199254740995e0", "9007199254740993e1", "1.3e-324", "1.9e-324",
+                             "2.4e-324", "2.5e-324"})
+        EXPECT_EQ(parsed(text).asDouble(1), std::strtod(text, nullptr)) << text;
 }
 
 }  // namespace

@@ -44,7 +44,7 @@ TEST(Parser, RejectsWithAMessage) {
         {"Unexpected string exists while parsing object.",
          {"{ ", "{,}", "{1:2}", R"({"a" 1})", R"({"a")", R"({"a":1)", R"({"a":1])"}},
         {"Unexpected comma exists while parsing object.", {R"({"b":1,})"}},
-        {"Unexpected string exists while parsing array.", {"[1,2", "[1 2]", "[1}", "[["}},
+        {"Unexpected string exists while parsing array.", {"[1,2", "[1 2]", "[1}", "[[", "[12:               ]"}},
         {"Unexpected comma exists while parsing array.", {"[1,]"}},
         {"Digit is not found while parsing number.", {"-", "-x"}},
         {"Unexpected '0' character is found while parsing number.", {"01", "-00"}},
@@ -67,6 +67,10 @@ TEST(Parser, RejectsWithAMessage) {
             EXPECT_EQ(error, message) << text;
         }
     }
+    Value value;
+    std::string error = "previous message";
+    EXPECT_TRUE(parse(error, value, "1"));
+    EXPECT_EQ(error, "");
 }
 
 TEST(Parser, KeepsWhatWasBuiltUpToTheError) {

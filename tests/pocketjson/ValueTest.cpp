@@ -130,6 +130,10 @@ TEST(Value, MayBeAssignedWhatItHolds) {
     swap(value, same);
     value.append(value);
     EXPECT_EQ(written(value), R"([{"eep":null}])");
+    Value other = 1;
+    swap(value, other);
+    EXPECT_EQ(value, 1);
+    EXPECT_EQ(written(other), R"([{"eep":null}])");
 }
 
 TEST(Value, EqualityIsOfKindAndContent) {
@@ -174,6 +178,8 @@ TEST(Value, ConvertsToNumbers) {
         for (const bool fallback : {false, true}) EXPECT_EQ(Value(row.at(0).asBool(fallback)), expected(4, fallback));
     }
     EXPECT_EQ(Value(kNan).asInt(kNo), kNo);
+    EXPECT_EQ(Value().asInt(), 0);
+    EXPECT_EQ(Value().asInt64(), 0);
 
     constexpr auto kMaximum = std::numeric_limits<std::int64_t>::max();
     EXPECT_EQ(Value(std::to_string(kMaximum)).asInt64(), kMaximum);
