@@ -98,7 +98,7 @@ class Card {
         this.find('.warning').hidden = input === this.input;
         this.find('.warning span').textContent =
             `Input ${input} may belong to another computer. Then this page cannot reach the monitor any more, ` +
-            `and only its own buttons switch it back. To stay, choose input ${this.input}.`;
+            `and only the buttons at the monitor switch it back. To stay, choose input ${this.input}.`;
     }
 
     async setInput() {
