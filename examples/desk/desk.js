@@ -18,7 +18,8 @@ class Card {
         this.find = (selector) => $(selector, this.element);
         this.find('h2').textContent = nameOf(monitor);
         this.find('.brightness input').oninput = () => this.attempt(this.setBrightness);
-        this.find('select').onchange = () => this.attempt(this.setInput);
+        this.find('select').onchange = () => this.warnOfInput();
+        this.find('.switch').onclick = () => this.attempt(this.setInput);
         this.find('.update').onclick = () => this.enqueue();
         this.find('.cancel').onclick = () => this.become('ready', 'The update was cancelled before it began.');
         $('#monitors').append(this.element);
@@ -29,7 +30,10 @@ class Card {
         this.find('fieldset').disabled = state !== 'ready';
         this.find('.transfer').hidden = state !== 'waiting' && state !== 'updating';
         this.find('.cancel').hidden = state !== 'waiting';
+        this.showBrightness();
+        this.showInput();
         this.say(text, isProblem);
+        if (state === 'gone') showCount();
     }
 
     say(text, isProblem) {
@@ -55,39 +59,61 @@ class Card {
         if (!monitor.serial) return this.become('gone', 'It tells no serial number, so it cannot be controlled.');
         this.become('loading', 'Asking the monitor…');
         const range = await monitor.tryGet('Brightness', { range: true });
-        this.find('.brightness').hidden = !range;
         Object.assign(this.find('.brightness input'), range);
-        if (range) this.showBrightness(await monitor.get('Brightness'));
-        const inputs = await monitor.tryGet('InputPort');
-        this.find('.input').hidden = !inputs;
-        if (inputs) this.find('select').value = inputs[0];
-        this.become('ready');
+        this.brightness = range && (await monitor.get('Brightness'));
+        this.input = (await monitor.tryGet('InputPort'))?.[0];
+        if (!this.versionBefore) return this.become('ready');
+        this.become('updating', 'It is back. Comparing its version with that before the update…');
+        await this.finishUpdate();
     }
 
-    showBrightness(step) {
-        this.find('.brightness input').value = this.find('output').value = step;
+    /** Shows what the monitor has, as far as it is known: also after a failure. */
+    showBrightness() {
+        this.find('.brightness').hidden = this.brightness === undefined;
+        this.find('.brightness input').value = this.find('output').value = this.brightness;
+    }
+
+    showInput() {
+        this.find('.input').hidden = this.input === undefined;
+        this.find('select').value = this.input;
+        this.find('.warning').hidden = true;
     }
 
     /** While one PUT is under way, only the latest of those that wait is sent. Then it shows what the monitor has. */
     async setBrightness() {
-        const wanted = this.find('.brightness input').valueAsNumber;
+        const wanted = (this.wanted = this.find('.brightness input').valueAsNumber);
         this.find('output').value = wanted;
         if ((await this.monitor.put('Brightness', wanted)) === 'superseded') return;
-        const step = await this.monitor.get('Brightness');
-        if (this.find('.brightness input').valueAsNumber !== wanted) return;
-        this.showBrightness(step);
-        const follows = step === wanted;
-        this.say(follows ? '' : `The monitor did not follow: its brightness is still ${step}.`, !follows);
+        this.brightness = wanted;
+        this.brightness = await this.monitor.get('Brightness');
+        if (this.wanted !== wanted) return;
+        this.showBrightness();
+        const follows = this.brightness === wanted;
+        this.say(follows ? '' : `The monitor did not follow: its brightness is still ${this.brightness}.`, !follows);
+    }
+
+    /** Nobody knows which inputs lead to this computer, so any other one may be the last that the page can choose. */
+    warnOfInput() {
+        const input = Number(this.find('select').value);
+        this.find('.warning').hidden = input === this.input;
+        this.find('.warning span').textContent =
+            `Input ${input} may belong to another computer. Then this page cannot reach the monitor any more, ` +
+            `and only the buttons at the monitor switch it back. To stay, choose input ${this.input}.`;
     }
 
     async setInput() {
         const input = Number(this.find('select').value);
+        this.find('.warning').hidden = true;
         await this.monitor.put('InputPort', input);
+        this.input = input;
         await findMonitors();
-        if (this.state === 'gone') return this.say(`It shows input ${input} now, and cannot be reached from here.`);
-        const [current] = await this.monitor.get('InputPort');
-        this.find('select').value = current;
-        if (current !== input) this.say(`The monitor did not follow: it still shows input ${current}.`, true);
+        const advice = 'Look for monitors when it shows this computer again.';
+        if (this.state === 'gone')
+            return this.say(`It shows input ${input} now, and cannot be reached from here. ${advice}`);
+        [this.input] = await this.monitor.get('InputPort');
+        this.showInput();
+        const follows = this.input === input;
+        this.say(follows ? '' : `The monitor did not follow: it still shows input ${this.input}.`, !follows);
     }
 
     enqueue() {
@@ -116,12 +142,10 @@ class Card {
                 const advice = `It runs ${before} as before. Check its cable and try again.`;
                 return this.become('ready', `The transfer failed: ${message} ${advice}`, true);
             }
+            this.versionBefore = before;
             await this.monitor.post('FirmwareUpdateTrigger');
             this.say('It updates itself now. Leave it switched on.');
-            const after = await this.versionAfterUpdate();
-            if (!after) this.become('gone', 'It did not come back. Switch it off and on, then look for monitors.');
-            else if (after === before) this.become('ready', `The update had no effect: it still runs ${before}.`, true);
-            else this.become('ready', `Updated from ${before} to ${after}.`);
+            await this.finishUpdate();
         } finally {
             await file.close();
         }
@@ -133,24 +157,34 @@ class Card {
     }
 
     /** Waits for the end of the update, half a minute at most. Meanwhile the monitor may be away. */
-    async versionAfterUpdate() {
+    async finishUpdate() {
         for (let second = 0; second < 30; ++second) {
             await new Promise((resolve) => setTimeout(resolve, 1000));
             try {
-                if ((await this.monitor.get('FirmwareUpdate')).state !== 3) return await this.version();
+                if ((await this.monitor.get('FirmwareUpdate')).state !== 3) return await this.compareVersions();
             } catch {
                 await pell.monitors({ update: true }).catch(() => {});
             }
         }
+        this.become('gone', 'It did not come back. Switch it off and on, then look for monitors.');
+    }
+
+    async compareVersions() {
+        const after = await this.version();
+        const before = this.versionBefore;
+        this.versionBefore = undefined;
+        if (after === before) this.become('ready', `The update had no effect: it still runs ${before}.`, true);
+        else this.become('ready', `Updated from ${before} to ${after}.`);
     }
 }
 
 const cards = new Map();
+let found = [];
 
 /** Lists the monitors afresh. Cards stay where they are, also those of monitors that are gone. */
 async function findMonitors() {
     try {
-        const found = await pell.monitors({ update: true });
+        found = await pell.monitors({ update: true });
         const names = found.map(nameOf);
         for (const monitor of found) {
             const card = cards.get(nameOf(monitor)) ?? new Card(monitor);
@@ -160,12 +194,22 @@ async function findMonitors() {
         for (const [name, card] of cards)
             if (!names.includes(name) && card.state !== 'updating' && card.state !== 'gone')
                 card.become('gone', 'It is gone: check its cable and power, then look for monitors.');
-        const twins = names.filter((name, at) => names.indexOf(name) < at);
-        const warnings = twins.map((name) => ` Two monitors call themselves ${name}: only one can be controlled.`);
-        $('#message').textContent = `Connected monitors: ${found.length}.${warnings.join('')}`;
+        showCount();
     } catch ({ message }) {
         $('#message').textContent = `The monitors cannot be listed: ${message}`;
     }
+}
+
+/** How many of those that were found are still there, and which of them share a name. */
+function showCount() {
+    const connected = found.filter((monitor) => !monitor.serial || cards.get(nameOf(monitor))?.state !== 'gone');
+    let text = `Connected monitors: ${connected.length}.`;
+    for (const [name, { monitor }] of cards) {
+        const count = connected.filter((other) => nameOf(other) === name).length;
+        const share = monitor.serial ? 'only one' : 'none';
+        if (count > 1) text += ` ${count} monitors call themselves ${name}: ${share} can be controlled.`;
+    }
+    $('#message').textContent = text;
 }
 
 $('#find').onclick = findMonitors;

@@ -22,6 +22,37 @@ test('there is a way through every scenario', () => {
 
 walkScenarios('native', () => ({ browser, server }));
 
+test('a failure leaves the values that the monitor has', async () => {
+    await server.choose('blank-serial');
+    const page = await open(browser, server.address);
+    await isReady(page, first);
+    const card = page.getByRole('article').filter({ hasText: first });
+    const brightness = await card.getByLabel('Brightness').inputValue();
+    for (const name of ['DmCtrlSetBrightnessForStep', 'DmCtrlSetInputPorts'])
+        await server.simulate({ simulate: 'return', function: name, result: -2147483648 });
+
+    await card.getByLabel('Brightness').fill('80');
+    await card.getByText('That did not work').waitFor();
+    assert.equal(await card.getByLabel('Brightness').inputValue(), brightness);
+    assert.equal(await card.locator('output').textContent(), brightness);
+    await card.getByLabel('Input').selectOption('3');
+    await card.getByRole('button', { name: 'Switch' }).click();
+    await page.waitForFunction(() => document.querySelectorAll('select')[1].value === '1');
+    await page.context().close();
+});
+
+test('of two monitors without a serial none can be controlled', async () => {
+    const page = await open(browser, server.address);
+    const value = Array(2).fill({ product: 'TB240', serial: '' });
+    await page.route('**/pell/Monitors?update', async (route) => {
+        const response = await route.fetch();
+        await route.fulfill({ response, json: { ...(await response.json()), value } });
+    });
+    await page.getByRole('button', { name: 'Look for monitors' }).click();
+    await page.getByText('2 monitors call themselves TB240 without a serial: none can be controlled.').waitFor();
+    await page.context().close();
+});
+
 for (const [name, options] of Object.entries({
     light: {},
     'narrow-dark': { viewport: { width: 400, height: 800 }, colorScheme: 'dark' },

@@ -314,6 +314,9 @@ test('all of it is reached with the keyboard', async () => {
     await tabTo('GET');
     await page.keyboard.press('Enter');
     await lines().nth(3).waitFor();
+    await row('PUT').getByRole('textbox').first().focus();
+    await page.keyboard.press('Tab');
+    assert.ok(await isOn('PUT'), 'the button comes after its field');
     await tabTo('Requests');
     await page.keyboard.press('End');
     await exchange().getByText('GET Candela').waitFor();

@@ -24,9 +24,7 @@ const scenarios = {
     twins: [
         1,
         async (page) => {
-            await page
-                .getByText('Two monitors call themselves TQ271-P 10000001: only one can be controlled.')
-                .waitFor();
+            await page.getByText('2 monitors call themselves TQ271-P 10000001: only one can be controlled.').waitFor();
             assert.equal(await card(page).count(), 1);
         },
     ],
@@ -65,7 +63,10 @@ const scenarios = {
             await move(page, 80);
             await says(page, 'The monitor did not follow: its brightness is still 50.');
             await card(page).getByLabel('Input').selectOption('3');
+            await says(page, 'Then this page cannot reach the monitor any more');
+            await card(page).getByRole('button', { name: 'Switch' }).click();
             await says(page, 'it still shows input 1.');
+            assert.equal(await card(page).getByLabel('Input').inputValue(), '1');
         },
     ],
     vanishes: [
@@ -79,6 +80,7 @@ const scenarios = {
                     .fill(String(step), { timeout: 1000 })
                     .catch(() => {});
             await says(page, 'check its cable and power');
+            await page.getByText('Connected monitors: 1.').waitFor();
             await server.simulate({ simulate: 'reset' });
             await look(page);
             await isReady(page);
@@ -88,8 +90,19 @@ const scenarios = {
         1,
         async (page) => {
             await isReady(page);
+            const switches = card(page).getByRole('button', { name: 'Switch' });
             await card(page).getByLabel('Input').selectOption('2');
+            await says(
+                page,
+                'Input 2 may belong to another computer. Then this page cannot reach the monitor any more',
+            );
+            assert.deepEqual((await server.ask('GET', 'Monitors/TQ271-P/10000001/InputPort')).value, [1]);
+            await card(page).getByLabel('Input').selectOption('1');
+            await switches.waitFor({ state: 'hidden' });
+            await card(page).getByLabel('Input').selectOption('2');
+            await switches.click();
             await says(page, 'It shows input 2 now, and cannot be reached from here.');
+            await page.getByText('Connected monitors: 1.').waitFor();
         },
     ],
     'update-fails': [
@@ -105,7 +118,17 @@ const scenarios = {
             await isReady(page);
         },
     ],
-    'update-gone': [20, (page) => updateEnds(page, 'It did not come back. Switch it off and on')],
+    'update-gone': [
+        20,
+        async (page) => {
+            await updateEnds(page, 'It did not come back. Switch it off and on');
+            await page.getByText('Connected monitors: 1.').waitFor();
+            await server.simulate({ simulate: 'plug', product: 'TQ271-P', serial: '10000001' });
+            await look(page);
+            await pass(page, () => card(page).getByText('The update had no effect: it still runs 2.0.1.5.3.').count());
+            await isReady(page);
+        },
+    ],
     'update-in-vain': [20, (page) => updateEnds(page, 'The update had no effect: it still runs 2.0.1.5.3.')],
     'eight-monitors': [
         0.2,

@@ -9,7 +9,7 @@ import './lab-field.js';
 import { kindOf } from './lab-field.js';
 import { shared } from './style.js';
 
-/** One way to ask a resource: a form, a button, and the last answer. */
+/** One way to ask a resource: its fields, the button that sends it, and the last answer. */
 @customElement('lab-row')
 export class LabRow extends LitElement {
     private selection = selection.observedBy(this);
@@ -45,12 +45,6 @@ export class LabRow extends LitElement {
         const what = this.what();
         return html`
             <form class="card" @submit=${this.submit}>
-                <lab-copy .codes=${codesOf(this.request())}>
-                    <button class="send" ?disabled=${this.isSending}>${method}</button>
-                    ${what ? html`<span class="mono what">${what}</span>` : nothing}
-                    ${needs ? html`<span class="small soft">needs ${needs}</span>` : nothing}
-                    <span class="small soft">${answer && answer.type !== 'null' ? `→ ${kindOf(answer)}` : ''}</span>
-                </lab-copy>
                 ${
                     fields.length || body
                         ? html`<div class="fields">
@@ -69,6 +63,12 @@ export class LabRow extends LitElement {
                           </div>`
                         : nothing
                 }
+                <lab-copy .codes=${codesOf(this.request())}>
+                    <button class="send" ?disabled=${this.isSending}>${method}</button>
+                    ${what ? html`<span class="mono what">${what}</span>` : nothing}
+                    ${needs ? html`<span class="small soft">needs ${needs}</span>` : nothing}
+                    <span class="small soft">${answer && answer.type !== 'null' ? `→ ${kindOf(answer)}` : ''}</span>
+                </lab-copy>
                 <lab-answer .answer=${this.selection.answer(this.place)}></lab-answer>
             </form>
         `;
@@ -143,7 +143,7 @@ export class LabRow extends LitElement {
                 overflow-wrap: anywhere;
             }
             .fields {
-                margin-top: 6px;
+                margin-bottom: 6px;
                 display: grid;
                 grid-template-columns: repeat(auto-fill, minmax(120px, 1fr));
                 align-items: end;
