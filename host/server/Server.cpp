@@ -83,7 +83,7 @@ class Server::Implementation : public Clients {
     void run() {
         for (auto& acceptor : acceptors_) accept(acceptor);
         waitForInterruption();
-        context_.run();
+        while (!context_.stopped()) serve();
         site_.finish();  // whose threads answer to this context
     }
 
@@ -103,6 +103,12 @@ class Server::Implementation : public Clients {
     }
 
  private:
+    /// Until all has ended, or something fails, such as for want of memory: its connection ends with what was under
+    /// way, and the others go on.
+    void serve() try { context_.run(); } catch (const std::exception& error) {
+        console_.error << "A connection was dropped: " << error.what() << std::endl;
+    }
+
     void listen(std::uint16_t port) {
         // A free port of one family may be taken in the other.
         constexpr int attempts = 20;
@@ -137,11 +143,11 @@ class Server::Implementation : public Clients {
             if (!acceptor.is_open()) return;
             if (error) return ++failures_ % maximumFailures == 0 ? acceptLater(acceptor) : accept(acceptor);
             failures_ = 0;
+            accept(acceptor);  // whatever becomes of this one
             if (count < limits::connections || Idleness::makeRoom(idle)) {
                 socket.set_option(tcp::no_delay(true), error);
                 std::make_shared<Connection>(std::move(socket), *this)->start();
             }
-            accept(acceptor);
         });
     }
 

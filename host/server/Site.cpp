@@ -93,7 +93,7 @@ void Site::finish() {
     labPool_.finish();
 }
 
-Route Site::route(const HttpRequest& head) {
+Route Site::route(const HttpRequest& head) try {
     if (auto refusal = guard_.refusal(head)) return {std::move(*refusal)};
     auto route = [&]() -> Route {
         if (auto preflight = guard_.preflight(head)) return {std::move(*preflight)};
@@ -101,6 +101,8 @@ Route Site::route(const HttpRequest& head) {
     }();
     route.fields = guard_.corsFields(head);
     return route;
+} catch (const std::exception& error) {
+    return {errorResponse(500, "HostError", error.what())};
 }
 
 Route Site::routeAllowed(const HttpRequest& head) {
@@ -136,7 +138,7 @@ Route Site::routeOfPlugin(const HttpRequest& head) {
 
 Route Site::routeOfLab(const HttpRequest& head) {
     constexpr std::string_view api = "/lab/api/";
-    if (!head.path().starts_with(api)) return {staticFile(Lab::folder(), head.path().substr(5), head)};
+    if (!head.path().starts_with(api)) return {staticFile(lab_.folder(), head.path().substr(5), head)};
     const auto name = head.path().substr(api.size());
     if (name == "exchanges") return events(lab_.exchanges(), head);
     if (name == "simulate" || name == "call") {

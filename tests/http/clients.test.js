@@ -1,7 +1,10 @@
 // Clients that are hostile, slow, broken or many.
 import assert from 'node:assert/strict';
+import { execFileSync } from 'node:child_process';
 import fs from 'node:fs';
 import http from 'node:http';
+import os from 'node:os';
+import path from 'node:path';
 import { test } from 'node:test';
 import { setTimeout as later } from 'node:timers/promises';
 import { ask, brightness, builds, connect, startServer } from './server.js';
@@ -257,3 +260,28 @@ for (const build of builds)
         idle.child.kill('SIGINT');
         assert.deepEqual(await idle.ended, { code: 0, signal: null, errors: '' });
     });
+
+test('a program whose file is replaced goes on', async (t) => {
+    const folder = fs.mkdtempSync(path.join(os.tmpdir(), 'pell-replaced-'));
+    t.after(() => fs.rmSync(folder, { recursive: true }));
+    fs.cpSync('build/native/full', folder, { recursive: true });
+    fs.mkdirSync(`${folder}/lab`, { recursive: true });
+    fs.writeFileSync(`${folder}/lab/index.html`, '<p>lab');
+    const server = await startServer(t, { command: [`${folder}/pellhost`] });
+    fs.rmSync(`${folder}/pellhost`);
+    const { status, text } = await ask(server.address, '/lab/');
+    assert.deepEqual([status, text], [200, '<p>lab']);
+    await server.assertAlive();
+});
+
+test('a request for which there is no memory ends alone', async (t) => {
+    const server = await startServer(t, 'native');
+    await server.assertAlive(); // has the threads that it needs
+    const limitTo = (size) => execFileSync('prlimit', ['--pid', server.child.pid, `--as=${size}:unlimited`]);
+    const status = fs.readFileSync(`/proc/${server.child.pid}/status`, 'utf8');
+    limitTo((Number(/VmSize:\s*(\d+)/.exec(status)[1]) + 1024) * 1024);
+    await assert.rejects(ask(server.address, brightness, { method: 'PUT', body: '9'.repeat(8 << 20) }));
+    limitTo('unlimited');
+    await server.assertAlive();
+    assert.match(server.errors(), /^A connection was dropped: .*\n$/);
+});

@@ -24,12 +24,12 @@ export function hostOf(build) {
 /** A server among monitors of its own, which ends with the test. The arguments are those of `serve`. */
 export const startServer = (t, build, ...args) => startHost(t, build, 'serve', '--port', '0', ...args);
 
-/** The same with all arguments of pellhost. */
+/** The same with all arguments of pellhost, be it that of a build or another `{ command, pathOf }`. */
 export async function startHost(t, build, ...args) {
     const {
         command: [program, ...others],
         pathOf,
-    } = hostOf(build);
+    } = typeof build === 'string' ? hostOf(build) : build;
     const child = spawn(program, [...others, '--json', ...args], {
         stdio: ['ignore', 'pipe', 'pipe'],
     });
