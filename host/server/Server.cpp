@@ -7,6 +7,7 @@
 #include <boost/asio/signal_set.hpp>
 #include <boost/asio/steady_timer.hpp>
 #include <cstdlib>
+#include <map>
 #include <ostream>
 #include <stdexcept>
 
@@ -87,11 +88,15 @@ class Server::Implementation : public Clients {
         site_.finish();  // whose threads answer to this context
     }
 
-    Route route(const HttpRequest& head) override { return site_.route(head); }
+    Route route(const HttpRequest& head) override {
+        auto route = site_.route(head);
+        std::erase_if(streams_, [](const auto& other) { return other.expired(); });
+        if (std::holds_alternative<Events>(route.what) && streams_.size() >= limits::streams)
+            route.what = errorResponse(503, "ServiceUnavailable", "Too many streams of events are open.");
+        return route;
+    }
 
     void stream(beast::tcp_stream connection, const Events& events, const std::string& fields) override {
-        std::erase_if(streams_, [](const auto& other) { return other.expired(); });
-        if (streams_.size() >= limits::streams) return;  // the connection is closed, and its browser tries again
         const auto stream = std::make_shared<EventStream>(std::move(connection), events, *this);
         streams_.push_back(stream);
         stream->start(fields);
@@ -170,7 +175,8 @@ class Server::Implementation : public Clients {
             if (isEnding_) std::_Exit(EXIT_FAILURE);  // what runs is left to itself
             isEnding_ = true;
             for (auto& acceptor : acceptors_) acceptor.close();
-            site_.close();
+            if (const auto dropped = site_.close())
+                console_.error << "Waiting requests that are dropped: " << dropped << std::endl;
             end();
         });
     }
@@ -179,7 +185,13 @@ class Server::Implementation : public Clients {
         const auto running = journal_.running();
         if (running.empty()) return context_.stop();
         if (!hasTold_) {
-            for (const auto& name : running) console_.error << "Waiting for the end of " << name << '\n';
+            std::map<std::string, std::size_t> counts;
+            for (const auto& name : running) ++counts[name];
+            for (const auto& [name, number] : counts) {
+                console_.error << "Waiting for the end of " << name;
+                if (number > 1) console_.error << " (" << number << " times)";
+                console_.error << '\n';
+            }
             console_.error << "Ctrl+C again leaves at once." << std::endl;
             hasTold_ = true;
             waitForInterruption();

@@ -141,14 +141,12 @@ for (const build of builds)
 
         await t.test('readers of events that read nothing are not let in without end', async () => {
             const readers = Array.from({ length: 100 }, () => connect(port));
-            let closed = 0;
-            for (const { socket } of readers) {
-                socket.on('close', () => ++closed);
-                socket.write(head(port, '\r\n', '/lab/api/exchanges?since=0'));
-            }
-            while (closed < 36) await later(10);
+            for (const { socket } of readers) socket.write(head(port, '\r\n', '/lab/api/exchanges?since=0'));
+            while (readers.some(({ text }) => !text().includes('\r\n\r\n'))) await later(10);
+            const refused = readers.filter(({ text }) => text().startsWith('HTTP/1.1 503 '));
+            assert.equal(refused.length, 36);
+            for (const { text } of refused) assert.match(text(), /Too many streams/);
             await server.assertAlive();
-            assert.equal(closed, 36);
             readers.forEach(({ socket }) => socket.destroy());
             await later(100);
         });
@@ -196,9 +194,16 @@ for (const build of builds)
             const targets = monitors.map(({ product, serial }) => `/pell/Monitors/${product}/${serial}/Brightness`);
             for (const { product, serial } of monitors.slice(1))
                 await server.simulate({ simulate: 'delay', product, serial, milliseconds: 3_600_000 });
+            const call = ({ product, serial }) => {
+                const texts = ['{"method":"GET"}', JSON.stringify({ product, serial }), '', ''];
+                const body = JSON.stringify({ call: 'Brightness', texts });
+                return ask(address, '/lab/api/call', { method: 'POST', body });
+            };
             const slow = targets.slice(1).flatMap((target) => Array.from({ length: 40 }, () => ask(address, target)));
+            slow.push(...Array.from({ length: 40 }, () => call(monitors[1])));
             await later(100);
             assert.equal((await ask(address, targets[0])).status, 200);
+            assert.equal((await call(monitors[0])).status, 200);
             assert.equal((await ask(address, '/pell/Monitors')).status, 200);
             await server.simulate({ simulate: 'reset' });
             await server.simulate({ simulate: 'advance', milliseconds: 3_600_000 });
@@ -243,17 +248,22 @@ for (const build of builds)
     test(`${build}: an interruption waits for what runs`, async (t) => {
         const server = await startServer(t, build);
         await server.simulate({ simulate: 'delay', milliseconds: 3_600_000 });
-        const slow = ask(server.address, brightness).catch(() => {});
+        const slow = Array.from({ length: 12 }, () => ask(server.address, brightness).catch(() => {}));
         const ready = async () => {
             while (!server.errors().includes('again')) await later(10);
         };
-        await server.begun('Brightness');
+        await server.begun('Brightness', 8); // as many as run at once; the others wait
+        await later(100);
         server.child.kill('SIGINT');
         await ready();
-        assert.match(server.errors(), /Waiting for the end of GET Brightness of TQ271-P\/10000001/);
+        assert.deepEqual(server.errors().trim().split('\n'), [
+            'Waiting requests that are dropped: 4',
+            'Waiting for the end of GET Brightness of TQ271-P/10000001 (8 times)',
+            'Ctrl+C again leaves at once.',
+        ]);
         server.child.kill('SIGINT');
         assert.deepEqual((await server.ended).code, 1);
-        await slow;
+        await Promise.all(slow);
 
         const idle = await startServer(t, build);
         await idle.assertAlive();

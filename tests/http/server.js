@@ -59,12 +59,12 @@ export async function startHost(t, build, ...args) {
             });
             assert.deepEqual(await response.json(), { ok: true });
         },
-        /** A request to the resource has begun. */
-        async begun(resource) {
+        /** So many requests to the resource have begun. */
+        async begun(resource, count = 1) {
             const response = await fetch(`${address}/lab/api/exchanges?since=0`);
             let text = '';
             for await (const chunk of response.body.pipeThrough(new TextDecoderStream()))
-                if ((text += chunk).includes(`"resource":"${resource}"`)) return;
+                if ((text += chunk).split(`"resource":"${resource}"`).length > count) return;
         },
         /** Still answers. */
         async assertAlive() {
