@@ -271,7 +271,9 @@ for (const build of builds)
         assert.deepEqual(await idle.ended, { code: 0, signal: null, errors: '' });
     });
 
-test('a program whose file is replaced goes on', async (t) => {
+const onLinux = { skip: !builds.includes('native') && 'asks Linux' };
+
+test('a program whose file is replaced goes on', onLinux, async (t) => {
     const folder = fs.mkdtempSync(path.join(os.tmpdir(), 'pell-replaced-'));
     t.after(() => fs.rmSync(folder, { recursive: true }));
     fs.cpSync('build/native/full', folder, { recursive: true });
@@ -284,7 +286,7 @@ test('a program whose file is replaced goes on', async (t) => {
     await server.assertAlive();
 });
 
-test('a request for which there is no memory ends alone', async (t) => {
+test('a request for which there is no memory ends alone', onLinux, async (t) => {
     const server = await startServer(t, 'native');
     await server.assertAlive(); // has the threads that it needs
     const limitTo = (size) => execFileSync('prlimit', ['--pid', server.child.pid, `--as=${size}:unlimited`]);
