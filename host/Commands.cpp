@@ -193,12 +193,13 @@ bool Commands::replay(const Options& options) {
         console_.error << "pellhost: line " << outcome.tornLine << " is torn: the recording was cut off there\n";
     if (options.json) {
         auto differences = Json::array();
-        for (const auto& [line, request, where, recorded, replayed] : outcome.differences)
+        for (const auto& [line, request, where, recorded, replayed, together] : outcome.differences)
             differences.push_back({{"line", line},
                                    {"request", request},
                                    {"where", where},
                                    {"recorded", recorded},
-                                   {"replayed", replayed}});
+                                   {"replayed", replayed},
+                                   {"ranTogetherWith", together ? Json(together) : Json()}});
         console_.out << formatJson({{"requests", outcome.requests},
                                     {"differences", differences},
                                     {"tornLine", outcome.tornLine ? Json(outcome.tornLine) : Json()},
@@ -206,8 +207,12 @@ bool Commands::replay(const Options& options) {
                      << '\n';
     } else {
         std::size_t last = 0;
-        for (const auto& [line, request, where, recorded, replayed] : outcome.differences) {
-            if (line != last) console_.out << "line " << line << ": " << request << '\n';
+        for (const auto& [line, request, where, recorded, replayed, together] : outcome.differences) {
+            if (line != last) {
+                console_.out << "line " << line << ": " << request;
+                if (together) console_.out << ", ran together with line " << together;
+                console_.out << '\n';
+            }
             last = line;
             console_.out << "    " << where << ": " << writeJson(recorded) << " is now " << writeJson(replayed) << '\n';
         }

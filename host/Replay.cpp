@@ -199,7 +199,7 @@ class Comparison {
         return found == json.end() ? nothing : *found;
     }
     void report(const std::string& where, const Json& recorded, const Json& replayed) {
-        differences_.push_back({line_, request_, where, recorded, replayed});
+        differences_.push_back({line_, request_, where, recorded, replayed, 0});
     }
 
     Names& names_;
@@ -231,6 +231,41 @@ class Time {
  private:
     double factor_ = 1;
     double last_ = 0;
+};
+
+/// When what the lines record was under way.
+class Spans {
+ public:
+    explicit Spans(const std::vector<Line>& lines) {
+        for (const auto& [number, line] : lines) {
+            const auto begin = line.value("time", 0.0);
+            spans_.push_back({number, begin, begin + line.value("milliseconds", 0.0)});
+        }
+    }
+
+    /// The first other line that ran together with this one; 0: none surely did.
+    std::size_t together(std::size_t number) const {
+        const auto isThis = [&](const Span& span) { return span.line == number; };
+        const auto own = std::find_if(spans_.begin(), spans_.end(), isThis);
+        const auto other = std::find_if(spans_.begin(), spans_.end(), [&](const Span& span) {
+            return !isThis(span) && (beginsWithin(span, *own) || beginsWithin(*own, span));
+        });
+        return other == spans_.end() ? 0 : other->line;
+    }
+
+ private:
+    struct Span {
+        std::size_t line;
+        double begin;
+        double end;
+    };
+
+    /// Times are of whole milliseconds, rounded down; requests that quickly follow each other are not together.
+    static bool beginsWithin(const Span& later, const Span& earlier) {
+        return later.begin >= earlier.begin && later.begin + 1 <= earlier.end;
+    }
+
+    std::vector<Span> spans_;
 };
 
 std::string title(const Json& line) {
@@ -293,6 +328,8 @@ ReplayOutcome replay(const Session& session, const std::filesystem::path& file, 
         } catch (const std::exception& error) {
             fail(number, error.what());
         }
+    const Spans spans(lines);
+    for (auto& difference : outcome.differences) difference.together = spans.together(difference.line);
     return outcome;
 }
 

@@ -10,11 +10,12 @@
 namespace host {
 
 struct Difference {
-    std::size_t line;     ///< of the file, counted from 1
-    std::string request;  ///< such as "GET Brightness of TQ271-P/10000001"
-    std::string where;    ///< such as "responses/0/text/value"
-    Json recorded;        ///< null: it was not there
-    Json replayed;        ///< null: it is not there
+    std::size_t line;      ///< of the file, counted from 1
+    std::string request;   ///< such as "GET Brightness of TQ271-P/10000001"
+    std::string where;     ///< such as "responses/0/text/value"
+    Json recorded;         ///< null: it was not there
+    Json replayed;         ///< null: it is not there
+    std::size_t together;  ///< the line of the first other that was under way at the same time; 0: none surely was
 };
 
 struct ReplayOutcome {

@@ -202,7 +202,7 @@ void Connection::refuse(Error error) {
 }
 
 void Connection::respond(HttpResponse response) {
-    const auto keepsAlive = !isLast_ && parser_->is_done() && parser_->get().keep_alive();
+    const auto keepsAlive = !isLast_ && !response.endsConnection && parser_->is_done() && parser_->get().keep_alive();
     const auto isHead = parser_->get().method() == http::verb::head;
     if (clients_.answers + response.body.size() > limits::answers)
         response = errorResponse(503, "ServiceUnavailable", "Too many large answers are on their way.");

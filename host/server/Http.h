@@ -39,6 +39,7 @@ struct HttpResponse {
     std::string type{};  ///< empty: there is no body
     std::string body{};
     std::vector<std::pair<std::string, std::string>> fields{};
+    bool endsConnection = false;
 };
 
 /// The envelope of the plug-in around an error of the server's own.

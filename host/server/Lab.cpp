@@ -33,13 +33,10 @@ const char* nameOf(Journal::Kind kind) {
 Lab::Lab(Journal& journal, std::string plugin)
     : journal_(journal),
       plugin_(std::move(plugin)),
+      folder_(Plugin::defaultFile().parent_path() / "lab"),
       head_(recordingHead(simulator::currentScenario())),
       exchanges_(maximumEvents, maximumBytes, [this](const EventLog::Event& event) { forget(event); }) {
     journal.addSink([this](Journal::Kind kind, const Json& line) { exchanges_.add(nameOf(kind), writeJson(line)); });
-}
-
-std::filesystem::path Lab::folder() {
-    return Plugin::defaultFile().parent_path() / "lab";
 }
 
 HttpResponse Lab::state() const {

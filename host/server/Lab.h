@@ -16,7 +16,7 @@ class Lab {
     Lab(Journal& journal, std::string plugin);
 
     /// The lab's own files: the folder `lab` beside this program.
-    static std::filesystem::path folder();
+    const std::filesystem::path& folder() const { return folder_; }
 
     /// The events `opened`, `exchange` and `simulation`.
     EventLog& exchanges() { return exchanges_; }
@@ -38,7 +38,8 @@ class Lab {
 
     Journal& journal_;
     const std::string plugin_;
-    Json head_;  ///< of a recording that begins with what is kept
+    const std::filesystem::path folder_;  ///< found at the start: the program's file may be replaced while it runs
+    Json head_;                           ///< of a recording that begins with what is kept
     EventLog exchanges_;
 };
 

@@ -7,6 +7,7 @@
 #include <boost/asio/signal_set.hpp>
 #include <boost/asio/steady_timer.hpp>
 #include <cstdlib>
+#include <map>
 #include <ostream>
 #include <stdexcept>
 
@@ -83,15 +84,19 @@ class Server::Implementation : public Clients {
     void run() {
         for (auto& acceptor : acceptors_) accept(acceptor);
         waitForInterruption();
-        context_.run();
+        while (!context_.stopped()) serve();
         site_.finish();  // whose threads answer to this context
     }
 
-    Route route(const HttpRequest& head) override { return site_.route(head); }
+    Route route(const HttpRequest& head) override {
+        auto route = site_.route(head);
+        std::erase_if(streams_, [](const auto& other) { return other.expired(); });
+        if (std::holds_alternative<Events>(route.what) && streams_.size() >= limits::streams)
+            route.what = errorResponse(503, "ServiceUnavailable", "Too many streams of events are open.");
+        return route;
+    }
 
     void stream(beast::tcp_stream connection, const Events& events, const std::string& fields) override {
-        std::erase_if(streams_, [](const auto& other) { return other.expired(); });
-        if (streams_.size() >= limits::streams) return;  // the connection is closed, and its browser tries again
         const auto stream = std::make_shared<EventStream>(std::move(connection), events, *this);
         streams_.push_back(stream);
         stream->start(fields);
@@ -103,6 +108,12 @@ class Server::Implementation : public Clients {
     }
 
  private:
+    /// Until all has ended, or something fails, such as for want of memory: its connection ends with what was under
+    /// way, and the others go on.
+    void serve() try { context_.run(); } catch (const std::exception& error) {
+        console_.error << "A connection was dropped: " << error.what() << std::endl;
+    }
+
     void listen(std::uint16_t port) {
         // A free port of one family may be taken in the other.
         constexpr int attempts = 20;
@@ -137,11 +148,11 @@ class Server::Implementation : public Clients {
             if (!acceptor.is_open()) return;
             if (error) return ++failures_ % maximumFailures == 0 ? acceptLater(acceptor) : accept(acceptor);
             failures_ = 0;
+            accept(acceptor);  // whatever becomes of this one
             if (count < limits::connections || Idleness::makeRoom(idle)) {
                 socket.set_option(tcp::no_delay(true), error);
                 std::make_shared<Connection>(std::move(socket), *this)->start();
             }
-            accept(acceptor);
         });
     }
 
@@ -164,7 +175,8 @@ class Server::Implementation : public Clients {
             if (isEnding_) std::_Exit(EXIT_FAILURE);  // what runs is left to itself
             isEnding_ = true;
             for (auto& acceptor : acceptors_) acceptor.close();
-            site_.close();
+            if (const auto dropped = site_.close())
+                console_.error << "Waiting requests that are dropped: " << dropped << std::endl;
             end();
         });
     }
@@ -173,7 +185,13 @@ class Server::Implementation : public Clients {
         const auto running = journal_.running();
         if (running.empty()) return context_.stop();
         if (!hasTold_) {
-            for (const auto& name : running) console_.error << "Waiting for the end of " << name << '\n';
+            std::map<std::string, std::size_t> counts;
+            for (const auto& name : running) ++counts[name];
+            for (const auto& [name, number] : counts) {
+                console_.error << "Waiting for the end of " << name;
+                if (number > 1) console_.error << " (" << number << " times)";
+                console_.error << '\n';
+            }
             console_.error << "Ctrl+C again leaves at once." << std::endl;
             hasTold_ = true;
             waitForInterruption();

@@ -17,7 +17,7 @@ constexpr WorkPool::Limits poolLimits{.threads = 128, .running = 8, .waiting = 1
 constexpr WorkPool::Limits labPoolLimits{.threads = 3, .running = 2, .waiting = 64};
 
 HttpResponse headOfStream() {
-    return {.type = "text/event-stream"};
+    return {.type = "text/event-stream", .endsConnection = true};
 }
 
 HttpResponse notFound() {
@@ -47,6 +47,28 @@ bool isOfLab(const HttpRequest& request) {
     if (!request.referer.starts_with(scheme)) return false;
     const auto path = request.referer.find('/', scheme.size());
     return path != std::string::npos && request.referer.compare(path, 5, "/lab/") == 0;
+}
+
+/// The name of a monitor's queue.
+std::string monitor(const std::string& product, const std::string& serial) {
+    return product + "/" + serial;
+}
+
+/// Small enough to be taken apart on the network's thread.
+constexpr std::size_t smallLine = 64 * 1024;
+
+/// The monitor that a line of a batch names; empty when it names none, or is large.
+std::string monitorOf(const std::string& line) {
+    if (line.size() > smallLine) return {};
+    const auto json = parseIfJson(line);
+    const auto texts = json.is_object() ? json.value("texts", Json()) : Json();
+    if (!texts.is_array() || texts.size() < 2 || !texts[1].is_string()) return {};
+    const auto parameters = parseIfJson(texts[1].get_ref<const std::string&>());
+    const auto text = [&](const char* member) {
+        const auto value = parameters.is_object() ? parameters.value(member, Json()) : Json();
+        return value.is_string() ? value.get<std::string>() : std::string();
+    };
+    return text("serial").empty() ? std::string() : monitor(text("product"), text("serial"));
 }
 
 /// The plug-in's own answer.
@@ -83,9 +105,8 @@ Site::Site(SiteOptions options, Journal& journal, Lab& lab, EventLog& events)
       pool_(poolLimits),
       labPool_(labPoolLimits) {}
 
-void Site::close() {
-    pool_.close();
-    labPool_.close();
+std::size_t Site::close() {
+    return pool_.close() + labPool_.close();
 }
 
 void Site::finish() {
@@ -93,7 +114,7 @@ void Site::finish() {
     labPool_.finish();
 }
 
-Route Site::route(const HttpRequest& head) {
+Route Site::route(const HttpRequest& head) try {
     if (auto refusal = guard_.refusal(head)) return {std::move(*refusal)};
     auto route = [&]() -> Route {
         if (auto preflight = guard_.preflight(head)) return {std::move(*preflight)};
@@ -101,11 +122,15 @@ Route Site::route(const HttpRequest& head) {
     }();
     route.fields = guard_.corsFields(head);
     return route;
+} catch (const std::exception& error) {
+    return {errorResponse(500, "HostError", error.what())};
 }
 
 Route Site::routeAllowed(const HttpRequest& head) {
     const auto path = head.path();
     if (!path.starts_with('/')) return {errorResponse(400, "BadRequest", "The request's target is no path.")};
+    if (path == "/pell" || path == "/pell/")
+        return {errorResponse(404, "NotFound", "The resources are below this address, such as /pell/Monitors.")};
     if (path.starts_with("/pell/")) return routeOfPlugin(head);
     if (path.starts_with("/lab/")) return routeOfLab(head);
     if (path == "/lab") return {redirect("/lab/")};
@@ -125,7 +150,7 @@ Route Site::routeOfPlugin(const HttpRequest& head) {
     if (!request) return {notFound()};
     if (request->method == "HEAD") request->method = "GET";
     if (!isResourceMethod(request->method)) return {methodNotAllowed("GET, HEAD, PUT, POST, DELETE")};
-    auto queue = request->serial.empty() ? request->resource : request->product + "/" + request->serial;
+    auto queue = request->serial.empty() ? request->resource : monitor(request->product, request->serial);
     const auto answer = [this, request = std::move(*request)](const HttpRequest& http) {
         auto whole = request;
         whole.body = http.body;
@@ -136,12 +161,12 @@ Route Site::routeOfPlugin(const HttpRequest& head) {
 
 Route Site::routeOfLab(const HttpRequest& head) {
     constexpr std::string_view api = "/lab/api/";
-    if (!head.path().starts_with(api)) return {staticFile(Lab::folder(), head.path().substr(5), head)};
+    if (!head.path().starts_with(api)) return {staticFile(lab_.folder(), head.path().substr(5), head)};
     const auto name = head.path().substr(api.size());
     if (name == "exchanges") return events(lab_.exchanges(), head);
     if (name == "simulate" || name == "call") {
         if (head.method != "POST") return {methodNotAllowed("POST")};
-        if (name == "call") return {on(pool_, [this](const HttpRequest& http) { return lab_.call(http.body); })};
+        if (name == "call") return {callOfLab()};
         return {on(labPool_, [this](const HttpRequest& http) { return lab_.simulate(http.body); })};
     }
     const auto isState = name == "state";
@@ -151,6 +176,13 @@ Route Site::routeOfLab(const HttpRequest& head) {
         return isState ? lab_.state() : lab_.recording(http.query() == "redact");
     };
     return {on(labPool_, answer, isState ? "" : "recording")};
+}
+
+Whole Site::callOfLab() {
+    return [this](HttpRequest request, const Reply& reply) {
+        const auto answer = [this](const HttpRequest& http) { return lab_.call(http.body); };
+        on(pool_, answer, monitorOf(request.body))(std::move(request), reply);
+    };
 }
 
 Whole Site::on(WorkPool& pool, std::function<HttpResponse(const HttpRequest&)> answer, std::string queue) {

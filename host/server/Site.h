@@ -32,8 +32,8 @@ class Site {
     /// What becomes of a request with this head; its body is not there yet.
     Route route(const HttpRequest& head);
 
-    /// Drops the requests that wait for a thread; none is taken any more.
-    void close();
+    /// Drops the requests that wait for a thread, and tells how many; none is taken any more.
+    std::size_t close();
 
     /// The same, and waits for what runs.
     void finish();
@@ -42,6 +42,7 @@ class Site {
     Route routeAllowed(const HttpRequest& head);
     Route routeOfPlugin(const HttpRequest& head);
     Route routeOfLab(const HttpRequest& head);
+    Whole callOfLab();
 
     HttpResponse ask(const Request& request, const std::string& source);
 

@@ -85,7 +85,8 @@ Upstream findUpstream(asio::io_context& context, const std::string& url) {
     auto name = host.substr(0, hasPort ? colon : host.size());
     const auto port = hasPort ? host.substr(colon + 1) : "80";
     if (name != "localhost" && name != "127.0.0.1" && name != "[::1]") throw refusal;
-    if (port.empty() || port.find_first_not_of("0123456789") != std::string::npos) throw refusal;
+    if (port.empty() || port.size() > 5 || port.find_first_not_of("0123456789") != std::string::npos) throw refusal;
+    if (std::stoul(port) == 0 || std::stoul(port) > 65535) throw refusal;
     if (name == "[::1]") name = "::1";
     Error error;
     Upstream upstream{tcp::resolver(context).resolve(name, port, error), host};

@@ -18,7 +18,7 @@ bool WorkPool::add(const std::string& name, Work work) {
     return true;
 }
 
-void WorkPool::close() {
+std::size_t WorkPool::close() {
     std::vector<Work> dropped;  // outlives the lock: what it refers to may be long in going
     const std::lock_guard lock(mutex_);
     closed_ = true;
@@ -28,6 +28,7 @@ void WorkPool::close() {
         queue.waiting.clear();
     }
     changed_.notify_all();
+    return dropped.size();
 }
 
 /// If it has something to do and may, and has no turn yet.

@@ -34,8 +34,8 @@ class WorkPool {
     /// False when too much waits in the queue already. Work must not throw.
     bool add(const std::string& queue, Work work);
 
-    /// Drops what waits; nothing is taken any more.
-    void close();
+    /// Drops what waits, and tells how much; nothing is taken any more.
+    std::size_t close();
 
     /// The same, and waits for what runs.
     void finish();

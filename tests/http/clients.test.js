@@ -1,7 +1,10 @@
 // Clients that are hostile, slow, broken or many.
 import assert from 'node:assert/strict';
+import { execFileSync } from 'node:child_process';
 import fs from 'node:fs';
 import http from 'node:http';
+import os from 'node:os';
+import path from 'node:path';
 import { test } from 'node:test';
 import { setTimeout as later } from 'node:timers/promises';
 import { ask, brightness, builds, connect, startServer } from './server.js';
@@ -138,14 +141,12 @@ for (const build of builds)
 
         await t.test('readers of events that read nothing are not let in without end', async () => {
             const readers = Array.from({ length: 100 }, () => connect(port));
-            let closed = 0;
-            for (const { socket } of readers) {
-                socket.on('close', () => ++closed);
-                socket.write(head(port, '\r\n', '/lab/api/exchanges?since=0'));
-            }
-            while (closed < 36) await later(10);
+            for (const { socket } of readers) socket.write(head(port, '\r\n', '/lab/api/exchanges?since=0'));
+            while (readers.some(({ text }) => !text().includes('\r\n\r\n'))) await later(10);
+            const refused = readers.filter(({ text }) => text().startsWith('HTTP/1.1 503 '));
+            assert.equal(refused.length, 36);
+            for (const { text } of refused) assert.match(text(), /Too many streams/);
             await server.assertAlive();
-            assert.equal(closed, 36);
             readers.forEach(({ socket }) => socket.destroy());
             await later(100);
         });
@@ -193,9 +194,16 @@ for (const build of builds)
             const targets = monitors.map(({ product, serial }) => `/pell/Monitors/${product}/${serial}/Brightness`);
             for (const { product, serial } of monitors.slice(1))
                 await server.simulate({ simulate: 'delay', product, serial, milliseconds: 3_600_000 });
+            const call = ({ product, serial }) => {
+                const texts = ['{"method":"GET"}', JSON.stringify({ product, serial }), '', ''];
+                const body = JSON.stringify({ call: 'Brightness', texts });
+                return ask(address, '/lab/api/call', { method: 'POST', body });
+            };
             const slow = targets.slice(1).flatMap((target) => Array.from({ length: 40 }, () => ask(address, target)));
+            slow.push(...Array.from({ length: 40 }, () => call(monitors[1])));
             await later(100);
             assert.equal((await ask(address, targets[0])).status, 200);
+            assert.equal((await call(monitors[0])).status, 200);
             assert.equal((await ask(address, '/pell/Monitors')).status, 200);
             await server.simulate({ simulate: 'reset' });
             await server.simulate({ simulate: 'advance', milliseconds: 3_600_000 });
@@ -240,20 +248,52 @@ for (const build of builds)
     test(`${build}: an interruption waits for what runs`, async (t) => {
         const server = await startServer(t, build);
         await server.simulate({ simulate: 'delay', milliseconds: 3_600_000 });
-        const slow = ask(server.address, brightness).catch(() => {});
+        const slow = Array.from({ length: 12 }, () => ask(server.address, brightness).catch(() => {}));
         const ready = async () => {
             while (!server.errors().includes('again')) await later(10);
         };
-        await server.begun('Brightness');
+        await server.begun('Brightness', 8); // as many as run at once; the others wait
+        await later(100);
         server.child.kill('SIGINT');
         await ready();
-        assert.match(server.errors(), /Waiting for the end of GET Brightness of TQ271-P\/10000001/);
+        assert.deepEqual(server.errors().trim().split('\n'), [
+            'Waiting requests that are dropped: 4',
+            'Waiting for the end of GET Brightness of TQ271-P/10000001 (8 times)',
+            'Ctrl+C again leaves at once.',
+        ]);
         server.child.kill('SIGINT');
         assert.deepEqual((await server.ended).code, 1);
-        await slow;
+        await Promise.all(slow);
 
         const idle = await startServer(t, build);
         await idle.assertAlive();
         idle.child.kill('SIGINT');
         assert.deepEqual(await idle.ended, { code: 0, signal: null, errors: '' });
     });
+
+const onLinux = { skip: !builds.includes('native') && 'asks Linux' };
+
+test('a program whose file is replaced goes on', onLinux, async (t) => {
+    const folder = fs.mkdtempSync(path.join(os.tmpdir(), 'pell-replaced-'));
+    t.after(() => fs.rmSync(folder, { recursive: true }));
+    fs.cpSync('build/native/full', folder, { recursive: true });
+    fs.mkdirSync(`${folder}/lab`, { recursive: true });
+    fs.writeFileSync(`${folder}/lab/index.html`, '<p>lab');
+    const server = await startServer(t, { command: [`${folder}/pellhost`] });
+    fs.rmSync(`${folder}/pellhost`);
+    const { status, text } = await ask(server.address, '/lab/');
+    assert.deepEqual([status, text], [200, '<p>lab']);
+    await server.assertAlive();
+});
+
+test('a request for which there is no memory ends alone', onLinux, async (t) => {
+    const server = await startServer(t, 'native');
+    await server.assertAlive(); // has the threads that it needs
+    const limitTo = (size) => execFileSync('prlimit', ['--pid', server.child.pid, `--as=${size}:unlimited`]);
+    const status = fs.readFileSync(`/proc/${server.child.pid}/status`, 'utf8');
+    limitTo((Number(/VmSize:\s*(\d+)/.exec(status)[1]) + 1024) * 1024);
+    await assert.rejects(ask(server.address, brightness, { method: 'PUT', body: '9'.repeat(8 << 20) }));
+    limitTo('unlimited');
+    await server.assertAlive();
+    assert.match(server.errors(), /^A connection was dropped: .*\n$/);
+});

@@ -124,8 +124,10 @@ test('a proxy is a server on this machine', async (t) => {
         'http://127.0.0.1:1/path',
         'localhost:1',
         'http://localhost:x',
+        'http://localhost:0',
+        'http://localhost:99999',
     ])
-        await assert.rejects(startServer(t, builds[0], '--proxy', url), /on this machine/, url);
+        await assert.rejects(startServer(t, builds[0], '--proxy', url), /"code":2.*on this machine/, url);
     const development = await startDevelopmentServer(t);
     const { port } = new URL(`http://${development.host}`);
     await new Promise((resolve) => development.server.close(resolve));

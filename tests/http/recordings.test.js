@@ -85,6 +85,35 @@ for (const build of builds)
             }
         });
 
+        await t.test('a difference says what ran at the same time', () => {
+            const [head, ...others] = lines(file('batch.jsonl'));
+            const [put, simulation, get, list] = others.map((line) => ({ ...line, time: 5000, milliseconds: 0.5 }));
+            get.responses[0].status = 299;
+            const rows = [
+                [{}, {}, null], // within the same millisecond, one behind the other
+                [{ milliseconds: 900 }, { time: 5900 }, null], // which may have begun just behind
+                [{ milliseconds: 900 }, { time: 5899 }, 2],
+                [{ time: 5500 }, { milliseconds: 501 }, 2], // a line is written when its request has ended
+            ];
+            for (const [early, late, expected] of rows) {
+                const after = { time: 9000 };
+                const all = [head, { ...put, ...early }, { ...simulation, ...after }, { ...get, ...late }];
+                delete all[2].milliseconds;
+                fs.writeFileSync(
+                    file('met.jsonl'),
+                    [...all, { ...list, ...after }].map((line) => `${JSON.stringify(line)}\n`).join(''),
+                );
+                const { differences } = JSON.parse(run(['--json', 'replay', pathOf(file('met.jsonl'))]).stdout);
+                assert.deepEqual(
+                    differences.map(({ line, where, ranTogetherWith }) => [line, where, ranTogetherWith]),
+                    [[4, 'responses/0/status', expected]],
+                );
+                const told = expected ? `, ran together with line ${expected}` : '';
+                const title = `line 4: GET Brightness of TQ271-P/10000001${told}\n`;
+                assert.ok(replay(file('met.jsonl')).stdout.startsWith(title));
+            }
+        });
+
         await t.test('what is no recording is refused, with its line', () => {
             const [head, line] = fs.readFileSync(file('batch.jsonl'), 'utf8').split('\n');
             const texts = [

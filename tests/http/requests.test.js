@@ -60,7 +60,8 @@ for (const build of builds)
                 ['GET', '/pell/Monitors/TQ271-P/99999999/Brightness', undefined, 500, /DmError/],
                 ['GET', '/pell/Monitors/TQ271-P/10000001/Nothing', undefined, 404, /NotFound/],
                 ['GET', '/pell/Monitors/TQ271-P/10000001', undefined, 404, /NotFound/],
-                ['GET', '/pell/', undefined, 404, /NotFound/],
+                ['GET', '/pell/', undefined, 404, /resources are below this address/],
+                ['GET', '/pell', undefined, 404, /resources are below this address/], // also before a page
                 ['PATCH', brightness, '1', 405, /MethodNotAllowed/], // which the plug-in would take for a GET
                 ['PUT', brightness, '5\0', 400, /NUL/],
             ];
@@ -90,7 +91,8 @@ for (const build of builds)
             }
             for (const target of ['/pell/events', '/lab/api/exchanges?since=0']) {
                 const { status, headers } = await ask(address, target, { method: 'HEAD' });
-                assert.deepEqual([status, headers['content-type']], [200, 'text/event-stream']);
+                const { 'content-type': type, connection } = headers;
+                assert.deepEqual([status, type, connection], [200, 'text/event-stream', 'close']); // as of a GET
             }
         });
 

@@ -24,12 +24,12 @@ export function hostOf(build) {
 /** A server among monitors of its own, which ends with the test. The arguments are those of `serve`. */
 export const startServer = (t, build, ...args) => startHost(t, build, 'serve', '--port', '0', ...args);
 
-/** The same with all arguments of pellhost. */
+/** The same with all arguments of pellhost, be it that of a build or another `{ command, pathOf }`. */
 export async function startHost(t, build, ...args) {
     const {
         command: [program, ...others],
         pathOf,
-    } = hostOf(build);
+    } = typeof build === 'string' ? hostOf(build) : build;
     const child = spawn(program, [...others, '--json', ...args], {
         stdio: ['ignore', 'pipe', 'pipe'],
     });
@@ -59,12 +59,12 @@ export async function startHost(t, build, ...args) {
             });
             assert.deepEqual(await response.json(), { ok: true });
         },
-        /** A request to the resource has begun. */
-        async begun(resource) {
+        /** So many requests to the resource have begun. */
+        async begun(resource, count = 1) {
             const response = await fetch(`${address}/lab/api/exchanges?since=0`);
             let text = '';
             for await (const chunk of response.body.pipeThrough(new TextDecoderStream()))
-                if ((text += chunk).includes(`"resource":"${resource}"`)) return;
+                if ((text += chunk).split(`"resource":"${resource}"`).length > count) return;
         },
         /** Still answers. */
         async assertAlive() {

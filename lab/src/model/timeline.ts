@@ -87,6 +87,7 @@ class Timeline extends Store {
      */
     listen(isVisible: boolean): void {
         this.source?.close();
+        this.source = undefined;
         if (!isVisible) return;
         const source = (this.source = new EventSource(`/lab/api/exchanges?since=${this.lastId}`));
         source.onopen = () => {
@@ -98,6 +99,9 @@ class Timeline extends Store {
             this.isConnected = false;
             void world.refresh();
             this.draw();
+            // Browsers do not come back by themselves after a refusal, such as of one stream too many.
+            const isRefused = source.readyState === EventSource.CLOSED;
+            if (isRefused) setTimeout(() => this.source === source && this.listen(true), 1000);
         };
         const receive = ({ data, lastEventId }: MessageEvent<string>) => {
             this.lastId = lastEventId;
