@@ -1,5 +1,6 @@
 // openapi.json: the same resources as an HTTP interface. A query follows one convention: `name` alone is true,
 // `name=value` is JSON if it parses as JSON, and a text if it does not.
+import fs from 'node:fs';
 import { format, requestName } from './json.js';
 import { requestTable } from './markdown.js';
 import { isServed } from './match.js';
@@ -18,7 +19,7 @@ export function openApi(catalogue) {
         openapi: '3.1.0',
         info: {
             title: 'libpell',
-            version: '1',
+            version: projectVersion(),
             summary: 'The resources of the connected monitors.',
             description: convention,
         },
@@ -37,6 +38,10 @@ export function openApi(catalogue) {
             if (bodies.length) document.components.schemas[bodyName(resource, method)] = anyOf(bodies);
         }
     return format(document);
+}
+
+function projectVersion() {
+    return /^project\(libpell VERSION ([\d.]+)/m.exec(fs.readFileSync('CMakeLists.txt', 'utf8'))[1];
 }
 
 const addressParameters = Object.fromEntries(

@@ -162,6 +162,8 @@ test('the theme stays, code is copied, what scrolls takes the focus, the menu op
         assert.notEqual(dark, light);
         await page.getByRole('button', { name: 'Copy' }).first().click();
         const code = page.locator('pre').first();
+        const [button, text] = await Promise.all([page.locator('.copy').first().boundingBox(), code.boundingBox()]);
+        assert.ok(button.y + button.height <= text.y, 'the button covers the code');
         assert.equal(await page.evaluate(() => navigator.clipboard.readText()), await code.textContent());
         assert.equal(await code.getAttribute('tabindex'), '0');
 

@@ -88,12 +88,40 @@ test('nothing tells where it was built', () => {
     assert.deepEqual(found, []);
 });
 
+test('the links of its texts lead to what is in it', () => {
+    const texts = files.filter((file) => file.endsWith('.md'));
+    const links = texts.flatMap((file) =>
+        [
+            ...read(file)
+                .toString()
+                .matchAll(/\]\((?!https?:)([^)#]*)#?([^)]*)\)/g),
+        ].map(([, link, anchor]) => {
+            return { file, link, to: link ? path.join(path.dirname(file), link) : file, anchor };
+        }),
+    );
+    const isDead = ({ to, anchor }) =>
+        !files.includes(to) || (anchor && to.endsWith('.html') && !read(to).includes(`id="${anchor}"`));
+    assert.ok(links.length > 2);
+    assert.deepEqual(links.filter(isDead), []);
+    assert.doesNotMatch(read('include/libpell.h').toString(), /\w\.md\b/);
+});
+
+test('it tells how to build it again', () => {
+    const text = read('BUILD.txt').toString();
+    const commit = execFileSync('git', ['rev-parse', 'HEAD'], { encoding: 'utf8' }).trim();
+    assert.ok(text.includes(`\n    git checkout ${commit}\n`), text);
+    for (const tool of ['gcc-mingw-w64-x86-64-posix', 'cmake', 'node', 'npm'])
+        assert.match(text, new RegExp(`^    ${tool} \\d`, 'm'));
+    assert.doesNotMatch(text, /@[A-Z]+@/);
+});
+
 test('it is of one version', () => {
     const texts = { 'README.txt': version, 'BUILD.txt': version, 'CHANGELOG.md': `## ${version},` };
     for (const [file, text] of Object.entries(texts)) assert.ok(read(file).includes(text), file);
     const inResource = Buffer.from(`ProductVersion\0${version}\0`, 'utf16le');
     const resource = read('bin/libpell.dll').toString('utf16le').replace(/\0+/g, '\0');
     assert.ok(Buffer.from(resource, 'utf16le').includes(inResource), 'the version of the DLL');
+    assert.equal(JSON.parse(read('catalogue/openapi.json')).info.version, version);
     assert.deepEqual(read('pellhost/libpell.dll'), read('bin/libpell.dll'));
 });
 
@@ -198,8 +226,13 @@ test('the catalogue is there as data', async () => {
     assert.ok(schemas.includes('Brightness.json'));
 });
 
-test('the bill of materials names what is linked in, with versions and licences', () => {
-    const { components, dependencies } = JSON.parse(read('sbom.json'));
+test('the bill of materials names all binaries and what is linked in, with versions and licences', () => {
+    const { components, dependencies, serialNumber } = JSON.parse(read('sbom.json'));
+    assert.match(serialNumber, /^urn:uuid:[\da-f]{8}(-[\da-f]{4}){3}-[\da-f]{12}$/);
+    assert.deepEqual(
+        components.map((component) => component.name).filter((one) => /\.(exe|dll)$/.test(one)),
+        files.filter((file) => /\.(exe|dll)$/.test(file)),
+    );
     const byReference = new Map(components.map((component) => [component['bom-ref'], component]));
     const linkedIn = (program) =>
         dependencies
@@ -214,6 +247,15 @@ test('the bill of materials names what is linked in, with versions and licences'
     ]);
     for (const one of ['libboost1.81-dev', 'libcli11-dev', 'nlohmann-json3-dev'])
         assert.ok(linkedIn('pellhost/pellhost.exe').includes(one), one);
+    assert.ok(!linkedIn('pellhost/libdmc_x64.dll').includes('libcli11-dev'));
+    const imported = {
+        'pellhost/pellhost.exe': ['pell_simulator.dll', 'libstdc++-6.dll', 'libgcc_s_seh-1.dll', 'libwinpthread-1.dll'],
+        'pellhost/libpell.dll': ['QtWebKitBridgeHelper.dll', 'libdmc_x64.dll', 'libcolour_x64.dll'],
+        'pellhost/exports/libscrivo2_x64.dll': ['pell_simulator.dll'],
+        'pellhost-minimal/libdmc_x64.dll': ['pell_simulator.dll', 'libstdc++-6.dll', 'libgcc_s_seh-1.dll'],
+    };
+    for (const [binary, names] of Object.entries(imported))
+        for (const one of names) assert.ok(linkedIn(binary).includes(`${binary.split('/')[0]}/${one}`), one);
     for (const one of ['lit', 'lit-html']) assert.ok(linkedIn('pellhost/lab/lab.js').includes(one), one);
     for (const component of components) {
         if (component.type === 'file') {
@@ -221,6 +263,9 @@ test('the bill of materials names what is linked in, with versions and licences'
             assert.equal(component.hashes[0].content, sum);
         } else {
             assert.ok(component.version, component.name);
+            assert.ok(component.supplier.name, component.name);
+            assert.ok(component.licenses.length > 0, component.name);
+            for (const { license } of component.licenses) assert.ok(license.id ?? license.name, component.name);
             assert.ok(read(component.externalReferences[0].url).length > 100, component.name);
         }
     }
