@@ -19,10 +19,25 @@ for (const build of builds)
             const { command, pathOf } = hostOf(build);
             const folder = pathOf(`build/${build}/${world}`);
             const plugin = `${folder}/libpell.${build === 'windows' ? 'dll' : 'so'}`;
-            const args = ['doctor', '--json', '--plugin', plugin, '--program', folder];
+            const args = ['doctor', '--json', '--plugin', plugin];
             const run = spawnSync(command[0], [...command.slice(1), ...args], { encoding: 'utf8' });
             assert.equal(run.status, status, run.stderr);
             const examination = JSON.parse(run.stdout);
             assert.ok(isExamination(examination), ajv.errorsText(isExamination.errors));
             assert.equal(examination.ok, status === 0);
         });
+
+for (const build of builds)
+    test(`${build}: the doctor refuses a plug-in without a name and a program in no folder`, () => {
+        const { command, pathOf } = hostOf(build);
+        const folder = pathOf(`build/${build}/full`);
+        for (const [args, status] of [
+            [['--program', folder], 0],
+            [['--program', `${folder}/no-such-folder`], 2],
+            [['--program', ''], 2],
+            [['--plugin', ''], 2],
+        ]) {
+            const run = spawnSync(command[0], [...command.slice(1), 'doctor', ...args], { encoding: 'utf8' });
+            assert.equal(run.status, status, `${args}: ${run.stderr}`);
+        }
+    });
