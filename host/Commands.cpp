@@ -228,8 +228,8 @@ bool Commands::doctor(const Options& options) {
     Json told;
     const auto tellFiles = [&](const Json& examination) {
         told = examination;
-        console_.out << formatFiles(style(options, console_), examination) << std::endl;
-        if (examination.at("ok")) console_.out << "Now loading libpell and asking the monitors ..." << std::endl;
+        console_.out << formatFiles(style(options, console_), examination) << std::flush;
+        if (examination.at("ok")) console_.out << "\nNow loading libpell and asking the monitors ..." << std::endl;
     };
     const auto tellLoading = [&](const std::filesystem::path& file) {
         console_.out << "  loading " << toUtf8(file) << std::endl;

@@ -67,6 +67,7 @@ bool isFile(const path& file) {
 
 enum class Presence { missing, unknown, present };
 constexpr auto unreadableFolder = "its folder cannot be read, for want of permissions";
+constexpr auto readableFolder = "Get the permission to read the folder, or ask as a user who has it.";
 
 Presence presenceOf(const path& file) {
     std::error_code error;
@@ -148,8 +149,7 @@ class Examination {
         }
         const auto presence = presenceOf(plugin_);
         if (presence == Presence::unknown)
-            addError("libpell", file + " cannot be used: " + unreadableFolder + ".",
-                     "Have somebody give you the permission to read the folder, or ask as a user who has it.");
+            addError("libpell", file + " cannot be used: " + unreadableFolder + ".", readableFolder);
         if (presence == Presence::missing) addError("libpell", "There is no file " + file + ".", remedy);
         if (presence != Presence::present) return {};
         try {
@@ -317,7 +317,9 @@ class Examination {
             dmc_ = found;
         }
         if (!found) {
-            const std::string remedy = !unusable_.empty() ? "Install what it needs, or one that can be used, in "
+            const std::string remedy = unusable_.ends_with(unreadableFolder + std::string("."))
+                                           ? std::string(readableFolder) + " Or install one in "
+                                       : !unusable_.empty() ? "Install what it needs, or one that can be used, in "
                                        : companion.name == bridgeHelper.name
                                            ? "Build one, as examples/host does, and install it in "
                                            : "Install it in ";
@@ -354,7 +356,10 @@ class Examination {
         const auto lacking = addFunctions(library, "byName", functions, found);
         noteMissing(lacking);
         if (!unusable_.empty())
-            addWarning(companion.name, unusable_, "Install what it needs, or one that can be used; or remove it.");
+            addWarning(companion.name, unusable_,
+                       unusable_.ends_with(unreadableFolder + std::string("."))
+                           ? readableFolder
+                           : "Install what it needs, or one that can be used; or remove it.");
         if (!found && unusable_.empty())
             addWarning(companion.name, fileNameOf(companion) + " is missing: " + effect + ".",
                        "Install it in " + listOf(uniquePlaces(places)) + ".");
