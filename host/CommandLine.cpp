@@ -2,9 +2,11 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
+#include <filesystem>
 #include <iostream>
 
 #include "host/Commands.h"
+#include "host/Platform.h"
 
 namespace host {
 
@@ -95,6 +97,15 @@ class RequestCommands {
     bool succeeded_ = true;
 };
 
+std::string checkNotEmpty(const std::string& text) {
+    return text.empty() ? "the name is empty" : "";
+}
+
+std::string checkFolder(const std::string& text) {
+    std::error_code error;
+    return std::filesystem::is_directory(fromUtf8(text), error) ? "" : "there is no folder \"" + text + "\"";
+}
+
 /// Options begin with a hyphen on every system: a path may begin with a slash.
 void setUp(CLI::App& app) {
     app.require_subcommand(1);
@@ -171,7 +182,8 @@ int runCommandLine(std::vector<std::string> arguments, const Console& console) {
     Options options;
     Commands commands(console);
     app.add_option("--plugin", options.plugin, "The plug-in, if it is not libpell beside this program")
-        ->type_name("FILE");
+        ->type_name("FILE")
+        ->check(checkNotEmpty);
     app.add_option("--scenario", options.scenario, "The simulated monitors: a ready scenario, or a JSON file")
         ->type_name("NAME|FILE");
     const RequestCommands requests(app, options, commands);
@@ -185,8 +197,9 @@ int runCommandLine(std::vector<std::string> arguments, const Console& console) {
     bool isSame = true;
     bool isHealthy = true;
     const auto doctor = app.add_subcommand("doctor", "Tell what is installed around a libpell, and what is missing");
-    doctor->add_option("--program", options.program, "The folder of the host's program, if it is not that of pellhost")
-        ->type_name("DIR");
+    doctor->add_option("--program", options.program, "The folder of the host's program, if it is not the plug-in's")
+        ->type_name("DIR")
+        ->check(checkFolder);
     doctor->callback([&] { isHealthy = commands.doctor(options); });
     const auto replay = app.add_subcommand("replay", "Ask what a recording has again, and tell what is different");
     replay->add_option("recording", options.recording, "The recording")->required();

@@ -224,11 +224,23 @@ bool Commands::replay(const Options& options) {
 
 bool Commands::doctor(const Options& options) {
     if (!options.scenario.empty()) loadScenario(options.scenario);
-    const auto ownFolder = Plugin::defaultFile().parent_path();
-    const auto examination = examine(
-        {.plugin = pluginFile(options), .program = options.program.empty() ? ownFolder : fromUtf8(options.program)});
-    console_.out << (options.json ? formatJson(examination) + "\n"
-                                  : formatExamination(style(options, console_), examination));
+    const Installation installation{.plugin = pluginFile(options), .program = fromUtf8(options.program)};
+    if (options.json) {
+        const auto examination = examine(installation, {[](const Json&) {}, [](const std::filesystem::path&) {}});
+        console_.out << formatJson(examination) << '\n';
+        return examination.at("ok");
+    }
+    Json told;
+    const auto tellFiles = [&](const Json& examination) {
+        told = examination;
+        console_.out << formatFiles(style(options, console_), examination) << std::flush;
+        if (examination.at("ok")) console_.out << "\nNow loading libpell and asking the monitors ..." << std::endl;
+    };
+    const auto tellLoading = [&](const std::filesystem::path& file) {
+        console_.out << "  loading " << toUtf8(file) << std::endl;
+    };
+    const auto examination = examine(installation, {tellFiles, tellLoading});
+    console_.out << formatRest(style(options, console_), examination, told);
     return examination.at("ok");
 }
 

@@ -65,6 +65,17 @@ bool isFile(const path& file) {
     return std::filesystem::is_regular_file(file, error);
 }
 
+enum class Presence { missing, unknown, present };
+constexpr auto unreadableFolder = "its folder cannot be read, for want of permissions";
+constexpr auto readableFolder = "Get the permission to read the folder, or ask as a user who has it.";
+
+Presence presenceOf(const path& file) {
+    std::error_code error;
+    const auto type = std::filesystem::status(file, error).type();
+    if (error == std::errc::permission_denied) return Presence::unknown;
+    return std::filesystem::exists(std::filesystem::file_status(type)) ? Presence::present : Presence::missing;
+}
+
 /// The first of a list, and how many more there are.
 std::string some(const std::vector<std::string>& names) {
     constexpr std::size_t shown = 4;
@@ -86,13 +97,16 @@ std::string listOf(const Places& places) {
 
 class Examination {
  public:
-    explicit Examination(const Installation& installation)
+    Examination(const Installation& installation, const Progress& progress)
         : plugin_(std::filesystem::absolute(installation.plugin).make_preferred()),
           own_{"libpell's folder", plugin_.parent_path()},
-          program_{"the program's folder", std::filesystem::absolute(installation.program).make_preferred()} {}
+          program_{"the program's folder", installation.program.empty()
+                                               ? own_.folder
+                                               : std::filesystem::absolute(installation.program).make_preferred()},
+          progress_(progress) {}
 
     Json run() {
-        document_["plugin"] = {{"file", toUtf8(plugin_)}, {"version", nullptr}};
+        document_["plugin"] = {{"file", toUtf8(plugin_)}, {"version", nullptr}, {"exports", nullptr}};
         document_["folders"] = {{"libpell", toUtf8(own_.folder)}, {"program", toUtf8(program_.folder)}};
         const auto image = examinePlugin();
         for (const auto& companion : {libdmc, libcolour, bridgeHelper}) examineImported(companion, image);
@@ -100,15 +114,15 @@ class Examination {
         examineByName(libfwupdate, byName, "the firmware of monitors cannot be updated");
         const auto host =
             examineByName(libPlugin, byName, "no request is logged, and tokens for the host's folders answer 404");
+        document_["unavailable"] = image && dmc_ ? resourcesThatLackFunctions() : Json();
+        document_["monitors"] = nullptr;
         const bool isComplete = errors_.empty();
+        addConclusion();
+        progress_.onFilesRead(document_);
         examineFolders(host);
         examineLogger();
-        examineNeeds();
-        document_["monitors"] = nullptr;
         if (isComplete) askPlugin();
-        document_["ok"] = errors_.empty();
-        auto& problems = document_["problems"] = std::move(errors_);
-        problems.insert(problems.end(), warnings_.begin(), warnings_.end());
+        addConclusion();
         return std::move(document_);
     }
 
@@ -120,24 +134,44 @@ class Examination {
         warnings_.push_back({{"severity", "warning"}, {"about", about}, {"text", text}, {"remedy", remedy}});
     }
 
+    void addConclusion() {
+        document_["ok"] = errors_.empty();
+        auto& problems = document_["problems"] = errors_;
+        problems.insert(problems.end(), warnings_.begin(), warnings_.end());
+    }
+
     std::optional<Image> examinePlugin() {
-        const std::string remedy = "Name the libpell of the installation with --plugin.";
-        if (!isFile(plugin_)) {
-            addError("libpell", "There is no file " + toUtf8(plugin_) + ".", remedy);
+        const std::string file = toUtf8(plugin_), remedy = "Name the libpell of the installation with --plugin.";
+        std::error_code error;
+        if (std::filesystem::is_directory(plugin_, error)) {
+            addError("libpell", file + " cannot be used: it is a folder.", remedy);
             return {};
         }
+        const auto presence = presenceOf(plugin_);
+        if (presence == Presence::unknown)
+            addError("libpell", file + " cannot be used: " + unreadableFolder + ".", readableFolder);
+        if (presence == Presence::missing) addError("libpell", "There is no file " + file + ".", remedy);
+        if (presence != Presence::present) return {};
         try {
             Image image = readImage(plugin_);
             if (!image.version.empty()) document_["plugin"]["version"] = image.version;
             std::vector<std::string> lacking;
             for (const auto name : exportNames)
                 if (!image.exports.contains(name)) lacking.emplace_back(name);
+            document_["plugin"]["exports"] = {{"count", exportNames.size()}, {"missing", lacking}};
+            if (lacking.size() == exportNames.size()) {
+                addError("libpell", file + " is not libpell: it has none of the functions, such as " + lacking[0] + ".",
+                         remedy);
+                return {};
+            }
             if (!lacking.empty())
-                addWarning("libpell", "This libpell lacks " + some(lacking) + ": it is older than this pellhost.",
-                           "Install the libpell that came with this pellhost, or use the pellhost of that one.");
+                addError("libpell", "This libpell lacks " + some(lacking) + ": it is older than this pellhost.",
+                         "Install the libpell that came with this pellhost, or use the pellhost of that one.");
             return image;
-        } catch (const std::runtime_error& error) {
-            addError("libpell", toUtf8(plugin_) + " is not libpell: " + error.what() + ".", remedy);
+        } catch (const std::runtime_error& reason) {
+            addError("libpell", file + " cannot be used: " + reason.what() + ".",
+                     "Compare it with the SHA256SUMS of its release, and install it anew. If it is another library, "
+                     "name libpell with --plugin.");
             return {};
         }
     }
@@ -171,7 +205,14 @@ class Examination {
             const path file = place.folder / fileNameOf(companion);
             Json& entry = searched.emplace_back(
                 Json{{"place", place.name}, {"file", toUtf8(file)}, {"state", "missing"}, {"reason", nullptr}});
-            if (!isFile(file)) continue;
+            const auto presence = presenceOf(file);
+            if (presence == Presence::missing) continue;
+            if (presence == Presence::unknown) {
+                entry["state"] = "unusable";
+                entry["reason"] = unreadableFolder;
+                if (!found) unusable_ = toUtf8(file) + " cannot be used: " + unreadableFolder + ".";
+                continue;  // as the system does
+            }
             try {
                 Image image = readImage(file);
                 const auto obstacle = obstacleTo(file, image);
@@ -276,7 +317,9 @@ class Examination {
             dmc_ = found;
         }
         if (!found) {
-            const std::string remedy = !unusable_.empty() ? "Install what it needs, or one that can be used, in "
+            const std::string remedy = unusable_.ends_with(unreadableFolder + std::string("."))
+                                           ? std::string(readableFolder) + " Or install one in "
+                                       : !unusable_.empty() ? "Install what it needs, or one that can be used, in "
                                        : companion.name == bridgeHelper.name
                                            ? "Build one, as examples/host does, and install it in "
                                            : "Install it in ";
@@ -313,7 +356,10 @@ class Examination {
         const auto lacking = addFunctions(library, "byName", functions, found);
         noteMissing(lacking);
         if (!unusable_.empty())
-            addWarning(companion.name, unusable_, "Install what it needs, or one that can be used; or remove it.");
+            addWarning(companion.name, unusable_,
+                       unusable_.ends_with(unreadableFolder + std::string("."))
+                           ? readableFolder
+                           : "Install what it needs, or one that can be used; or remove it.");
         if (!found && unusable_.empty())
             addWarning(companion.name, fileNameOf(companion) + " is missing: " + effect + ".",
                        "Install it in " + listOf(uniquePlaces(places)) + ".");
@@ -340,6 +386,7 @@ class Examination {
     void examineFolders(const std::optional<Found>& host) {
         std::optional<Library> library;
         if (host) try {
+                progress_.onLoading(host->file);
                 library.emplace(host->file);
             } catch (const std::runtime_error& error) {
                 addWarning(libPlugin.name, error.what(), "Install one that can be loaded.");
@@ -379,14 +426,15 @@ class Examination {
         examineByName(libscrivo2, {{"the folder of :exports", fromUtf8(exports_)}}, "no request is logged");
     }
 
-    void examineNeeds() {
-        auto& unavailable = document_["unavailable"] = Json::array();
+    Json resourcesThatLackFunctions() const {
+        auto unavailable = Json::array();
         for (const auto& [resource, tellsSupport, functions] : resourceNeeds) {
             auto missing = Json::array();
             for (const auto& function : missing_)
                 if (functions.find(" " + function + " ") != std::string_view::npos) missing.push_back(function);
             if (!missing.empty()) unavailable.push_back({{"resource", resource}, {"functions", missing}});
         }
+        return unavailable;
     }
 
     /// Loads what was found, each by its full path, so that it is just this that libpell is bound to.
@@ -394,7 +442,11 @@ class Examination {
         std::vector<std::unique_ptr<Library>> libraries;
         std::optional<Session> session;
         try {
-            for (const auto& file : files_) libraries.push_back(std::make_unique<Library>(file));
+            for (const auto& file : files_) {
+                progress_.onLoading(file);
+                libraries.push_back(std::make_unique<Library>(file));
+            }
+            progress_.onLoading(plugin_);
             session.emplace(plugin_);
         } catch (const std::runtime_error& error) {
             addError("libpell", "The system " + std::string(error.what()) + ".",
@@ -444,6 +496,7 @@ class Examination {
     const path plugin_;
     const Place own_;
     const Place program_;
+    const Progress& progress_;
     Json document_;
     Json errors_ = Json::array();
     Json warnings_ = Json::array();
@@ -457,8 +510,8 @@ class Examination {
 
 }  // namespace
 
-Json examine(const Installation& installation) {
-    return Examination(installation).run();
+Json examine(const Installation& installation, const Progress& progress) {
+    return Examination(installation, progress).run();
 }
 
 }  // namespace host

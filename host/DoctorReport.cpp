@@ -55,14 +55,25 @@ class Report {
  public:
     Report(const Style& style, const Json& examination) : style_(style), examination_(examination) {}
 
-    std::string text() {
-        addLine("libpell " + textOr(examination_["plugin"]["version"], "") + "  " +
+    std::string filesText() {
+        addLine("libpell " + versionOf(examination_["plugin"]) + "  " +
                 examination_["plugin"]["file"].get<std::string>());
-        addLibraries();
+        addTitle("Libraries");
+        for (const auto& library : examination_["libraries"]) addLibrary(library);
         addUnavailable();
+        addTitle("Problems");
+        addProblems(Json::array());
+        return std::move(text_);
+    }
+
+    std::string restText(const Json& known) {
+        addTitle("Library that writes the log");
+        addLibrary(examination_["libraries"].back());
         addTokens();
         addMonitors();
-        addProblems();
+        addTitle("Problems found since");
+        addProblems(known);
+        addConclusion();
         return std::move(text_);
     }
 
@@ -70,22 +81,20 @@ class Report {
     void addLine(const std::string& line) { text_ += line.substr(0, line.find_last_not_of(' ') + 1) + "\n"; }
     void addTitle(const std::string& title) { text_ += "\n" + paint(style_, bold, title) + "\n"; }
 
-    void addLibraries() {
-        addTitle("Libraries");
-        for (const auto& library : examination_["libraries"]) {
-            const auto isFound = library["found"].is_string();
-            auto functions = share(library, "imported", "imported");
-            const auto byName = share(library, "byName", "by name");
-            functions += (functions.empty() || byName.empty() ? "" : ", ") + byName;
-            const auto isUnusable = std::ranges::any_of(
-                library["searched"], [](const Json& searched) { return searched["state"] == "unusable"; });
-            const auto missing = padded(isUnusable ? "unusable" : "missing", 10);
-            addLine("  " + padded(library["file"], 25) +
-                    (isFound ? padded(textOr(library["version"], "found"), 10)
-                             : paint(style_, library["needed"] ? red : bold, missing)) +
-                    "  " + (isFound ? functions : ""));
-            addLine("      " + paint(style_, dim, searchOf(library)));
-        }
+    static std::string versionOf(const Json& library) { return textOr(library["version"], "version unknown"); }
+
+    void addLibrary(const Json& library) {
+        const auto isFound = library["found"].is_string();
+        auto functions = share(library, "imported", "imported");
+        const auto byName = share(library, "byName", "by name");
+        functions += (functions.empty() || byName.empty() ? "" : ", ") + byName;
+        const auto isUnusable = std::ranges::any_of(
+            library["searched"], [](const Json& searched) { return searched["state"] == "unusable"; });
+        const auto missing = padded(isUnusable ? "unusable" : "missing", 15);
+        addLine("  " + padded(library["file"], 25) +
+                (isFound ? padded(versionOf(library), 15) : paint(style_, library["needed"] ? red : bold, missing)) +
+                "  " + (isFound ? functions : ""));
+        addLine("      " + paint(style_, dim, searchOf(library)));
     }
 
     /// Where it was found, or where it was looked for.
@@ -103,6 +112,7 @@ class Report {
     void addUnavailable() {
         const auto& unavailable = examination_["unavailable"];
         addTitle("Resources with requests that answer 404");
+        if (unavailable.is_null()) return addLine("  unknown, since libpell or libdmc is missing");
         if (unavailable.empty()) addLine("  none");
         for (const auto& [prefix, library] :
              {std::pair("DmCtrl", "libdmc"), {"FW", "libfwupdate"}, {"Plg_", "libPlugin"}}) {
@@ -151,20 +161,24 @@ class Report {
         return words;
     }
 
-    void addProblems() {
-        const auto& problems = examination_["problems"];
-        addTitle("Problems");
-        if (problems.empty()) addLine("  none");
-        for (const auto& problem : problems) {
+    void addProblems(const Json& known) {
+        bool isFirst = true;
+        for (const auto& problem : examination_["problems"]) {
+            if (std::ranges::find(known, problem) != known.end()) continue;
+            isFirst = false;
             const auto isError = problem["severity"] == "error";
             const auto lines = wrapped(problem["text"], 11, padded(isError ? "  error" : "  warning", 11));
             text_ += isError ? paint(style_, red, lines.substr(0, 7)) + lines.substr(7) : lines;
             text_ += wrapped(problem["remedy"], 11, std::string(11, ' ') + "->");
         }
+        if (isFirst) addLine("  none");
+    }
+
+    void addConclusion() {
         const auto isGood = examination_["ok"].get<bool>();
-        const auto end = !isGood            ? "libpell cannot work here."
-                         : problems.empty() ? "All is well."
-                                            : "libpell works here.";
+        const auto end = !isGood                            ? "libpell cannot work here."
+                         : examination_["problems"].empty() ? "All is well."
+                                                            : "libpell works here.";
         text_ += "\n" + paint(style_, isGood ? green : red, end) + "\n";
     }
 
@@ -175,8 +189,12 @@ class Report {
 
 }  // namespace
 
-std::string formatExamination(const Style& style, const Json& examination) {
-    return Report(style, examination).text();
+std::string formatFiles(const Style& style, const Json& examination) {
+    return Report(style, examination).filesText();
+}
+
+std::string formatRest(const Style& style, const Json& examination, const Json& told) {
+    return Report(style, examination).restText(told.at("problems"));
 }
 
 }  // namespace host

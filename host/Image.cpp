@@ -13,8 +13,9 @@ namespace {
 class Bytes {
  public:
     explicit Bytes(const std::filesystem::path& file) {
+        if (std::filesystem::is_directory(file)) throw std::runtime_error("it is a folder");
         std::ifstream stream(file, std::ios::binary);
-        if (!stream) throw std::runtime_error("it cannot be read");
+        if (!stream) throw std::runtime_error("it cannot be read, perhaps for want of permissions");
         bytes_.assign(std::istreambuf_iterator<char>(stream), {});
     }
 

@@ -97,11 +97,13 @@ class Installation {
         return {exitCode, Json::parse(text)};
     }
 
-    std::pair<int, std::string> run(const std::string& options, const path& pluginFolder) const {
+    /// Without a program, the plug-in's folder is taken for the program's.
+    std::pair<int, std::string> run(const std::string& options, const path& pluginFolder,
+                                    const std::string& programOption = " --program host") const {
         const path before = std::filesystem::current_path();
         std::filesystem::current_path(root_);
         const std::string command = (path("pellhost") / "pellhost").make_preferred().string() + " " + options +
-                                    " doctor --program host --plugin " +
+                                    " doctor" + programOption + " --plugin " +
                                     (pluginFolder / fileOf("libpell")).make_preferred().string() + " > report";
         const int status = std::system(command.c_str());
         std::filesystem::current_path(before);
@@ -181,22 +183,37 @@ TEST(Doctor, KnowsWhichResourcesAnOlderWorldLacks) {
 }
 
 TEST(Doctor, TellsWhatKeepsLibpellFromBeingLoaded) {
-    enum class Fault { noLibdmc, libdmcWithoutAFunction, damagedLibdmc, noPlugin, noPartOfLibdmc };
+    enum class Fault {
+        noLibdmc,
+        libdmcWithoutAFunction,
+        damagedLibdmc,
+        noPlugin,
+        noPartOfLibdmc,
+        folder,
+        damagedPlugin
+    };
     const struct {
         Fault fault;
-        std::string about, text;
+        std::string about, text, remedy;
     } cases[] = {
-        {Fault::noLibdmc, "libdmc", fileOf("libdmc") + " is missing"},
-        {Fault::libdmcWithoutAFunction, "libdmc", "lacks 1 function that libpell imports: DmCtrlGetBrightnessForStep."},
-        {Fault::damagedLibdmc, "libdmc", isWindows ? "it is no DLL" : "it is no shared object"},
-        {Fault::noPlugin, "libpell", "There is no file "},
-        {Fault::noPartOfLibdmc, "libdmc", "it needs pell_simulator.dll, which is not installed"},
+        {Fault::noLibdmc, "libdmc", fileOf("libdmc") + " is missing", "Install it in "},
+        {Fault::libdmcWithoutAFunction, "libdmc", "lacks 1 function that libpell imports: DmCtrlGetBrightnessForStep.",
+         "Install a "},
+        {Fault::damagedLibdmc, "libdmc", isWindows ? "it is no DLL" : "it is no shared object",
+         "Install what it needs"},
+        {Fault::noPlugin, "libpell", "There is no file ", "--plugin"},
+        {Fault::noPartOfLibdmc, "libdmc", "it needs pell_simulator.dll, which is not installed",
+         "Install what it needs"},
+        {Fault::folder, "libpell", "it is a folder", "--plugin"},
+        {Fault::damagedPlugin, "libpell", isWindows ? "it is no DLL" : "it is no shared object", "SHA256SUMS"},
     };
-    for (const auto& [fault, about, text] : cases) {
+    for (const auto& [fault, about, text, remedy] : cases) {
         if (fault == Fault::noPartOfLibdmc && !isWindows) continue;
         const Installation host;
         host.addLibraries("host");
-        if (fault != Fault::noPlugin) host.addLibrary("host", "libpell");
+        if (about != "libpell") host.addLibrary("host", "libpell");
+        if (fault == Fault::folder) std::filesystem::create_directory(host.pathOf("host", "libpell"));
+        if (fault == Fault::damagedPlugin) std::ofstream(host.pathOf("host", "libpell")) << "no library";
         const path libdmc = host.pathOf("host", "libdmc");
         if (about == "libdmc" && fault != Fault::noPartOfLibdmc) std::filesystem::remove(libdmc);
         if (fault == Fault::libdmcWithoutAFunction)
@@ -212,11 +229,57 @@ TEST(Doctor, TellsWhatKeepsLibpellFromBeingLoaded) {
         EXPECT_EQ(problem["severity"], "error");
         EXPECT_EQ(problem["about"], about);
         EXPECT_NE(problem["text"].get<std::string>().find(text), std::string::npos) << problem["text"];
-        EXPECT_NE(problem["remedy"], "");
-        if (fault == Fault::noLibdmc) EXPECT_EQ(report.unavailable(), Names());  // there is nothing that answers
+        EXPECT_NE(problem["remedy"].get<std::string>().find(remedy), std::string::npos) << problem["remedy"];
+        const bool isKnown = fault == Fault::libdmcWithoutAFunction;
+        EXPECT_EQ(report.json["unavailable"].is_array(), isKnown) << text;  // else there is nothing that answers
         if (fault == Fault::libdmcWithoutAFunction)
             EXPECT_EQ(report.library("libdmc")["imported"]["missing"], Json{"DmCtrlGetBrightnessForStep"});
     }
+}
+
+TEST(Doctor, DoesNotTakeItsOwnFolderForTheProgramsFolder) {
+    for (const bool hasPlugin : {true, false}) {
+        const Installation host;
+        for (const char* library : {"libdmc", "libcolour", "libfwupdate", "libPlugin"})
+            host.addLibrary("pellhost", library);
+        if (hasPlugin) host.addLibrary("host", "libpell");
+        const auto [exitCode, text] = host.run("--json", "host", "");
+        const Report report{exitCode, Json::parse(text)};
+        EXPECT_EQ(report.exitCode, 1);
+        EXPECT_EQ(report.json["folders"]["program"], report.json["folders"]["libpell"]);
+        for (const char* library : {"libdmc", "libcolour", "libfwupdate", "libPlugin"})
+            EXPECT_EQ(report.library(library)["found"], Json()) << library;
+        EXPECT_EQ(report.json["unavailable"], Json());  // there is nothing that answers
+    }
+}
+
+TEST(Doctor, TellsWhichFunctionsAPluginLacks) {
+    const Installation host;
+    host.addLibraries("host");
+    std::filesystem::copy_file(host.pathOf("host", "libcolour"), host.pathOf("host", "libpell"));
+    const auto report = host.examine("host");
+    EXPECT_EQ(report.exitCode, 1);
+    ASSERT_FALSE(report.problems().empty());
+    EXPECT_EQ(report.problems()[0], "error libpell");
+    EXPECT_NE(report.json["problems"][0]["text"].get<std::string>().find("is not libpell"), std::string::npos);
+    EXPECT_EQ(report.json["plugin"]["exports"]["missing"].size(), LIBPELL_RESOURCE_COUNT);
+    EXPECT_EQ(report.json["monitors"], Json());
+}
+
+/// What is told before anything is loaded stays on the screen when a library ends the process.
+TEST(Doctor, TellsWhatItFoundBeforeItLoadsAnything) {
+    const Installation host;
+    host.addLibraries("host");
+    host.addLibrary("host", "libpell");
+    std::filesystem::copy_file(built.parent_path() / "crashing" / fileOf("libdmc"), host.pathOf("host", "libdmc"),
+                               std::filesystem::copy_options::overwrite_existing);
+    const auto [exitCode, text] = host.run("", "host");
+    EXPECT_NE(exitCode, 0);
+    ASSERT_NE(text.find("Libraries"), std::string::npos) << text;
+    if (!isWindows) EXPECT_NE(text.find("version unknown"), std::string::npos) << text;
+    EXPECT_NE(text.find("Now loading libpell and asking the monitors ..."), std::string::npos) << text;
+    const auto last = text.substr(text.find_last_of('\n', text.size() - 2) + 1);
+    EXPECT_NE(last.find(fileOf("libdmc")), std::string::npos) << text;
 }
 
 TEST(Doctor, PassesOverAnOptionalLibraryThatCannotBeUsed) {
