@@ -271,8 +271,8 @@ TEST(Doctor, TellsWhatItFoundBeforeItLoadsAnything) {
     const Installation host;
     host.addLibraries("host");
     host.addLibrary("host", "libpell");
-    std::filesystem::copy_file(built.parent_path() / "crashing" / fileOf("libdmc"), host.pathOf("host", "libdmc"),
-                               std::filesystem::copy_options::overwrite_existing);
+    std::filesystem::remove(host.pathOf("host", "libdmc"));
+    std::filesystem::copy_file(built.parent_path() / "crashing" / fileOf("libdmc"), host.pathOf("host", "libdmc"));
     const auto [exitCode, text] = host.run("", "host");
     EXPECT_NE(exitCode, 0);
     ASSERT_NE(text.find("Libraries"), std::string::npos) << text;
