@@ -65,6 +65,12 @@ bool isFile(const path& file) {
     return std::filesystem::is_regular_file(file, error);
 }
 
+/// The first file of a name that is there, and cannot be used; no text when there is none.
+struct Unusable {
+    std::string text;
+    bool isUnreadable = false;
+};
+
 enum class Presence { missing, unknown, present };
 constexpr auto unreadableFolder = "its folder cannot be read, for want of permissions";
 constexpr auto readableFolder = "Get the permission to read the folder, or ask as a user who has it.";
@@ -210,7 +216,7 @@ class Examination {
             if (presence == Presence::unknown) {
                 entry["state"] = "unusable";
                 entry["reason"] = unreadableFolder;
-                if (!found) unusable_ = toUtf8(file) + " cannot be used: " + unreadableFolder + ".";
+                if (!found) unusable_ = {toUtf8(file) + " cannot be used: " + unreadableFolder + ".", true};
                 continue;  // as the system does
             }
             try {
@@ -222,7 +228,7 @@ class Examination {
             } catch (const std::runtime_error& error) {
                 entry["state"] = "unusable";
                 entry["reason"] = error.what();
-                if (!found) unusable_ = toUtf8(file) + " cannot be used: " + error.what() + ".";
+                if (!found) unusable_ = {toUtf8(file) + " cannot be used: " + error.what() + ".", false};
                 if (companion.isImported) return found;
             }
         }
@@ -300,7 +306,7 @@ class Examination {
     void examineImported(const Companion& companion, const std::optional<Image>& plugin) {
         auto& library = addLibrary(companion);
         const auto places = placesOfImports();
-        unusable_.clear();
+        unusable_ = {};
         const auto found = lookFor(companion, places, library);
         describe(library, found);
         const auto file = fileNameOf(companion);
@@ -317,15 +323,15 @@ class Examination {
             dmc_ = found;
         }
         if (!found) {
-            const std::string remedy = unusable_.ends_with(unreadableFolder + std::string("."))
-                                           ? std::string(readableFolder) + " Or install one in "
-                                       : !unusable_.empty() ? "Install what it needs, or one that can be used, in "
+            const std::string remedy = unusable_.isUnreadable    ? std::string(readableFolder) + " Or install one in "
+                                       : !unusable_.text.empty() ? "Install what it needs, or one that can be used, in "
                                        : companion.name == bridgeHelper.name
                                            ? "Build one, as examples/host does, and install it in "
                                            : "Install it in ";
-            addError(companion.name,
-                     unusable_.empty() ? file + " is missing: libpell cannot be loaded without it." : unusable_,
-                     remedy + toUtf8(own_.folder) + ", or have the host load it, by its full path, before libpell.");
+            addError(
+                companion.name,
+                unusable_.text.empty() ? file + " is missing: libpell cannot be loaded without it." : unusable_.text,
+                remedy + toUtf8(own_.folder) + ", or have the host load it, by its full path, before libpell.");
             return;
         }
         if (companion.name != bridgeHelper.name) files_.push_back(found->file);
@@ -349,18 +355,17 @@ class Examination {
 
     std::optional<Found> examineByName(const Companion& companion, const Places& places, const std::string& effect) {
         auto& library = addLibrary(companion);
-        unusable_.clear();
+        unusable_ = {};
         auto found = lookFor(companion, places, library);
         describe(library, found);
         const auto functions = namesOf(companion);
         const auto lacking = addFunctions(library, "byName", functions, found);
         noteMissing(lacking);
-        if (!unusable_.empty())
-            addWarning(companion.name, unusable_,
-                       unusable_.ends_with(unreadableFolder + std::string("."))
-                           ? readableFolder
-                           : "Install what it needs, or one that can be used; or remove it.");
-        if (!found && unusable_.empty())
+        if (!unusable_.text.empty())
+            addWarning(companion.name, unusable_.text,
+                       unusable_.isUnreadable ? readableFolder
+                                              : "Install what it needs, or one that can be used; or remove it.");
+        if (!found && unusable_.text.empty())
             addWarning(companion.name, fileNameOf(companion) + " is missing: " + effect + ".",
                        "Install it in " + listOf(uniquePlaces(places)) + ".");
         if (found && !lacking.empty())
@@ -503,7 +508,7 @@ class Examination {
     std::optional<Found> dmc_;
     std::vector<path> files_;  // of the imported libraries, but for the bridge helper, of which pellhost has its own
     std::set<path> visited_;   // what was looked at on the way to an obstacle
-    std::string unusable_;     // about the first file that is there, and cannot be used
+    Unusable unusable_;
     std::set<std::string> missing_;  // functions that no library has
     std::string exports_;
 };

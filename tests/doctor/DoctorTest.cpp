@@ -73,6 +73,11 @@ class Installation {
                 if (entry.path().filename().string().starts_with(runtime))
                     for (const char* folder : {"pellhost", "host"}) add(folder, entry.path());
     }
+    /// A whole one, with the plug-in in this folder.
+    explicit Installation(const path& pluginFolder) : Installation() {
+        addLibraries("host");
+        addLibrary(pluginFolder, "libpell");
+    }
     ~Installation() { std::filesystem::remove_all(root_); }
     Installation(const Installation&) = delete;
     Installation& operator=(const Installation&) = delete;
@@ -116,9 +121,7 @@ class Installation {
 };
 
 TEST(Doctor, FindsNothingWrongInOneFolder) {
-    const Installation host;
-    host.addLibraries("host");
-    host.addLibrary("host", "libpell");
+    const Installation host("host");
     const auto report = host.examine("host");
     EXPECT_EQ(report.exitCode, 0);
     EXPECT_EQ(report.json["ok"], true);
@@ -136,9 +139,7 @@ TEST(Doctor, FindsNothingWrongInOneFolder) {
 }
 
 TEST(Doctor, FindsCompanionsInTheProgramsFolder) {
-    const Installation host;
-    host.addLibraries("host");
-    host.addLibrary("host/plugins", "libpell");
+    const Installation host("host/plugins");
     const auto report = host.examine("host/plugins");
     EXPECT_EQ(report.exitCode, 0);
     EXPECT_EQ(report.problems(), (Problems{"warning libdmc", "warning libcolour",
@@ -268,9 +269,7 @@ TEST(Doctor, TellsWhichFunctionsAPluginLacks) {
 
 /// What is told before anything is loaded stays on the screen when a library ends the process.
 TEST(Doctor, TellsWhatItFoundBeforeItLoadsAnything) {
-    const Installation host;
-    host.addLibraries("host");
-    host.addLibrary("host", "libpell");
+    const Installation host("host");
     std::filesystem::remove(host.pathOf("host", "libdmc"));
     std::filesystem::copy_file(built.parent_path() / "crashing" / fileOf("libdmc"), host.pathOf("host", "libdmc"));
     const auto [exitCode, text] = host.run("", "host");
@@ -283,9 +282,7 @@ TEST(Doctor, TellsWhatItFoundBeforeItLoadsAnything) {
 }
 
 TEST(Doctor, PassesOverAnOptionalLibraryThatCannotBeUsed) {
-    const Installation host;
-    host.addLibraries("host");
-    host.addLibrary("host/plugins", "libpell");
+    const Installation host("host/plugins");
     std::ofstream(host.pathOf("host/plugins", "libfwupdate")) << "no library";
     const auto report = host.examine("host/plugins");
     EXPECT_EQ(report.exitCode, 0);
