@@ -214,6 +214,13 @@ void replaceMembers(Record& record, const pocketjson::Value& data) {
     detail::readInto<detail::Lacking::IsKept>(record, data);
 }
 
+/// Refuses what `replaceMembers` would refuse, for a record that is still to be read.
+template <class Record>
+void checkRecord(const pocketjson::Value& data) {
+    Record record{};
+    replaceMembers(record, data);
+}
+
 /// A whole record from the data, read leniently: whatever the data lacks is zero. Doubles take booleans and texts of
 /// decimal numbers as well, flags take numbers and the text "true"; whole numbers only numbers, texts only texts. Lists
 /// have as many entries as the record, whatever the data has. "BadRequestError" as in `replaceMembers`.

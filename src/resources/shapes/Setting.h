@@ -83,7 +83,9 @@ class Setting : public MonitorBridgeTemplate {
             const Value& data = request.data();
             checkData(data, Resource::checks);
             if constexpr (std::is_same_v<Kind, Record>) {
-                auto record = monitor.read(Resource::get.function, Resource::get.action);
+                using T = decltype(monitor.read(Resource::get.function, Resource::get.action));
+                checkRecord<T>(data);
+                T record = monitor.read(Resource::get.function, Resource::get.action);
                 replaceMembers(record, data);
                 monitor.write(Resource::set.function, Resource::set.action, &record);
             } else {

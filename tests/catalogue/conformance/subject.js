@@ -2,7 +2,7 @@
 import { isDeepStrictEqual } from 'node:util';
 import { parseExamples } from '../../../catalogue/tools/examples.js';
 import { decide, fits } from '../../../catalogue/tools/match.js';
-import { isReading } from './functions.js';
+import { isSupport } from './functions.js';
 import { describe, outcome } from './host.js';
 
 /**
@@ -93,8 +93,8 @@ export class Subject {
             '500 DmError': () => row?.reasons?.includes(error.reason ?? ''),
             '500 InternalError': () => this.failuresOf(request).includes(error.message),
         };
-        const written = status === 400 && calls.find((call) => !isReading(call.function));
-        if (written) return `${describe(request)} is refused after ${written.function}`;
+        const asked = status === 400 && calls.find((call) => !isSupport(call.function));
+        if (asked) return `${describe(request)} is refused after ${asked.function}`;
         if (isListed[error ? `${status} ${error.name}` : status]?.()) return undefined;
         const expected = [...(row ? ['200', ...(row.reasons ?? [])] : []), ...refusals];
         return `${describe(request)} answers ${outcome(answer)}, not ${expected.join(' or ')}`;
