@@ -47,13 +47,15 @@ void checkData(const pocketjson::Value& data, const Checks& checks) {
 
 /// A number as an argument of type T. Doubles are rounded to whole numbers, halves away from zero; an unsigned number
 /// is 0 for what is negative, and the low bits of what is too large for T; a signed one is 0 for what is out of the
-/// range of 64 bits.
+/// range of 32 bits, or of 64 if it has so many. A boolean is 1 or 0, a text the whole number that it is, all else 0.
 template <class T>
 T toNumber(const pocketjson::Value& data) noexcept {
     if constexpr (std::floating_point<T>)
         return static_cast<T>(data.asDouble());
-    else if constexpr (std::is_signed_v<T> || sizeof(T) > sizeof(std::uint32_t))
+    else if constexpr (sizeof(T) > sizeof(std::uint32_t))
         return static_cast<T>(data.asInt64());
+    else if constexpr (std::is_signed_v<T>)
+        return static_cast<T>(data.asInt());
     else
         return static_cast<T>(data.asUInt());
 }

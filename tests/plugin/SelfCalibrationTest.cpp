@@ -237,6 +237,10 @@ TEST(SelfCalibrationIndex, IsOfTheMonitorsGeneration) {
     EXPECT_EQ(page.get("SelfCalibrationIndex", R"({"count":1})").value, 4);
     const Answer older = page.put("SelfCalibrationIndex", R"({"index":2,"fineContrast":11})");
     EXPECT_EQ(inputsOf(older, "DmCtrlSetSelfIndex"), std::vector<Json>{Json::parse("[2, 11]")});
+    for (const std::string index : {"2147483648", "-2147483649", "4294967298", "1e12"}) {
+        const Answer tooLarge = page.put("SelfCalibrationIndex", R"({"fineContrast":11,"index":)" + index + "}");
+        EXPECT_EQ(inputsOf(tooLarge, "DmCtrlSetSelfIndex"), std::vector<Json>{Json::parse("[0, 11]")}) << index;
+    }
     EXPECT_EQ(page.put("SelfCalibrationIndex", R"({"index":-1,"fineContrast":25})").status, 200);
     EXPECT_EQ(page.get("SelfCalibrationIndex").value, Json::parse(R"({"index":-1,"fineContrast":25})"));
     for (const char* body : {"3", "[]", R"({"index":1})", R"({"index":"1","fineContrast":0})"})

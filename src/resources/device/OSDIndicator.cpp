@@ -20,7 +20,7 @@ class OSDIndicator final : public MonitorBridgeTemplate {
             monitor.write(DmCtrlShowIndicatorOSD, "Show OSD indicator.", position);
         } else {
             const Value& keyLockState = data.get("keyLockState");
-            checkRequest(isNumber(keyLockState), "data must have keyLockState when action is hide.");
+            checkRequest(isPresent(keyLockState), "data must have keyLockState when action is hide.");
             monitor.write(DmCtrlHideIndicatorOSD, "Hide OSD indicator.", toNumber<std::uint32_t>(keyLockState));
         }
     }
