@@ -55,7 +55,7 @@ export type SelfQCSchedule =
     | { timing: UInt32; type: 37; month: UInt8; day: UInt8; hour: UInt8; minute: UInt8 } // every year
     | { timing: UInt32; type: UInt32 }; // every other type
 
-/** When a SelfQC job runs next: after so much more usage, or at a date. */
+/** When a SelfQC job runs next: by usage, or at a date. */
 export type NextSchedule =
     | { type: 1; usageTime: { hour: UInt32; minute: UInt32 } }
     | { type: UInt32; year: UInt16; month: UInt8; day: UInt8; hour: UInt8; minute: UInt8 };

@@ -35,10 +35,14 @@ inline constexpr auto DmUnsupported = static_cast<DmResult>(0x80000007);
 /// The one failure of the monitor-control library that counts as success.
 inline constexpr auto DmUnknown = static_cast<DmResult>(0x80000006);
 
-/// "DmError" (500) with "code" and, unless it is empty, "reason", when the result is a failure: its top bit is set and
-/// it is not `DmUnknown`.
+/// A failure has its top bit set, and is not `DmUnknown`.
+inline bool isFailure(DmResult result) noexcept {
+    return result < 0 && result != DmUnknown;
+}
+
+/// "DmError" (500) with "code" and, unless it is empty, "reason", when the result is a failure.
 inline void checkMonitorControl(DmResult result, const char* reason) {
-    if (result < 0 && result != DmUnknown) throw detail::monitorControlError(result, reason);
+    if (isFailure(result)) throw detail::monitorControlError(result, reason);
 }
 
 /// "MethodError" (405): a class that does not provide the method ...

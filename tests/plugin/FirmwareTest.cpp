@@ -236,6 +236,19 @@ TEST(Transfer, OfAMonitorThatGoesTellsNoStepAfterThat) {
     page.close(id);
 }
 
+// A monitor that the request finds is one whose progress is reported.
+TEST(Transfer, ReportsItsStepsWhenTheMonitorIsListedWithTheCodeThatCountsAsSuccess) {
+    FirmwarePage page;
+    page.firmware({{"blockMilliseconds", 0}});
+    const PackageFile package;
+    const std::string id = page.open(package.path());
+    page.returns("DmCtrlGetSerialProduct", 0x80000006, Json::array({"10000001", "TQ271-P"}));
+    const Answer answer = page.transfer(id);
+    EXPECT_EQ(summary(answer), "200 null");
+    EXPECT_EQ(answer.events.size(), 10U);
+    page.close(id);
+}
+
 TEST(Transfer, LetsOtherRequestsGoOnAndKeepsAPackageThatIsClosedMeanwhile) {
     FirmwarePage page;
     page.firmware({{"blockMilliseconds", 3}, {"callbackThread", true}});

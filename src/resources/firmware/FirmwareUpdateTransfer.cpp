@@ -13,9 +13,10 @@ namespace {
 
 /// Whether a connected monitor has this HID handle, and which one.
 bool findConnected(FWHidHandle wanted, MonitorAddress& address) {
-    for (std::uint32_t index = 0; index < maximumMonitors && readMonitorAddress(index, address) >= 0; ++index) {
+    for (std::uint32_t index = 0; index < maximumMonitors && !isFailure(readMonitorAddress(index, address)); ++index) {
         FWHidHandle handle = nullptr;
-        if (gated(DmCtrlGetHIDHandle)(address.serial, address.product, &handle) >= 0 && handle == wanted) return true;
+        const DmResult result = gated(DmCtrlGetHIDHandle)(address.serial, address.product, &handle);
+        if (!isFailure(result) && handle == wanted) return true;
     }
     return false;
 }

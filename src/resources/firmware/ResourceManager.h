@@ -32,8 +32,9 @@ class ResourceManager {
 
     platform::Mutex& mutex() const noexcept { return mutex_; }
 
-    /// Takes the handle over under an identifier that no other has. Should that fail, the handle is released.
-    void add(const std::string& identifier, Owner handle) { handles_.emplace(identifier, std::move(handle)); }
+    /// Takes the handle over, in place of one that the identifier named before. Should that fail, the handle is
+    /// released.
+    void add(const std::string& identifier, Owner handle) { handles_.insert_or_assign(identifier, std::move(handle)); }
 
     /// Null when there is none of exactly this identifier.
     Owner find(const std::string& identifier) const {
