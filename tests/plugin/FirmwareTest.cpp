@@ -156,8 +156,19 @@ TEST(Packages, AreFoundThroughTokens) {
 #endif
         EXPECT_EQ(summary(page.openAnswer(path)), "500 InternalError Failed to load dfw file.") << path;
     }
-    page.returns("Plg_GetRegistryHtmlPath", 0);
-    EXPECT_EQ(page.openAnswer(":html/etc/passwd").status, 400);
+    const std::string folder = package.path().substr(0, package.path().size() - package.name().size());
+    const struct {
+        const char* token;
+        const char* function;
+    } ofTheHost[] = {{":registry", "Plg_GetRegistryPath"},
+                     {":html", "Plg_GetRegistryHtmlPath"},
+                     {":exports", "Plg_GetRegistryExportsPath"}};
+    for (const auto& [token, function] : ofTheHost) {
+        page.returns(function, 1, Json::array({folder}));
+        EXPECT_EQ(page.close(page.open(token + ("/" + package.name()))).status, 200) << token;
+        page.returns(function, 0);
+        EXPECT_EQ(page.openAnswer(token + package.path()).status, 400) << token;
+    }
 }
 
 TEST(Firmware, EveryStepThatFailsIsToldAndLeavesNothingBehind) {

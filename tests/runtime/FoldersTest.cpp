@@ -7,6 +7,7 @@
 #include <map>
 #include <string>
 
+#include "runtime/PathTokens.h"
 #include "runtime/platform/Platform.h"
 
 namespace {
@@ -41,11 +42,13 @@ class Environment {
     std::map<std::string, std::string> before_;
 };
 
-std::map<Folder, std::string> folders() {
-    std::map<Folder, std::string> paths;
-    for (const auto folder : {Folder::Temporary, Folder::CommonApplicationData, Folder::UserApplicationData,
-                              Folder::ColorProfiles, Folder::Home, Folder::Desktop, Folder::System})
-        paths[folder] = platform::folderPath(folder);
+/// What a file in the folder of each token is.
+std::map<std::string, std::string> files() {
+    std::map<std::string, std::string> paths;
+    for (const std::string token :
+         {":temporary", ":common_application_data", ":user_application_data", ":common_color_profile",
+          ":user_color_profile", ":home", ":desktop", ":system_root"})
+        paths[token] = fs::resolve(token + "/f").text();
     return paths;
 }
 
@@ -55,13 +58,14 @@ TEST(Folders, AreThoseOfTheEnvironment) {
                                    {"XDG_DATA_DIRS", "/d:/e"},
                                    {"XDG_DATA_HOME", "/x"},
                                    {"XDG_CONFIG_HOME", ""}});
-    EXPECT_EQ(folders(), (std::map<Folder, std::string>{{Folder::Temporary, "/t"},
-                                                        {Folder::CommonApplicationData, "/d"},
-                                                        {Folder::UserApplicationData, "/x"},
-                                                        {Folder::ColorProfiles, "/usr/share/color/icc"},
-                                                        {Folder::Home, "/h"},
-                                                        {Folder::Desktop, "/h/Desktop"},
-                                                        {Folder::System, "/"}}));
+    EXPECT_EQ(files(), (std::map<std::string, std::string>{{":temporary", "/t/f"},
+                                                           {":common_application_data", "/d/f"},
+                                                           {":user_application_data", "/x/f"},
+                                                           {":common_color_profile", "/usr/share/color/icc/f"},
+                                                           {":user_color_profile", "/usr/share/color/icc/f"},
+                                                           {":home", "/h/f"},
+                                                           {":desktop", "/h/Desktop/f"},
+                                                           {":system_root", "/f"}}));
     EXPECT_EQ(platform::folderPath(Folder{99}), "");
 }
 
@@ -69,11 +73,12 @@ TEST(Folders, AreTheUsualOnesWithoutAnEnvironment) {
     const Environment environment(
         {{"HOME", ""}, {"TMPDIR", ""}, {"XDG_DATA_DIRS", ""}, {"XDG_DATA_HOME", ""}, {"XDG_CONFIG_HOME", ""}});
     setenv("TMPDIR", "", 1);
-    auto paths = folders();
-    EXPECT_EQ(paths[Folder::Temporary], "/tmp");
-    EXPECT_EQ(paths[Folder::CommonApplicationData], "/usr/local/share");
-    EXPECT_NE(paths[Folder::Home], "");  // the one of the user's account
-    EXPECT_EQ(paths[Folder::UserApplicationData], paths[Folder::Home] + "/.local/share");
+    const std::string home = platform::folderPath(Folder::Home);
+    EXPECT_NE(home, "");  // the one of the user's account
+    auto paths = files();
+    EXPECT_EQ(paths[":temporary"], "/tmp/f");
+    EXPECT_EQ(paths[":common_application_data"], "/usr/local/share/f");
+    EXPECT_EQ(paths[":user_application_data"], home + "/.local/share/f");
 }
 
 TEST(Folders, TheDesktopIsWhereTheUserHasPutIt) {
