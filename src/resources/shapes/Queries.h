@@ -1,6 +1,7 @@
 // The queries that a GET looks for besides its plain value, as a list in the order in which they are looked at:
 //
-//     static constexpr std::tuple queries{Support{DmCtrlSupportedHue}, Range{DmCtrlGetRangeHue, "Get hue range."}};
+//     static constexpr std::tuple queries{Support{DmCtrlSupportedCandela},
+//                                         Range{DmCtrlGetCandelaParam, "Get candela parameter."}};
 //
 // A query is there when its member is, whatever the member's value.
 #pragma once

@@ -137,9 +137,11 @@ class WithoutErrorBoxes {
 
 }  // namespace
 
-// The altered search path makes the library's own imports come from its folder first, not from the host's.
+// The altered search path makes the library's own imports come from its folder first, not from the host's. It is only
+// defined for a path with backslashes, and a host may give us others.
 Module loadModule(const std::string& path) {
-    const std::wstring file = toWide(path);
+    std::wstring file = toWide(path);
+    std::replace(file.begin(), file.end(), L'/', L'\\');
     const WithoutErrorBoxes quiet;
     return LoadLibraryExW(file.c_str(), nullptr, LOAD_WITH_ALTERED_SEARCH_PATH);
 }
