@@ -147,7 +147,7 @@ Route Site::routeOfPlugin(const HttpRequest& head) {
     } catch (const std::invalid_argument& error) {
         return {errorResponse(400, "BadRequest", error.what())};
     }
-    if (!request) return {notFound()};
+    if (!request) return {errorResponse(404, "NotFound", missingResource(head))};
     if (request->method == "HEAD") request->method = "GET";
     if (!isResourceMethod(request->method)) return {methodNotAllowed("GET, HEAD, PUT, POST, DELETE")};
     auto queue = request->serial.empty() ? request->resource : monitor(request->product, request->serial);

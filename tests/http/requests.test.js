@@ -59,7 +59,10 @@ for (const build of builds)
                 ['GET', '/pell/Monitors/TQ271-P//Brightness', undefined, 400, /URI is invalid/],
                 ['GET', '/pell/Monitors/TQ271-P/99999999/Brightness', undefined, 500, /DmError/],
                 ['GET', '/pell/Monitors/TQ271-P/10000001/Nothing', undefined, 404, /NotFound/],
+                ['GET', `${brightness}/`, undefined, 404, /did you mean \\"Brightness\\"/],
+                ['GET', '/pell/Monitors/A/1/SelfQCLEAData', undefined, 404, /did you mean \\"SelfQC\/LEA\/Data\\"/],
                 ['GET', '/pell/Monitors/TQ271-P/10000001', undefined, 404, /NotFound/],
+                ['GET', '/pell/Brightness', undefined, 404, /below \/pell\/Monitors\/{product}\/{serial}\//],
                 ['GET', '/pell/', undefined, 404, /resources are below this address/],
                 ['GET', '/pell', undefined, 404, /resources are below this address/], // also before a page
                 ['PATCH', brightness, '1', 405, /MethodNotAllowed/], // which the plug-in would take for a GET
