@@ -362,6 +362,18 @@ for (const build of builds)
         assert.match(simulate.text, /not simulated/);
     });
 
+for (const build of builds)
+    test(`${build}: a pellhost that has no lab beside it says how it gets one`, async (t) => {
+        const { command, pathOf } = hostOf(build);
+        const host = { command: command.map((one) => one.replace('/full/', '/minimal/')), pathOf };
+        const { address } = await startHost(t, host, 'serve', '--port', '0');
+        for (const target of ['/lab/', '/lab/client/index.js']) {
+            const { status, text } = await ask(address, target);
+            assert.equal(status, 404);
+            assert.match(text, /scripts\/lab builds them/);
+        }
+    });
+
 function commandOf(build, ...args) {
     const program = path.resolve('build', build, 'full', 'pellhost');
     return build === 'windows' ? ['scripts/wine', [`${program}.exe`, ...args]] : [program, args];
