@@ -94,6 +94,11 @@ std::string counted(std::size_t count, const std::string& noun) {
     return std::to_string(count) + " " + noun + (count == 1 ? "" : "s");
 }
 
+/// A resource that tells more than whether it is there, such as KVMSetting, answers an object.
+bool saysYes(const Json& supports) {
+    return (supports.is_object() ? supports.value("supports", Json()) : supports) == true;
+}
+
 std::string listOf(const Places& places) {
     std::string text;
     for (std::size_t i = 0; i < places.size(); ++i)
@@ -485,7 +490,7 @@ class Examination {
                                                                         .serial = monitor.at("serial"),
                                                                         .query = R"({"supports":true})"}));
             if (outcome.succeeded())
-                (outcome.value == true ? supported : unsupported).push_back(resource);
+                (saysYes(outcome.value) ? supported : unsupported).push_back(resource);
             else if (outcome.status == 404)
                 unavailable.push_back(resource);
             else

@@ -1,5 +1,6 @@
 // Builds the lab in build/lab: one page, its script with the catalogue and the client inside, and the reference as pages.
 import fs from 'node:fs';
+import path from 'node:path';
 import { build } from 'esbuild';
 import { marked } from 'marked';
 import { parse } from 'yaml';
@@ -55,13 +56,15 @@ marked.use({
         },
     },
 });
-for (const name of fs.readdirSync('docs/resources')) {
-    const text = fs.readFileSync(`docs/resources/${name}`, 'utf8');
+const referencePages = fs.readdirSync('docs/resources').map((name) => `docs/resources/${name}`);
+for (const file of [...referencePages, 'docs/json.md']) {
+    const name = path.basename(file);
+    const text = fs.readFileSync(file, 'utf8');
     const title = /^# (.+)$/m.exec(text)?.[1] ?? name;
     const body = marked
         .parse(text)
         .replace(
-            /href="(?!https?:)([\w-]*)\.md(#[^"]*)?"/g,
+            /href="(?:\.\.\/)?([\w-]+)\.md(#[^"]*)?"/g,
             (_, page, anchor = '') => `href="${page === 'README' ? 'index' : page}.html${anchor}"`,
         );
     fs.writeFileSync(

@@ -36,6 +36,16 @@ before(() => {
 });
 after(() => host.close());
 
+test('the links of the README lead somewhere within the package', () => {
+    const packaged = fs.readFileSync('build/client/README.md', 'utf8');
+    assert.match(packaged, /what the reference says/);
+    const links = [...packaged.matchAll(/\]\(([^)#]+)/g)].map(([, link]) => link);
+    assert.deepEqual(
+        links.filter((link) => !fs.existsSync(path.join('build/client', link))),
+        [],
+    );
+});
+
 test('the README has five examples', () => assert.equal(examples.filter(({ output }) => output).length, 5));
 
 for (const { name, language, program, output } of examples.filter(({ output }) => output))

@@ -58,6 +58,9 @@ monitor.tryGet('ModeName', { mode: 3 });
 monitor.put('Gain', { red: 1 });
 monitor.get('');
 monitor.get('Brightness', { });
+monitor.put('Brightness', { });
+monitor.put('ColorMatrix', [], { });
+monitor.get('ColorMatrix', { });
 pell.on('transferFirmwareData', (step) => step.transferredBlock);
 monitor.get('ProfileData').then((profile) => profile.luminance);
 `;
@@ -82,5 +85,11 @@ test('an editor shows what the catalogue says', () => {
     assert.equal(hover('profile.luminance', 'luminance'), 'cd/m2');
     const served = Object.entries(catalogue.resources).filter(([, { of, methods }]) => of === 'monitor' && methods.GET);
     assert.deepEqual(completions("get('');", 5).sort(), served.map(([name]) => name).sort());
-    assert.deepEqual(completions("('Brightness', {", 16).sort(), ['percentage', 'range', 'supports']);
+    for (const [call, members] of Object.entries({
+        "get('Brightness', {": ['percentage', 'range', 'supports'],
+        "put('Brightness', {": ['percentage'],
+        "put('ColorMatrix', [], {": ['index'],
+        "get('ColorMatrix', {": ['count', 'index', 'supports'],
+    }))
+        assert.deepEqual(completions(call, call.length).sort(), members, call);
 });

@@ -52,7 +52,12 @@ function comment(about, rows) {
 const code = (text) => `\`${text.replace(/\|/g, '\\|')}\``;
 const hasOnlyOptionals = ({ query }) => query.type.members.every(({ questionToken }) => questionToken);
 
-/** The overloads of a method: one for each resource, and one for a name that may be one of several. */
+/**
+ * The overloads of a method: one for each resource, and one for a name that may be one of several. Before them stands one
+ * that no call fits, as its last argument is not to be given. TypeScript takes the first overload for a call that fits
+ * none, as one that is still being written, and so completes the query and the body of the resource that is named. The
+ * first of those that have a literal type counts; that is why the type of this argument is one.
+ */
 function overloads(kind, of) {
     const method = kind === 'tryGet' ? 'get' : kind;
     const hasBody = method !== 'get';
@@ -65,22 +70,27 @@ function overloads(kind, of) {
             hasBody && `body${needs.body ? '' : '?'}: BodyOf<${R}, '${method}', Q>`,
             `query${needs.query ? '' : '?'}: Only<${R}, '${method}', Q>`,
             `options?: ${options}`,
-        ];
+        ].filter(Boolean);
         const constraint = `${needs.query ? 'RequiredQuery' : 'Query'}<${R}, '${method}'>`;
         const variables = `${R === 'R' ? `R extends ${names}, ` : ''}const Q extends ${constraint}${needs.query ? '' : ' = {}'}`;
-        return `    ${kind}<${variables}>(${parameters.filter(Boolean).join(', ')}): Promise<${result}>;\n`;
+        const all = needs.unfinished
+            ? [...parameters.map((one) => one.replace('?:', ':')), "unfinished: 'not to be given'"]
+            : parameters;
+        return `    ${kind}<${variables}>(${all.join(', ')}): Promise<${result}>;\n`;
     };
+    const union = (several) => several.map(({ name }) => `'${name}'`).join(' | ');
 
     const serving = resources.filter((resource) => resource.of === of && resource.methods[method]);
     const simple = serving.filter(({ methods }) => methods[method].some(hasOnlyOptionals));
     return [
+        serving.length ? signature(union(serving), 'R', { unfinished: true }) : '',
         ...serving.map(({ name, about, methods }) => {
             const rows = methods[method];
             const query = !rows.some(hasOnlyOptionals);
             const needs = { query, body: query || rows.every(({ body }) => body) };
             return comment(about, rows) + signature(`'${name}'`, `'${name}'`, needs);
         }),
-        simple.length ? signature(simple.map(({ name }) => `'${name}'`).join(' | '), 'R', { body: true }) : '',
+        simple.length ? signature(union(simple), 'R', { body: true }) : '',
     ].join('');
 }
 

@@ -18,7 +18,7 @@ class Card {
         this.find = (selector) => $(selector, this.element);
         this.find('h2').textContent = nameOf(monitor);
         this.find('.brightness input').oninput = () => this.attempt(this.setBrightness);
-        this.find('select').onchange = () => this.warnOfInput();
+        this.find('.input input').oninput = () => this.warnOfInput();
         this.find('.switch').onclick = () => this.attempt(this.setInput);
         this.find('.update').onclick = () => this.enqueue();
         this.find('.cancel').onclick = () => this.become('ready', 'The update was cancelled before it began.');
@@ -75,7 +75,7 @@ class Card {
 
     showInput() {
         this.find('.input').hidden = this.input === undefined;
-        this.find('select').value = this.input;
+        this.find('.input input').value = this.input;
         this.find('.warning').hidden = true;
     }
 
@@ -92,19 +92,28 @@ class Card {
         this.say(follows ? '' : `The monitor did not follow: its brightness is still ${this.brightness}.`, !follows);
     }
 
-    /** Nobody knows which inputs lead to this computer, so any other one may be the last that the page can choose. */
+    /**
+     * No request tells which inputs a monitor has, nor which of them lead to this computer. So any number may be one, and
+     * any other input may be the last that the page can choose.
+     */
     warnOfInput() {
-        const input = Number(this.find('select').value);
-        this.find('.warning').hidden = input === this.input;
+        const field = this.find('.input input');
+        const input = field.valueAsNumber;
+        this.find('.warning').hidden = !field.validity.valid || input === this.input;
         this.find('.warning span').textContent =
             `Input ${input} may belong to another computer. Then this page cannot reach the monitor any more, ` +
-            `and only the buttons at the monitor switch it back. To stay, choose input ${this.input}.`;
+            `and only the buttons at the monitor switch it back. To stay, enter ${this.input}.`;
     }
 
     async setInput() {
-        const input = Number(this.find('select').value);
+        const input = this.find('.input input').valueAsNumber;
         this.find('.warning').hidden = true;
-        await this.monitor.put('InputPort', input);
+        try {
+            await this.monitor.put('InputPort', input);
+        } catch (error) {
+            if (error.message !== 'Invalid argument.') throw error;
+            return this.become('ready', `It has no input ${input}.`, true);
+        }
         this.input = input;
         await findMonitors();
         const advice = 'Look for monitors when it shows this computer again.';

@@ -6,6 +6,7 @@
 
 #include "host/Query.h"
 #include "host/server/ResourcePaths.h"
+#include "simulator/core/Suggestion.h"
 
 namespace host::server {
 
@@ -40,6 +41,15 @@ std::vector<std::string_view> split(std::string_view path) {
     }
 }
 
+bool isOfMonitor(const std::vector<std::string_view>& segments) {
+    return segments[0] == "Monitors" && segments.size() > 3;
+}
+
+/// The path of a monitor's resource.
+std::string_view behindMonitor(std::string_view path, const std::vector<std::string_view>& segments) {
+    return path.substr(static_cast<std::size_t>(segments[3].data() - path.data()));
+}
+
 }  // namespace
 
 std::optional<Request> requestOf(const HttpRequest& http) {
@@ -47,11 +57,10 @@ std::optional<Request> requestOf(const HttpRequest& http) {
     const auto path = http.path().substr(prefix.size());
     const auto segments = split(path);
     Request request{.method = http.method};
-    if (segments[0] == "Monitors" && segments.size() > 3) {
+    if (isOfMonitor(segments)) {
         request.product = decodePercent(segments[1]);
         request.serial = decodePercent(segments[2]);
-        const auto rest = static_cast<std::size_t>(segments[3].data() - path.data());
-        request.resource = resourceAt(std::string(monitorPath) + std::string(path.substr(rest)));
+        request.resource = resourceAt(std::string(monitorPath) + std::string(behindMonitor(path, segments)));
     } else {
         request.resource = resourceAt(std::string(path));
         if (request.resource.empty() && segments.size() > 1) {
@@ -62,6 +71,20 @@ std::optional<Request> requestOf(const HttpRequest& http) {
     if (request.resource.empty()) return std::nullopt;
     request.query = queryText(http.query());
     return request;
+}
+
+std::string missingResource(const HttpRequest& http) {
+    const auto path = http.path().substr(prefix.size());
+    const auto segments = split(path);
+    if (!isOfMonitor(segments))
+        return "There is no resource at this address. Those of a monitor are below /pell/" + std::string(monitorPath) +
+               ", such as Brightness.";
+    std::vector<std::string_view> known;
+    for (const auto& [resource, template_] : resourcePaths)
+        if (template_.starts_with(monitorPath)) known.push_back(template_.substr(monitorPath.size()));
+    const auto wanted = decodePercent(behindMonitor(path, segments));
+    const auto hint = simulator::suggestion(wanted, known);
+    return "No monitor has a resource at \"" + wanted + "\"" + (hint.empty() ? "." : hint);
 }
 
 }  // namespace host::server

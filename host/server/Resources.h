@@ -2,7 +2,7 @@
 #pragma once
 
 #include <optional>
-#include <string_view>
+#include <string>
 
 #include "host/Session.h"
 #include "host/server/Http.h"
@@ -13,5 +13,8 @@ namespace host::server {
 /// it. What follows the question mark is a query as host/Query.h has it; throws std::invalid_argument for one that is
 /// none.
 std::optional<Request> requestOf(const HttpRequest& request);
+
+/// For people: why there is none, with the path that was probably meant.
+std::string missingResource(const HttpRequest& request);
 
 }  // namespace host::server

@@ -1,6 +1,8 @@
 #include "host/server/Site.h"
 
+#include <filesystem>
 #include <stdexcept>
+#include <system_error>
 #include <utility>
 
 #include "host/server/Resources.h"
@@ -22,6 +24,11 @@ HttpResponse headOfStream() {
 
 HttpResponse notFound() {
     return errorResponse(404, "NotFound", "There is nothing at this address.");
+}
+
+HttpResponse labIsMissing() {
+    return errorResponse(404, "NotFound",
+                         "The lab, and the client for pages, are not beside this pellhost: scripts/lab builds them.");
 }
 
 HttpResponse methodNotAllowed(std::string allowed) {
@@ -147,7 +154,7 @@ Route Site::routeOfPlugin(const HttpRequest& head) {
     } catch (const std::invalid_argument& error) {
         return {errorResponse(400, "BadRequest", error.what())};
     }
-    if (!request) return {notFound()};
+    if (!request) return {errorResponse(404, "NotFound", missingResource(head))};
     if (request->method == "HEAD") request->method = "GET";
     if (!isResourceMethod(request->method)) return {methodNotAllowed("GET, HEAD, PUT, POST, DELETE")};
     auto queue = request->serial.empty() ? request->resource : monitor(request->product, request->serial);
@@ -161,7 +168,11 @@ Route Site::routeOfPlugin(const HttpRequest& head) {
 
 Route Site::routeOfLab(const HttpRequest& head) {
     constexpr std::string_view api = "/lab/api/";
-    if (!head.path().starts_with(api)) return {staticFile(lab_.folder(), head.path().substr(5), head)};
+    if (!head.path().starts_with(api)) {
+        std::error_code error;
+        if (!std::filesystem::is_directory(lab_.folder(), error)) return {labIsMissing()};
+        return {staticFile(lab_.folder(), head.path().substr(5), head)};
+    }
     const auto name = head.path().substr(api.size());
     if (name == "exchanges") return events(lab_.exchanges(), head);
     if (name == "simulate" || name == "call") {

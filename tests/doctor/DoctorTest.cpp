@@ -131,6 +131,7 @@ TEST(Doctor, FindsNothingWrongInOneFolder) {
     EXPECT_EQ(report.json["monitors"]["simulated"], true);
     const auto& monitors = report.json["monitors"]["list"];
     ASSERT_EQ(monitors.size(), 3U);
+    EXPECT_EQ(monitors[0]["unsupported"], Json::array());  // which has everything
     const Json& older = monitors[1];
     EXPECT_EQ(older["product"], "TB240");
     EXPECT_NE(std::ranges::find(older["supported"], "Brightness"), older["supported"].end());

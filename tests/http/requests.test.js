@@ -59,7 +59,10 @@ for (const build of builds)
                 ['GET', '/pell/Monitors/TQ271-P//Brightness', undefined, 400, /URI is invalid/],
                 ['GET', '/pell/Monitors/TQ271-P/99999999/Brightness', undefined, 500, /DmError/],
                 ['GET', '/pell/Monitors/TQ271-P/10000001/Nothing', undefined, 404, /NotFound/],
+                ['GET', `${brightness}/`, undefined, 404, /did you mean \\"Brightness\\"/],
+                ['GET', '/pell/Monitors/A/1/SelfQCLEAData', undefined, 404, /did you mean \\"SelfQC\/LEA\/Data\\"/],
                 ['GET', '/pell/Monitors/TQ271-P/10000001', undefined, 404, /NotFound/],
+                ['GET', '/pell/Brightness', undefined, 404, /below \/pell\/Monitors\/{product}\/{serial}\//],
                 ['GET', '/pell/', undefined, 404, /resources are below this address/],
                 ['GET', '/pell', undefined, 404, /resources are below this address/], // also before a page
                 ['PATCH', brightness, '1', 405, /MethodNotAllowed/], // which the plug-in would take for a GET
@@ -357,6 +360,18 @@ for (const build of builds)
         assert.equal((await ask(address, brightness.replace('Brightness', 'Contrast'))).status, 404);
         const simulate = await ask(address, '/lab/api/simulate', { method: 'POST', body: '{"simulate":"reset"}' });
         assert.match(simulate.text, /not simulated/);
+    });
+
+for (const build of builds)
+    test(`${build}: a pellhost that has no lab beside it says how it gets one`, async (t) => {
+        const { command, pathOf } = hostOf(build);
+        const host = { command: command.map((one) => one.replace('/full/', '/minimal/')), pathOf };
+        const { address } = await startHost(t, host, 'serve', '--port', '0');
+        for (const target of ['/lab/', '/lab/client/index.js']) {
+            const { status, text } = await ask(address, target);
+            assert.equal(status, 404);
+            assert.match(text, /scripts\/lab builds them/);
+        }
     });
 
 function commandOf(build, ...args) {

@@ -35,9 +35,15 @@ test('a failure leaves the values that the monitor has', async () => {
     await card.getByText('That did not work').waitFor();
     assert.equal(await card.getByLabel('Brightness').inputValue(), brightness);
     assert.equal(await card.locator('output').textContent(), brightness);
-    await card.getByLabel('Input').selectOption('3');
+    await card.getByLabel('Input').fill('3');
     await card.getByRole('button', { name: 'Switch' }).click();
-    await page.waitForFunction(() => document.querySelectorAll('select')[1].value === '1');
+    await page.waitForFunction(() => document.querySelectorAll('.input input')[1].value === '1');
+
+    await server.simulate({ simulate: 'reset' });
+    await card.getByLabel('Input').fill('9');
+    await card.getByRole('button', { name: 'Switch' }).click();
+    await card.getByText('It has no input 9.').waitFor();
+    assert.equal(await card.getByLabel('Input').inputValue(), '1');
     await page.context().close();
 });
 

@@ -116,8 +116,13 @@ test('a cable is pulled, a monitor switched off and slowed down, a function fail
     await lines().filter({ hasText: 'delay' }).waitFor();
     await monitor.getByRole('button', { name: 'Switch off' }).click();
     await monitor.getByRole('button', { name: 'Switch on' }).waitFor();
+    await page.getByLabel('Clock').selectOption('10 times as fast');
+    await lines().filter({ hasText: 'speed' }).waitFor();
     await page.locator('lab-header').getByRole('button', { name: 'Reset' }).click();
     await monitor.getByRole('button', { name: 'Switch off' }).waitFor();
+    await lines().filter({ hasText: 'speed' }).nth(1).waitFor();
+    const { speed } = await (await fetch(`${server.address}/lab/api/state`)).json();
+    assert.equal(speed, 1);
     assert.equal(await monitor.getByLabel('Answers').inputValue(), '0');
     await server.simulate({ simulate: 'delay', milliseconds: 70 });
     await monitor.getByText('70 ms late').waitFor({ state: 'attached' });
@@ -140,7 +145,9 @@ test('a scenario is chosen, and requests go to the monitor that is chosen', asyn
     await page.getByText('A good page:').waitFor();
     await page.getByLabel('Scenario').selectOption('built-in');
     await card('20000004').waitFor({ state: 'detached' });
-    await card('TB240 10000002').waitFor();
+    await card('TQ271-P').getByRole('radio').check();
+    await page.getByRole('button', { name: 'Which does it support?' }).click();
+    await page.getByRole('button', { name: 'KVMSetting supported' }).waitFor();
 });
 
 test('a monitor that is not connected is not asked about everything', async () => {
@@ -421,7 +428,7 @@ test('the links to the reference lead somewhere', () => {
         .map(([name, { family }]) => [`${family}.html`, name.toLowerCase()])
         .concat(
             Object.entries(pages).flatMap(([from, text]) =>
-                [...text.matchAll(/href="([\w-]*\.html)?(?:#([^"]*))?"/g)].map(([, to = from, anchor]) => [to, anchor]),
+                [...text.matchAll(/<a href="([^"#]*)(?:#([^"]*))?"/g)].map(([, to, anchor]) => [to || from, anchor]),
             ),
         )
         .filter(([to, anchor]) => !pages[to] || (anchor && !pages[to].includes(`id="${anchor}"`)));

@@ -7,6 +7,11 @@ import { world } from './world.js';
 
 export type View = 'monitors' | 'resources' | 'timeline';
 
+/** A resource that tells more than whether it is there, such as KVMSetting, answers an object. */
+function saysYes(supports: unknown): boolean {
+    return supports === true || (supports as { supports?: unknown } | null)?.supports === true;
+}
+
 class Selection extends Store {
     /** Of a narrow window, which has room for one. */
     view: View = 'resources';
@@ -87,7 +92,7 @@ class Selection extends Store {
     }
 
     private mark(monitor: string, resource: string, { status, text }: Answer): void {
-        const supports = status === 200 ? (JSON.parse(text) as { value: unknown }).value === true : undefined;
+        const supports = status === 200 ? saysYes((JSON.parse(text) as { value: unknown }).value) : undefined;
         this.marks.set(`${monitor} ${resource}`, status === 404 ? false : supports);
     }
 }

@@ -65,13 +65,17 @@ export class LabHeader extends LitElement {
                     </select></label
                 >
                 <button
-                    title="All monitors as at the beginning of the scenario, and nothing fails any more"
-                    @click=${() => world.simulate({ simulate: 'reset' })}
+                    title="All monitors as at the beginning of the scenario, nothing fails any more, and the clock is normal"
+                    @click=${() => this.reset()}
                 >
                     Reset
                 </button>
             </div>
         `;
+    }
+
+    private async reset() {
+        if (await world.simulate({ simulate: 'reset' })) await world.simulate({ simulate: 'speed', factor: 1 });
     }
 
     static styles = [
