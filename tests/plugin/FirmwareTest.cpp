@@ -357,14 +357,15 @@ TEST(Transfer, LooksForItsMonitorAmongSoManyOnly) {
     page.firmware({{"blockMilliseconds", 0}});
     const PackageFile package("TQ271-P", 1024);
     const std::string id = page.open(package.path());
-    const auto addresses = [&](const Json& outputs) {
-        return Json{
-            {"simulate", "return"}, {"function", "DmCtrlGetSerialProduct"}, {"result", 0}, {"outputs", outputs}};
+    const auto addresses = [&](int times, const Json& outputs) {
+        page.simulate({{"simulate", "return"},
+                       {"function", "DmCtrlGetSerialProduct"},
+                       {"result", 0},
+                       {"outputs", outputs},
+                       {"times", times}});
     };
-    Json first = addresses({"10000001", "TQ271-P"});
-    first["times"] = 1;
-    page.simulate(first);
-    page.simulate(addresses({"1", "X"}));  // without an end
+    addresses(1, {"10000001", "TQ271-P"});
+    addresses(5000, {"1", "X"});
     const Answer answer = page.transfer(id);
     EXPECT_EQ(summary(answer), "200 null");
     EXPECT_EQ(answer.events, Json::array());
