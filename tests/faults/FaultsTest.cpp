@@ -64,6 +64,7 @@ class Sweep {
             name_ = line.substr(3);
             ++points_;
         }
+        points_ -= line == "none";
         lost_ += line.starts_with("lost ");
         wrong_ += line.starts_with("wrong ");
         hangs_ += line == "hang";

@@ -102,7 +102,7 @@ void judgeLog(Outcome& outcome, const Json& log) {
 
 }  // namespace
 
-Request parseRequest(const std::string& resource, const std::string& line) {
+Request parseRequest(const std::string& resource, const std::string& line, const char* ofProduct) {
     std::string rest = line;
     const auto take = [&rest](std::size_t size) {
         const std::string part = rest.substr(0, size);
@@ -111,7 +111,7 @@ Request parseRequest(const std::string& resource, const std::string& line) {
     };
     const auto takeWord = [&] { return take(rest.find(' ')); };
     host::Request request;
-    request.resource = resource, request.product = product, request.serial = serial;
+    request.resource = resource, request.product = ofProduct, request.serial = serial;
     request.method = takeWord();
     if (!rest.empty() && std::isupper(static_cast<unsigned char>(rest[0]))) request.resource = takeWord();
     if (rest.starts_with('/')) request.id = takeWord().substr(1);

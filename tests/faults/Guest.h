@@ -15,9 +15,10 @@ namespace faults {
 
 using host::Json;
 
-/// "PRODUCT/SERIAL" of the simulated monitor that all requests are about.
+/// The simulated monitor that requests are about, and one that has older functions.
 inline constexpr const char* product = "TQ271-P";
-inline constexpr const char* serial = "10000001";
+inline constexpr const char* olderProduct = "TB240";
+inline constexpr const char* serial = "10000001";  ///< of both
 
 struct Request {
     std::string resource;
@@ -27,7 +28,7 @@ struct Request {
 };
 
 /// Of a line as the catalogue's examples have them, METHOD [RESOURCE] [/ID] [?QUERY] [BODY].
-Request parseRequest(const std::string& resource, const std::string& line);
+Request parseRequest(const std::string& resource, const std::string& line, const char* ofProduct = product);
 
 /// What disturbs a request.
 struct Disturbance {

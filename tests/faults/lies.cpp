@@ -65,8 +65,15 @@ Json exampleOf(const Json& schema) {
     return type == "string" ? Json("x") : type == "boolean" ? Json(true) : Json(0);
 }
 
+/// A request as the catalogue has it.
+struct Line {
+    const char* product;  ///< of its monitor
+    std::string request;
+    std::string answer{};  ///< of an example
+};
+
 /// A resource with requests of all kinds that it knows: the examples of the catalogue, a GET of each row, and a PUT of
-/// what each GET answers.
+/// what each GET answers; and the same of a monitor that has the older one of two generations of functions.
 class Subject {
  public:
     Subject(Guest& guest, const std::string& name, const Json& resource, bool complete)
@@ -76,32 +83,39 @@ class Subject {
         if (requests_.empty()) prepare();
         if (index >= points_.size()) return std::nullopt;
         const Point& point = points_[index];
-        const std::string name = requests_[point.request] + ": " + point.function + " " + point.lie->name + ", call " +
+        const Line& line = requests_[point.request];
+        const std::string name = (line.product == product ? "" : std::string(line.product) + ": ") + line.request +
+                                 ": " + point.function + " " + point.lie->name + ", call " +
                                  std::to_string(point.occurrence) + (point.lasting ? " and later ones" : "");
         return std::pair(name, perform(point));
     }
 
  private:
     void prepare() {
+        prepare(product);
+        if (resource_.value("of", "") == "monitor") prepare(olderProduct);
+    }
+
+    void prepare(const char* ofProduct) {
         std::vector<std::string> putBacks;
-        for (const Json& example : resource_["examples"]) add(example[0], &putBacks);
+        for (const Json& example : resource_["examples"]) add({ofProduct, example[0], example[1]}, &putBacks);
         for (const Json& row : resource_["methods"].value("GET", Json::array())) {
             if (!row.value("query", Json()).is_object()) continue;
             Json query = Json::object();
             for (const auto& [member, kind] : row["query"].items())
                 query[member] = kind.contains("schema") ? exampleOf(kind["schema"]) : Json(true);
-            add("GET ?" + query.dump(), &putBacks);
+            add({ofProduct, "GET ?" + query.dump()}, &putBacks);
         }
-        for (const std::string& line : putBacks) add(line, nullptr);
+        for (const std::string& line : putBacks) add({ofProduct, line}, nullptr);
     }
 
     /// Asks the request undisturbed for what can go wrong in it, and for what a PUT can put back.
-    void add(const std::string& line, std::vector<std::string>* putBacks) {
+    void add(const Line& line, std::vector<std::string>* putBacks) {
         requests_.push_back(line);
         const auto handlesBefore = openHandles();
         const Outcome outcome = perform(requests_.size() - 1, {});
         if (outcome.calls.empty() && openHandles() == handlesBefore && outcome.status != 200) return;
-        const Request request = parseRequest(name_, line);
+        const Request request = parseRequest(name_, line.request, line.product);
         if (putBacks && request.method == "GET" && outcome.status == 200 && resource_["methods"].contains("PUT"))
             putBacks->push_back("PUT " + (request.texts[2].empty() ? "" : "?" + request.texts[2] + " ") +
                                 outcome.value.dump());
@@ -140,8 +154,10 @@ class Subject {
             disturbance.vanished = point.function;
             return perform(point.request, disturbance);
         }
-        Json script = lie.kind == Lie::unplugs ? Json{{"simulate", "unplug"}, {"product", product}, {"serial", serial}}
-                                               : lie.script;
+        const char* const unplugged = requests_[point.request].product;
+        Json script = lie.kind == Lie::unplugs
+                          ? Json{{"simulate", "unplug"}, {"product", unplugged}, {"serial", serial}}
+                          : lie.script;
         if (lie.kind == Lie::scripted) {
             script["function"] = point.function;
             if (!point.lasting) script["times"] = 1;
@@ -159,20 +175,21 @@ class Subject {
         simulator::simulate({{"simulate", "reset"}});
         const auto handlesBefore = openHandles();
         variables_ = {{"$package", packageFile()}};
-        bool isAboutFiles = false;
-        for (std::size_t i = 0; i < index; ++i)
-            isAboutFiles = isAboutFiles || requests_[i].find('$') != std::string::npos;
-        for (std::size_t i = 0; isAboutFiles && i < index; ++i)
-            keep(guest_.ask(name_, substitute(requests_[i], variables_)), i);
-        Outcome outcome = guest_.ask(parseRequest(name_, substitute(requests_[index], variables_)), disturbance);
-        keep(outcome, index);
+        const auto isOfSameMonitor = [&](const Line& line) { return line.product == requests_[index].product; };
+        const auto isAboutFile = [&](const Line& line) { return line.request.find('$') != std::string::npos; };
+        const auto begin = std::find_if(requests_.begin(), requests_.end(), isOfSameMonitor);
+        const auto end = requests_.begin() + static_cast<std::ptrdiff_t>(index);
+        if (std::any_of(begin, end, isAboutFile))
+            for (auto line = begin; line != end; ++line) ask(*line, {});
+        Outcome outcome = ask(*end, disturbance);
         outcome.require(outcome.isLogged, "is not logged");
 
         simulator::simulate({{"simulate", "reset"}});
         for (const auto& [variable, id] : variables_)
             for (const char* files : {"FileSystemDfwFile", "FileSystemDfwFile2"})
                 if (variable != "$package") guest_.ask(files, "DELETE /" + id);
-        const bool isReleaseDisturbed = disturbance.function.ends_with("Release");
+        // Without the function nothing is made that it would have to release, and what is open stays so.
+        const bool isReleaseDisturbed = disturbance.function.ends_with("Release") && disturbance.vanished.empty();
         const std::size_t left = openHandles() - handlesBefore;
         outcome.require(left == 0 || isReleaseDisturbed, "leaves " + std::to_string(left) + " handles open");
         const Outcome next = guest_.ask("Brightness", "GET");
@@ -180,21 +197,21 @@ class Subject {
         return outcome;
     }
 
-    /// Remembers an identifier that an example gives a name.
-    void keep(const Outcome& outcome, std::size_t index) {
-        if (!outcome.value.is_object() || !outcome.value.contains("id") || index >= resource_["examples"].size())
-            return;
-        const std::string told = resource_["examples"][index][1];
-        const auto begin = told.find('$');
-        if (begin != std::string::npos)
-            variables_[told.substr(begin, told.find('"', begin) - begin)] = outcome.value["id"];
+    /// Remembers the identifier to which an example gives a name.
+    Outcome ask(const Line& line, const Disturbance& disturbance) {
+        Outcome outcome =
+            guest_.ask(parseRequest(name_, substitute(line.request, variables_), line.product), disturbance);
+        const auto begin = line.answer.find('$');
+        if (begin != std::string::npos && outcome.value.is_object() && outcome.value.contains("id"))
+            variables_[line.answer.substr(begin, line.answer.find('"', begin) - begin)] = outcome.value["id"];
+        return outcome;
     }
 
     Guest& guest_;
     const std::string name_;
     const Json& resource_;
     const bool complete_;
-    std::vector<std::string> requests_;
+    std::vector<Line> requests_;
     std::vector<Point> points_;
     std::set<std::string> seen_;
     std::map<std::string, std::string> variables_;

@@ -1,7 +1,7 @@
 // fault_points shortages|lies [SERIES POINT]: runs the points of a sweep from that one on, and reports each line by
-// line: "at SERIES POINT" before it, "lost ..." or "wrong ..." when it is not as it must be, "done" at the end. A crash
-// ends it at once; fault_tests, which drives it, starts it again behind that point. PELL_FAULTS=all runs points that
-// otherwise are left out to save time.
+// line: "at SERIES POINT" before it, "none" when the series has no such point, "lost ..." or "wrong ..." when it is not
+// as it must be, "done" at the end. A crash ends it at once; fault_tests, which drives it, starts it again behind that
+// point. PELL_FAULTS=all runs points that otherwise are left out to save time.
 #include <atomic>
 #include <chrono>
 #include <cstdio>
@@ -51,7 +51,10 @@ int main(int count, char** arguments) {
             say("at " + where);
             const auto found = all[series].run(point);
             ++finished;
-            if (!found) break;
+            if (!found) {
+                say("none");
+                break;
+            }
             const auto& [name, outcome] = *found;
             for (const std::string& problem : outcome.problems)
                 say((outcome.isLost ? "lost " : "wrong ") + all[series].name + ": " + name + ": " + problem);

@@ -136,6 +136,15 @@ TEST(SignalInformation, SelectsEachPortFirstOnProductsThatMeasureOnlyOne) {
     }
 }
 
+TEST(SignalInformation, HasNoMorePortsThanItMayAskAbout) {
+    Page page;
+    page.returns("DmCtrlGetInputPortCount", 0, Json::array({5000}));
+    for (const char* function : {"DmCtrlGetInputPorts", "DmCtrlGetSignalInformation", "DmCtrlGetSignalResolution",
+                                 "DmCtrlGetSignalInfoFrame", "DmCtrlSetTargetSelectionInputPort"})
+        page.returns(function, 0, Json::array());
+    EXPECT_EQ(page.get("SignalInformation").value.size(), 1024U);
+}
+
 TEST(SignalInformation, LeavesTheCriticalSectionWhateverFails) {
     for (const char* function : {"DmCtrlGetInputPortCount", "DmCtrlGetInputPorts", "DmCtrlSetTargetSelectionInputPort",
                                  "DmCtrlGetSignalInformation", "DmCtrlGetSignalInfoFrame"}) {

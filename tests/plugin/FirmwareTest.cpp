@@ -1,5 +1,6 @@
 // Firmware: packages under identifiers, and the update of a monitor.
 #include <cstdlib>
+#include <functional>
 #include <future>
 #include <thread>
 
@@ -324,6 +325,76 @@ TEST(Packages, AreNeverKeptWaitingForAMonitor) {
         EXPECT_EQ(files.get(), 3 * 200);
     }
     simulator::setGateObserver({});
+    page.close(id);
+}
+
+// As a library does that lets its thread's messages in while it waits.
+TEST(Packages, AreReleasedOnceThoughTheirReleaseLetsRequestsIn) {
+    FirmwarePage page;
+    const PackageFile package;
+    static std::function<void()> onRelease;
+    static int releases;
+    const std::string id = page.open(package.path());
+    releases = 0;
+    onRelease = [&] { EXPECT_EQ(summary(page.close(id)), "200 null"); };
+    simulator::setGateObserver({.call = [](const char* function) {
+        if (std::string_view(function) == "FWDfwFileRelease" && ++releases == 1) onRelease();
+    }});
+    EXPECT_EQ(summary(page.close(id)), "200 null");
+    simulator::setGateObserver({});
+    EXPECT_EQ(releases, 1);
+}
+
+TEST(Answers, AreHandedOverWithNothingLocked) {
+    FirmwarePage page;
+    page.firmware({{"blockMilliseconds", 0}});
+    const PackageFile package;
+    const std::string id = page.open(package.path());
+    static std::function<void()> onAnswer;
+    simulator::setGateObserver({.call = [](const char* function) {
+        if (std::string_view(function) == "BridgeHelperSetResponse" && onAnswer) std::exchange(onAnswer, nullptr)();
+    }});
+    const std::function<Answer()> requests[] = {
+        [&] { return page.describe(id); },
+        [&] { return page.transfer(id); },
+        [&] { return page.get("FirmwareUpdate", R"({"checkDfwFile":")" + id + R"("})"); },
+        [&] { return page.get("SignalInformation"); },
+    };
+    for (const auto& request : requests) {
+        std::future<int> other;
+        onAnswer = [&] {
+            EXPECT_EQ(page.describe(id).status, 200);
+            EXPECT_EQ(simulator::lockedMonitors(), Json::array());
+            EXPECT_EQ(simulator::monitorsInCriticalSection(), Json::array());
+            other = std::async(std::launch::async, [&] { return page.describe(id).status; });
+            EXPECT_EQ(other.wait_for(std::chrono::seconds(10)), std::future_status::ready);
+        };
+        EXPECT_EQ(request().status, 200);
+        EXPECT_EQ(other.get(), 200);
+    }
+    simulator::setGateObserver({});
+    page.close(id);
+}
+
+TEST(Transfer, LooksForItsMonitorAmongSoManyOnly) {
+    FirmwarePage page;
+    page.firmware({{"blockMilliseconds", 0}});
+    const PackageFile package("TQ271-P", 1024);
+    const std::string id = page.open(package.path());
+    const auto addresses = [&](int times, const Json& outputs) {
+        page.simulate({{"simulate", "return"},
+                       {"function", "DmCtrlGetSerialProduct"},
+                       {"result", 0},
+                       {"outputs", outputs},
+                       {"times", times}});
+    };
+    addresses(1, {"10000001", "TQ271-P"});
+    addresses(5000, {"1", "X"});
+    const Answer answer = page.transfer(id);
+    EXPECT_EQ(summary(answer), "200 null");
+    EXPECT_EQ(answer.events, Json::array());
+    EXPECT_EQ(inputsOf(answer, "DmCtrlGetSerialProduct").size(), 1U + 1024U);
+    page.simulate({{"simulate", "reset"}});
     page.close(id);
 }
 

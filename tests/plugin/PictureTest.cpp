@@ -110,6 +110,11 @@ TEST(Monitors, ReadsNoFurtherThanABufferAndNoLongerThanAList) {
     const Json list = page.get("Monitors").value;
     EXPECT_EQ(list.size(), 1024U);
     EXPECT_EQ(list[0], (Json{{"serial", "01234567"}, {"product", "0123456789ABCDEF"}}));
+
+    page.returns("DmCtrlGetNumMonitors", 0, Json::array({5000}));
+    const Answer lookUp = page.get("Brightness");
+    EXPECT_EQ(summary(lookUp), "500 DmError Failed. (Monitor is not found.)");
+    EXPECT_EQ(lookUp.calls.size(), 1U + 1024U);
 }
 
 TEST(Monitors, AreLetGoOf) {

@@ -42,8 +42,9 @@ class ResourceManager {
         return found == handles_.end() ? nullptr : found->second;
     }
 
-    /// Does nothing when there is none.
-    void remove(const std::string& identifier) { handles_.erase(identifier); }
+    /// Does nothing when there is none. The handle is released when it is no longer in the table, since a library may
+    /// let requests in meanwhile.
+    void remove(const std::string& identifier) { const auto removed = handles_.extract(identifier); }
 
  private:
     mutable platform::Mutex mutex_;
