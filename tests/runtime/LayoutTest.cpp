@@ -1,37 +1,22 @@
 // Where the companions are found, in the layouts of folders that hosts have.
 #include <gtest/gtest.h>
 
-#include <cstdlib>
-#include <filesystem>
-#include <fstream>
-#include <string>
+#include <sstream>
 #include <vector>
 
-#include "runtime/platform/Platform.h"
+#include "tests/Installation.h"
 
 namespace {
 
-using std::filesystem::path;
+using tests::path;
 using Lines = std::vector<std::string>;
 
+void setSearchPath(const path& folder) {
 #ifdef _WIN32
-constexpr auto hostProgram = "layout_host.exe";
-constexpr auto plugin = "libpell.dll";
-
-void setSearchPath(const path& folder) {
     _wputenv_s(L"PATH", folder.c_str());
-}
 #else
-constexpr auto hostProgram = "layout_host";
-constexpr auto plugin = "libpell.so";
-
-void setSearchPath(const path& folder) {
     setenv("LD_LIBRARY_PATH", folder.c_str(), 1);
-}
 #endif
-
-void copyInto(const path& folder, const path& file) {
-    std::filesystem::copy_file(file, folder / file.filename());
 }
 
 /// A companion and the folder that it is copied to.
@@ -42,62 +27,39 @@ struct Copy {
 
 /// A host of its own: its program in "program", its plug-in perhaps in "program/plugins". The system's search path is
 /// "shared", and the program starts in the folder that holds them all.
-class Layout {
+class Layout : public tests::Installation {
  public:
-    Layout() {
-        std::filesystem::remove_all(root_);
+    Layout() : Installation(u8"layout") {
         for (const char* folder : {"program/plugins", "shared"}) std::filesystem::create_directories(root_ / folder);
-        copyInto(root_ / "program", built_ / hostProgram);
-        for (const auto& entry : std::filesystem::directory_iterator(built_))
-            for (const char* library : {"pell_simulator.", "QtWebKitBridgeHelper.", "libstdc++-", "libgcc_", "libwin"})
-                if (entry.path().filename().string().starts_with(library)) copyInto(root_ / "program", entry);
+        addProgram("program", "layout_host");
     }
-    ~Layout() { std::filesystem::remove_all(root_); }
-    Layout(const Layout&) = delete;
-    Layout& operator=(const Layout&) = delete;
 
-    /// "older libdmc" has the ordinary imports only; "broken libfwupdate" cannot be loaded; "logger" is the logging
-    /// library, where a libPlugin in the same folder says that it lies.
-    void add(const Copy& copy) const {
-        const path folder = root_ / copy.folder;
-        if (copy.library == "older libdmc") {
-            copyInto(folder, built_.parent_path() / "minimal" / fileOf("libdmc"));
-        } else if (copy.library == "broken libfwupdate") {
-            std::ofstream(folder / fileOf("libfwupdate")) << "no library";
-        } else if (copy.library == "logger") {
-            std::filesystem::create_directory(folder / "exports");
-            copyInto(folder / "exports", built_ / "exports" / fileOf("libscrivo2"));
-        } else {
-            copyInto(folder, built_ / fileOf(copy.library));
-        }
+    /// "broken libfwupdate" cannot be loaded.
+    void install(const Copy& copy) const {
+        if (copy.library == "older libdmc")
+            addOlderLibdmc(copy.folder);
+        else if (copy.library == "broken libfwupdate")
+            std::ofstream(pathOf(copy.folder, "libfwupdate")) << "no library";
+        else if (copy.library == "logger")
+            addLogger(copy.folder);
+        else
+            addLibrary(copy.folder, copy.library);
     }
 
     /// What the host prints when it loads the plug-in from a folder and takes these steps.
     Lines run(const path& folder, const std::string& steps) const {
-        copyInto(root_ / folder, built_ / plugin);
-        copyInto(root_ / folder, built_ / fileOf("libcolour"));  // an import that the host has not loaded
+        for (const char* library : {"libpell", "libcolour"})  // an import that the host has not loaded
+            addLibrary(folder, library);
         setSearchPath(root_ / "shared");
-        const path before = std::filesystem::current_path();
-        std::filesystem::current_path(root_);
-        const std::string command = (path("program") / hostProgram).make_preferred().string() + " " +
-                                    (folder / plugin).string() + " " + steps + " > answers";
-        EXPECT_EQ(std::system(command.c_str()), 0) << command;
-        std::filesystem::current_path(before);
-
+        const std::string plugin = (folder / fileOf("libpell")).make_preferred().string();
+        const auto [exitCode, text] = Installation::run("program/layout_host", plugin + " " + steps);
+        EXPECT_EQ(exitCode, 0) << steps;
         Lines lines;
-        std::ifstream answers(root_ / "answers");
-        for (std::string line; std::getline(answers, line);)
+        std::istringstream stream(text);
+        for (std::string line; std::getline(stream, line);)
             lines.push_back(line.substr(0, line.find_last_not_of('\r') + 1));
         return lines;
     }
-
-    const path& root() const { return root_; }
-
-    static std::string fileOf(const std::string& library) { return torvo::platform::libraryFileName(library.c_str()); }
-
- private:
-    const path built_ = std::filesystem::weakly_canonical(torvo::platform::ownDirectory());
-    const path root_ = built_ / u8"layout \u00e4\u4e94";
 };
 
 const std::string noFirmwareLibrary = R"(404 "libfwupdate does not have a requested function.")";
@@ -180,7 +142,7 @@ TEST(Companions, AreFoundInEveryLayout) {
     };
     for (const auto& test : cases) {
         const Layout layout;
-        for (const Copy& copy : test.copies) layout.add(copy);
+        for (const Copy& copy : test.copies) layout.install(copy);
         EXPECT_EQ(layout.run(test.pluginFolder, "HybridGammaPXL RangeExtension=1 RangeExtension FirmwareUpdate"),
                   answers(test.expected))
             << test.layout;
@@ -189,30 +151,26 @@ TEST(Companions, AreFoundInEveryLayout) {
 
 TEST(Logger, IsLoadedFromAFullPathOnly) {
     const Layout layout;
-    for (const char* library : {"libdmc", "libPlugin"}) layout.add({library, "program"});
-    layout.add({"logger", ""});
-    copyInto(layout.root(), layout.root() / "exports" / Layout::fileOf("libscrivo2"));
+    for (const Copy& copy : {Copy{"libdmc", "program"}, {"libPlugin", "program"}, {"logger", ""}}) layout.install(copy);
+    layout.add("", Layout::built() / "exports" / Layout::fileOf("libscrivo2"));
     EXPECT_EQ(layout.run("program", "exports:exports Brightness exports:. Brightness exports: Brightness"),
               (Lines{"200 50", "200 50", "200 50"}));
 }
 
-TEST(Logger, IsFoundWhenItArrivesLater) {
-    const Layout layout;
-    for (const Copy& copy : {Copy{"libdmc", "program"}, {"libPlugin", "shared"}, {"logger", "program"}})
-        layout.add(copy);
-    const std::string file = Layout::fileOf("libPlugin");
-    EXPECT_EQ(layout.run("program", "Brightness shared/" + file + "@program/" + file + " Brightness Brightness"),
-              (Lines{"200 50", "200 50 logged", "200 50 logged"}));
-}
-
 TEST(Companions, AreFoundWhenTheyArriveLater) {
-    const Layout layout;
-    layout.add({"libdmc", "program"});
-    layout.add({"libfwupdate", "shared"});
-    const std::string file = Layout::fileOf("libfwupdate");
-    const std::string arrival = "shared/" + file + "@program/" + file;
-    EXPECT_EQ(layout.run("program/plugins", "FirmwareUpdate " + arrival + " FirmwareUpdate"),
-              (Lines{noFirmwareLibrary, R"(200 {"state":0})"}));
+    const struct {
+        const char* library;
+        const char* resource;
+        Lines expected;
+    } cases[] = {{"libfwupdate", "FirmwareUpdate", {noFirmwareLibrary, R"(200 {"state":0})"}},
+                 {"libPlugin", "Brightness", {"200 50", "200 50 logged"}}};
+    for (const auto& [library, resource, expected] : cases) {
+        const Layout layout;
+        for (const Copy& copy : {Copy{"libdmc", "program"}, {library, "shared"}, {"logger", "program"}})
+            layout.install(copy);
+        const std::string file = Layout::fileOf(library), request = std::string(" ") + resource;
+        EXPECT_EQ(layout.run("program", request + " shared/" + file + "@program/" + file + request), expected);
+    }
 }
 
 }  // namespace
