@@ -19,12 +19,6 @@ void setSearchPath(const path& folder) {
 #endif
 }
 
-/// A companion and the folder that it is copied to.
-struct Copy {
-    std::string library;
-    path folder;
-};
-
 /// A host of its own: its program in "program", its plug-in perhaps in "program/plugins". The system's search path is
 /// "shared", and the program starts in the folder that holds them all.
 class Layout : public tests::Installation {
@@ -34,16 +28,23 @@ class Layout : public tests::Installation {
         addProgram("program", "layout_host");
     }
 
-    /// "broken libfwupdate" cannot be loaded.
-    void install(const Copy& copy) const {
-        if (copy.library == "older libdmc")
-            addOlderLibdmc(copy.folder);
-        else if (copy.library == "broken libfwupdate")
-            std::ofstream(pathOf(copy.folder, "libfwupdate")) << "no library";
-        else if (copy.library == "logger")
-            addLogger(copy.folder);
-        else
-            addLibrary(copy.folder, copy.library);
+    /// Companions and their folders, "libdmc@program" each; "older" is a libdmc, "broken" a libfwupdate that cannot be
+    /// loaded, and "." the folder that holds all others.
+    void install(const std::string& copies) const {
+        std::istringstream words(copies);
+        for (std::string word; words >> word;) {
+            const auto at = word.find('@');
+            const std::string library = word.substr(0, at);
+            const path folder = word.substr(at + 1);
+            if (library == "older")
+                addOlderLibdmc(folder);
+            else if (library == "broken")
+                std::ofstream(pathOf(folder, "libfwupdate")) << "no library";
+            else if (library == "logger")
+                addLogger(folder);
+            else
+                addLibrary(folder, library);
+        }
     }
 
     /// What the host prints when it loads the plug-in from a folder and takes these steps.
@@ -82,93 +83,63 @@ Lines answers(const Expected& expected) {
 }
 
 TEST(Companions, AreFoundInEveryLayout) {
-    const path program = "program", plugins = "program/plugins", shared = "shared", current = "";
+    const char *const program = "program", *const plugins = "program/plugins";
     const struct {
         const char* layout;
-        path pluginFolder;
-        std::vector<Copy> copies;
-        Expected expected;
+        const char* pluginFolder;
+        const char* copies;
+        bool newer, firmware, logged;  // as in Expected
     } cases[] = {
-        {"one folder for all",
-         program,
-         {{"libdmc", program}, {"libfwupdate", program}, {"libPlugin", program}, {"logger", program}},
-         {true, true, true}},
-        {"the plug-in in a folder of its own",
-         plugins,
-         {{"libdmc", program}, {"libfwupdate", program}, {"libPlugin", program}, {"logger", program}},
-         {true, true, true}},
-        {"libdmc and the others in a folder of the search path",
-         plugins,
-         {{"libdmc", shared}, {"libfwupdate", shared}, {"libPlugin", shared}, {"logger", shared}},
-         {true, true, true}},
-        {"the host loaded a newer libdmc than the one beside the plug-in",
-         plugins,
-         {{"libdmc", program}, {"older libdmc", plugins}},
-         {true, false, false}},
-        {"the host loaded an older libdmc than the one beside the plug-in",
-         plugins,
-         {{"older libdmc", program}, {"libdmc", plugins}},
-         {false, false, false}},
-        {"the plug-in's folder comes first",
-         plugins,
-         {{"libdmc", shared},
-          {"libPlugin", plugins},
-          {"libPlugin", shared},
-          {"libPlugin", program},
-          {"logger", plugins}},
-         {true, false, true}},
-        {"the folder of libdmc comes second",
-         plugins,
-         {{"libdmc", shared}, {"libPlugin", shared}, {"libPlugin", program}, {"logger", shared}},
-         {true, false, true}},
-        {"the program's folder comes last",
-         plugins,
-         {{"libdmc", shared}, {"libfwupdate", program}, {"libPlugin", program}, {"logger", program}},
-         {true, true, true}},
-        {"neither the search path nor the current directory counts",
-         plugins,
-         {{"libdmc", program},
-          {"libfwupdate", shared},
-          {"libPlugin", shared},
-          {"logger", shared},
-          {"libfwupdate", current},
-          {"libPlugin", current},
-          {"logger", current}},
-         {true, false, false}},
-        {"a file that cannot be loaded is passed over",
-         plugins,
-         {{"libdmc", program}, {"broken libfwupdate", plugins}, {"libfwupdate", program}},
-         {true, true, false}},
+        {"one folder for all", program, "libdmc@program libfwupdate@program libPlugin@program logger@program", true,
+         true, true},
+        {"the plug-in in a folder of its own", plugins,
+         "libdmc@program libfwupdate@program libPlugin@program logger@program", true, true, true},
+        {"libdmc and the others in a folder of the search path", plugins,
+         "libdmc@shared libfwupdate@shared libPlugin@shared logger@shared", true, true, true},
+        {"the host loaded a newer libdmc than the one beside the plug-in", plugins,
+         "libdmc@program older@program/plugins", true, false, false},
+        {"the host loaded an older libdmc than the one beside the plug-in", plugins,
+         "older@program libdmc@program/plugins", false, false, false},
+        {"the plug-in's folder comes first", plugins,
+         "libdmc@shared libPlugin@program/plugins libPlugin@shared libPlugin@program logger@program/plugins", true,
+         false, true},
+        {"the folder of libdmc comes second", plugins, "libdmc@shared libPlugin@shared libPlugin@program logger@shared",
+         true, false, true},
+        {"the program's folder comes last", plugins,
+         "libdmc@shared libfwupdate@program libPlugin@program logger@program", true, true, true},
+        {"neither the search path nor the current directory counts", plugins,
+         "libdmc@program libfwupdate@shared libPlugin@shared logger@shared libfwupdate@. libPlugin@. logger@.", true,
+         false, false},
+        {"a file that cannot be loaded is passed over", plugins,
+         "libdmc@program broken@program/plugins libfwupdate@program", true, true, false},
     };
-    for (const auto& test : cases) {
+    for (const auto& [name, pluginFolder, copies, newer, firmware, logged] : cases) {
         const Layout layout;
-        for (const Copy& copy : test.copies) layout.install(copy);
-        EXPECT_EQ(layout.run(test.pluginFolder, "HybridGammaPXL RangeExtension=1 RangeExtension FirmwareUpdate"),
-                  answers(test.expected))
-            << test.layout;
+        layout.install(copies);
+        EXPECT_EQ(layout.run(pluginFolder, "HybridGammaPXL RangeExtension=1 RangeExtension FirmwareUpdate"),
+                  answers({newer, firmware, logged}))
+            << name;
     }
 }
 
 TEST(Logger, IsLoadedFromAFullPathOnly) {
     const Layout layout;
-    for (const Copy& copy : {Copy{"libdmc", "program"}, {"libPlugin", "program"}, {"logger", ""}}) layout.install(copy);
-    layout.add("", Layout::built() / "exports" / Layout::fileOf("libscrivo2"));
+    layout.install("libdmc@program libPlugin@program logger@.");
+    layout.add(".", Layout::built() / "exports" / Layout::fileOf("libscrivo2"));
     EXPECT_EQ(layout.run("program", "exports:exports Brightness exports:. Brightness exports: Brightness"),
               (Lines{"200 50", "200 50", "200 50"}));
 }
 
 TEST(Companions, AreFoundWhenTheyArriveLater) {
     const struct {
-        const char* library;
-        const char* resource;
+        std::string library, request;
         Lines expected;
-    } cases[] = {{"libfwupdate", "FirmwareUpdate", {noFirmwareLibrary, R"(200 {"state":0})"}},
-                 {"libPlugin", "Brightness", {"200 50", "200 50 logged"}}};
-    for (const auto& [library, resource, expected] : cases) {
+    } cases[] = {{"libfwupdate", " FirmwareUpdate", {noFirmwareLibrary, R"(200 {"state":0})"}},
+                 {"libPlugin", " Brightness", {"200 50", "200 50 logged"}}};
+    for (const auto& [library, request, expected] : cases) {
         const Layout layout;
-        for (const Copy& copy : {Copy{"libdmc", "program"}, {library, "shared"}, {"logger", "program"}})
-            layout.install(copy);
-        const std::string file = Layout::fileOf(library), request = std::string(" ") + resource;
+        layout.install("libdmc@program logger@program " + library + "@shared");
+        const std::string file = Layout::fileOf(library);
         EXPECT_EQ(layout.run("program", request + " shared/" + file + "@program/" + file + request), expected);
     }
 }
