@@ -314,29 +314,6 @@ TEST(OpenPackages, AreLeftToTheSystemWhenTheProcessEnds) {
     EXPECT_EQ(lines, expected);
 }
 
-TEST(Handles, ThatCannotBeReleasedAreNoFailure) {
-    for (const char* function : {"FWDeviceProfileRelease", "FWUtf8StringRelease", "FWDfwFileRelease",
-                                 "DmCtrlUnlockMonitor", "DmCtrlExitCriticalSection"}) {
-        Page page;
-        const PackageFile package;
-        const Json path{{"path", package.path()}};
-        const std::string id =
-            page.call("FileSystemDfwFile", {R"({"method":"POST"})", "", "", path.dump()}).value["id"];
-        page.simulate({{"simulate", "throw"}, {"function", function}});
-        const std::string idText = Json{{"id", id}}.dump();
-        const Answer answers[] = {page.get("FirmwareUpdateDeviceVersion"), page.get("SignalInformation"),
-                                  page.call("FileSystemDfwFile2", {"", idText, "", ""}),
-                                  page.call("FileSystemDfwFile2", {R"({"method":"DELETE"})", idText, "", ""})};
-        int calls = 0;
-        for (const Answer& answer : answers) {
-            EXPECT_EQ(answer.status, 200) << function << ": " << answer.text;
-            for (const Json& call : answer.calls) calls += call["function"] == function;
-        }
-        EXPECT_GT(calls, 0) << function;
-        simulator::releaseHandles();
-    }
-}
-
 TEST(Handles, ThatAreNullAreNeverPassedOn) {
     FirmwarePage page;
     const PackageFile package;

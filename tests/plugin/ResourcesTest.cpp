@@ -422,11 +422,14 @@ TEST(Monitors, AreListedAsFarAsTheLibraryTellsThem) {
     EXPECT_EQ(list.size(), 1024U);
     EXPECT_EQ(list[0], (Json{{"serial", "01234567"}, {"product", "0123456789ABCDEF"}}));
     page.returns("DmCtrlGetSerialProduct", 0x80000000);
-    EXPECT_EQ(summary(page.get("Monitors")), "200 []");
+    const Answer none = page.get("Monitors");
+    EXPECT_EQ(summary(none), "200 []");
+    EXPECT_EQ(none.log, "statusCode:200\tmethod:GET\turi:/pell/Monitors\tmsg:Success");
     page.returns("DmCtrlRelease", 0x80000000);
     const Answer released = page.ask("DELETE", "Monitors");
     EXPECT_EQ(summary(released), "200 null");
     EXPECT_EQ(released.calls[0]["function"], "DmCtrlRelease");
+    EXPECT_EQ(released.log, "statusCode:200\tmethod:DELETE\turi:/pell/Monitors\tmsg:Success");
 }
 
 }  // namespace
