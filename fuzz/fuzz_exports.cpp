@@ -16,8 +16,6 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
-#include <filesystem>
-#include <fstream>
 #include <functional>
 #include <nlohmann/json.hpp>
 #include <random>
@@ -26,10 +24,10 @@
 #include <vector>
 
 #include "fuzz/Finding.h"
-#include "host/Platform.h"
 #include "host/Session.h"
-#include "simulator/core/FirmwarePackage.h"
 #include "simulator/core/World.h"
+#include "tests/Judgement.h"
+#include "tests/PackageFile.h"
 
 extern "C" std::size_t LLVMFuzzerMutate(std::uint8_t* data, std::size_t size, std::size_t maximum);
 
@@ -184,15 +182,6 @@ class Fuzzer {
         for (const Json& monitor : scenario.at("monitors"))
             monitors_.push_back({{"product", monitor.at("product")}, {"serial", monitor.at("serial")}});
 
-        simulator::FirmwarePackage package;
-        package.product = monitors_.front().at("product");
-        package.version = simulator::parseVersion("2.1.0.3.7");
-        package.payload.assign(1500, 'f');
-        const auto number = std::to_string(std::random_device()());
-        package_ = std::filesystem::temp_directory_path() / ("fuzz-" + number + ".dfw");
-        std::ofstream(package_, std::ios::binary) << simulator::writePackage(package);
-        std::atexit([] { std::filesystem::remove(instance().package_); });
-
         simulator::setGateObserver(
             {.enter = [] { ++depth; }, .leave = [] { --depth; }, .call = [](const char*) { ++usage.calls; }});
         __sanitizer_install_malloc_and_free_hooks(onAllocation, onRelease);
@@ -229,7 +218,8 @@ class Fuzzer {
             for (auto at = text.find(what); at != std::string::npos; at = text.find(what, at + by.size()))
                 text.replace(at, what.size(), by);
         };
-        replace("$package", package_.string());
+        static const tests::PackageFile package("TQ271-P", 1500);
+        replace("$package", package.path());
         replace("$id", files_.empty() ? "" : files_.back());
         return text;
     }
@@ -251,55 +241,10 @@ class Fuzzer {
     }
 
     void checkAnswer(const std::string& name, const Json& exchange) {
-        const Json& responses = exchange.at("responses");
-        require(responses.size() == 1, "not answered once:", name);
-        const Json& response = responses.at(0);
-        require(response.at("promise") == exchange.at("returned"), "another promise is answered:", name);
-        const auto& text = response.at("text").get_ref<const std::string&>();
-        const auto status = response.at("status").get<int>();
-
-        const Json answer = Json::parse(text.begin(), text.end(), nullptr, false);
-        if (answer.is_discarded()) return checkForeignText(text);
-        require(answer.is_object() && answer.size() == 2 && answer.contains("error") && answer.contains("value"),
-                "an answer is {\"error\", \"value\"}:", text);
-        checkStatus(status, answer.at("error"), answer.at("value"), text);
-        checkLog(exchange.at("log"), status, answer, text);
-    }
-
-    /// Texts of the page and of companions need not be UTF-8, and are passed on; around them it must be JSON.
-    static void checkForeignText(std::string text) {
-        const auto count = std::count_if(text.begin(), text.end(), [](char byte) { return (byte & 0x80) != 0; });
-        for (char& byte : text) byte = static_cast<char>(byte & 0x80 ? '?' : byte);
-        require(count > 0 && Json::accept(text), "an answer is not JSON:", text);
-    }
-
-    static void checkStatus(int status, const Json& error, const Json& value, std::string_view text) {
-        require(status == 200 || status == 400 || status == 404 || status == 405 || status == 500, "status of", text);
-        require((status == 200) == error.is_null(), "status and error disagree:", text);
-        if (status == 200) return;
-        require(value.is_null() && error.is_object() && error.value("name", Json()).is_string() &&
-                    error.value("message", Json()).is_string(),
-                "an error has a name and a message, and no value:", text);
-    }
-
-    void checkLog(const Json& log, int status, const Json& answer, std::string_view text) {
-        require(log.size() == 1, "not logged once:", text);
-        const auto& line = log.at(0).at("line").get_ref<const std::string&>();
-        require(std::all_of(line.begin(), line.end(), [](char byte) { return byte == '\t' || (byte & 0xE0) != 0; }),
-                "control characters in the log:", line);
-        require(line.starts_with("statusCode:" + std::to_string(status) + "\tmethod:"), "the log has no status:", line);
-        require(log.at(0).at("level") == (status == 200 ? 2 : 5), "the log's level is wrong:", line);
-        std::string end = "\tmsg:Success";
-        if (const Json& error = answer.at("error"); !error.is_null()) {
-            end = "\terr:" + error.at("name").get<std::string>() + "\tmsg:" + error.at("message").get<std::string>();
-            if (const auto code = error.find("code"); code != error.end()) {
-                std::array<char, 32> hexadecimal{};
-                std::snprintf(hexadecimal.data(), hexadecimal.size(), "\tcode:0x%08x", code->get<unsigned>());
-                end += hexadecimal.data();
-            }
-        }
-        require(line.ends_with(end), "the log disagrees with the answer:", line);
-        if (status == 200) followFiles(line, answer.at("value"));
+        const auto judged = tests::judge(exchange.at("returned"), exchange.at("responses"), exchange.at("log"));
+        for (const std::string& problem : judged.problems) reportFinding(name.c_str(), problem);
+        require(!judged.log.empty(), "not logged:", judged.text);
+        if (judged.status == 200) followFiles(judged.log, judged.value);
     }
 
     /// Which packages are open now.
@@ -333,7 +278,6 @@ class Fuzzer {
     host::Session session_;
     std::vector<std::string_view> exports_;
     std::vector<Json> monitors_;
-    std::filesystem::path package_;
     std::vector<std::string> files_;  ///< identifiers of the open ones
     bool changed_ = false;            ///< the simulated world, perhaps
 };

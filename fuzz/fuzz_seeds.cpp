@@ -12,44 +12,12 @@
 #include <utility>
 #include <vector>
 
+#include "tests/Example.h"
+
 namespace {
 
 using nlohmann::json;
 namespace fs = std::filesystem;
-
-/// A request as the catalogue writes it: METHOD [RESOURCE] [/ID] [?QUERY] [BODY].
-struct Request {
-    std::string method, resource, identifier, query, body;
-};
-
-std::string takeWord(std::string_view& text) {
-    const auto end = std::min(text.find(' '), text.size());
-    const std::string word(text.substr(0, end));
-    text.remove_prefix(std::min(end + 1, text.size()));
-    return word;
-}
-
-/// A JSON text has no spaces outside its strings here.
-std::string takeJson(std::string_view& text) {
-    std::string taken;
-    do {
-        if (!taken.empty()) taken += ' ';
-        taken += takeWord(text);
-    } while (!text.empty() && !json::accept(taken));
-    return taken;
-}
-
-Request parseRequest(std::string_view text, const std::string& resource) {
-    Request request{.method = takeWord(text), .resource = resource};
-    if (!text.empty() && text.front() >= 'A' && text.front() <= 'Z') request.resource = takeWord(text);
-    if (text.starts_with('/')) request.identifier = takeWord(text).substr(1);
-    if (text.starts_with('?')) {
-        text.remove_prefix(1);
-        request.query = takeJson(text);
-    }
-    request.body = text;
-    return request;
-}
 
 class Seeds {
  public:
@@ -111,24 +79,24 @@ void addGroup(Seeds& seeds, const Group& group) {
         add([&](std::size_t i) { return (call + i) % 2 ? failureAt(call) : zeroAt(call); });
 }
 
-std::string textOf(const Request& request) {
-    const auto parameters = request.identifier.empty() ? "0" : json{{"id", request.identifier}}.dump();
+std::string textOf(const tests::Example& request) {
+    const auto parameters = request.id.empty() ? "0" : json{{"id", request.id}}.dump();
     return request.resource + "\n" + request.method + "\n" + parameters + "\n" + request.query + "\n" + request.body +
            "\n";
 }
 
 /// Opens a package and asks for it, undisturbed until then.
 void addFileRequest(Seeds& seeds, const std::string& name, const std::string& request) {
-    const auto open = textOf(parseRequest("POST {\"path\":\"$package\"}", name));
+    const auto open = textOf(tests::parseExample("POST {\"path\":\"$package\"}", name));
     for (std::size_t call = 0; call < 8; ++call)
         for (const auto& departure : {failureAt(call), zeroAt(call)})
-            seeds.add("exports", "\n" + open + departure + "\n" + textOf(parseRequest(request, name)));
+            seeds.add("exports", "\n" + open + departure + "\n" + textOf(tests::parseExample(request, name)));
 }
 
 void addResource(Seeds& seeds, const std::string& name, const json& resource) {
     Group group;
     for (const json& example : resource.at("examples")) {
-        const auto request = parseRequest(example.at(0).get<std::string>(), name);
+        const auto request = tests::parseExample(example.at(0).get<std::string>(), name);
         const auto answer = example.at(1).get<std::string>();
         for (const auto& text : {request.query, request.body, answer.substr(std::min<std::size_t>(4, answer.size()))}) {
             const auto value = json::parse(text, nullptr, false);
@@ -139,7 +107,7 @@ void addResource(Seeds& seeds, const std::string& name, const json& resource) {
         group.push_back(textOf(request));
         seeds.add("exports", "\n" + group.back());
         if (group.size() == mostRequests) addGroup(seeds, std::exchange(group, {}));
-        if (request.identifier == "$id") addFileRequest(seeds, name, example.at(0));
+        if (request.id == "$id") addFileRequest(seeds, name, example.at(0));
     }
     if (!group.empty()) addGroup(seeds, group);
 }

@@ -1,15 +1,9 @@
-// Records in both directions: every kind of member, what the data lacks, and that the tables are complete.
+// Records in both directions: every kind of member, and what the data lacks.
 #include <gtest/gtest.h>
-#include <records/device.h>
-#include <records/firmware.h>
-#include <records/picture.h>
 #include <records/selfcalibration.h>
 
 #include <algorithm>
 #include <array>
-#include <filesystem>
-#include <fstream>
-#include <regex>
 
 #include "bridge/Records.h"
 #include "pocketjson/Parser.h"
@@ -49,7 +43,6 @@ struct Timetable {
     std::uint32_t type;
     std::uint16_t year;
     std::uint8_t week;
-    std::uint8_t part[8];
 };
 
 }  // namespace
@@ -75,11 +68,7 @@ inline constexpr auto members<Target> =
 template <>
 inline constexpr auto members<Timetable> = std::tuple(
     Member{"type", &Timetable::type}, Member{"year", &Timetable::year}.writtenAs("yaer").omittedWhenAllOnes(),
-    Member{"week", &Timetable::week}.omittedWhenAllOnes(),
-    Variant<Timetable, 8, 2>{&Timetable::type,
-                             &Timetable::part,
-                             {Layout{1, {Field{"usageHour", 0, 4}}},
-                              Layout{2, {Field{"year2", 0, 2}, Field{"dayOfWeek", 4, 4}, Field{"hour", 2, 1}}}}});
+    Member{"week", &Timetable::week}.omittedWhenAllOnes());
 
 }  // namespace companions
 
@@ -116,6 +105,7 @@ TEST(Records, LayOutASelfQCScheduleByItsType) {
     const struct {
         const char* schedule;
         std::array<std::uint8_t, 8> details;
+        const char* given = nullptr;  // when that is not the schedule itself
     } cases[] = {
         {R"({"timing":1,"type":16,"usageHour":16909060})", {4, 3, 2, 1}},
         {R"({"day":3,"hour":4,"minute":5,"month":2,"timing":1,"type":17,"year":258})", {2, 1, 2, 3, 4, 5}},
@@ -127,9 +117,12 @@ TEST(Records, LayOutASelfQCScheduleByItsType) {
         {R"({"day":5,"halfYear":16909060,"hour":6,"minute":7,"timing":1,"type":36})", {4, 3, 2, 1, 5, 6, 7}},
         {R"({"day":2,"hour":3,"minute":4,"month":1,"timing":1,"type":37})", {1, 2, 3, 4}},
         {R"({"timing":1,"type":38})", {}},
+        {R"({"hour":1,"minute":2,"timing":1,"type":32})",
+         {1, 2},
+         R"({"hour":257,"minute":2,"timing":1,"type":32,"day":3})"},
     };
-    for (const auto& [json, details] : cases) {
-        const auto schedule = toRecord<DmSelfQCSchedule>(pocketjson::parseOrNull(json));
+    for (const auto& [json, details, given] : cases) {
+        const auto schedule = toRecord<DmSelfQCSchedule>(pocketjson::parseOrNull(given ? given : json));
         EXPECT_TRUE(std::equal(details.begin(), details.end(), schedule.details)) << json;
         EXPECT_EQ(textOf(toValue(schedule)), json);
     }
@@ -146,7 +139,6 @@ TEST(Records, KeepOrZeroWhatTheDataLacks) {
         const char* zeroed;
     } cases[] = {
         {"{}", "flag", "true", "false"},
-        {R"({"flag":false})", "flag", "false", "false"},
         {R"({"flag":1})", "flag", "true", "true"},
         {R"({"flag":0})", "flag", "true", "false"},
         {R"({"flag":"true"})", "flag", "true", "true"},
@@ -157,10 +149,8 @@ TEST(Records, KeepOrZeroWhatTheDataLacks) {
         {R"({"number":"1e999"})", "number", "1", "0.0"},
         {R"({"u16":65537})", "u16", "1", "1"},
         {R"({"u8":-1})", "u8", "0", "0"},
-        {R"({"u32":"7"})", "u32", "1", "0"},
         {R"({"i32":2.5})", "i32", "3", "3"},
         {R"({"text":7})", "text", R"("a")", R"("")"},
-        {R"({"text":""})", "text", R"("")", R"("")"},
         {R"({"list":[5]})", "list", "[5,1]", "[5,0]"},
         {R"({"list":7})", "list", "[1,1]", "[0,0]"},
         {R"({"points":[null,{"y":7}]})", "points", R"([{"x":1,"y":1},{"x":1,"y":7}])",
@@ -181,6 +171,9 @@ TEST(Records, RefuseTextsThatTheirFieldCannotHold) {
         EXPECT_THROW(toRecord<Everything>(pocketjson::parseOrNull(data)), BridgeResultError) << data;
         EXPECT_THROW(replaceMembers(record, pocketjson::parseOrNull(data)), BridgeResultError) << data;
     }
+    Everything full{};
+    std::fill(std::begin(full.text), std::end(full.text), 't');  // as a library may answer it
+    EXPECT_EQ(toValue(full).get("text"), "tttt");
 }
 
 TEST(Records, CheckRequiredMembersInTheOrderOfTheTable) {
@@ -224,84 +217,6 @@ TEST(Records, OmitWhatDoesNotApplyAndReadNamesOfTheirOwn) {
     timetable.year = 0xFFFF;
     timetable.week = 0xFF;
     EXPECT_EQ(textOf(toValue(timetable)), R"({"type":9})");
-}
-
-TEST(Records, HaveTheFieldsOfTheirType) {
-    const auto roundTrip = [](const char* data) {
-        Timetable timetable = toRecord<Timetable>(pocketjson::parseOrNull(data));
-        timetable.year = 0xFFFF;
-        timetable.week = 0xFF;
-        return textOf(toValue(timetable));
-    };
-    EXPECT_EQ(roundTrip(R"({"type":1,"usageHour":4294967295,"hour":3})"), R"({"type":1,"usageHour":4294967295})");
-    EXPECT_EQ(roundTrip(R"({"type":2,"year2":2025,"dayOfWeek":6,"hour":255})"),
-              R"({"dayOfWeek":6,"hour":255,"type":2,"year2":2025})");
-    EXPECT_EQ(roundTrip(R"({"type":2,"hour":257})"), R"({"dayOfWeek":0,"hour":1,"type":2,"year2":0})");
-    EXPECT_EQ(roundTrip(R"({"type":3,"hour":1})"), R"({"type":3})");
-}
-
-// ---- The tables themselves -----------------------------------------------------------------------------------------
-
-/// Stands for whatever initialises a member.
-struct Anything {
-    template <class T>
-    operator T() const;
-};
-
-/// How many initialisers a member takes without braces of its own: an array one for each element.
-template <class Record, class T>
-constexpr std::size_t initializersOf(T Record::*) {
-    return std::is_array_v<T> ? std::max<std::size_t>(std::extent_v<T>, 1) : 1;
-}
-
-template <class Record>
-constexpr std::size_t initializersOfTable() {
-    return std::apply([](const auto&... member) { return (initializersOf(member.pointer) + ...); },
-                      companions::members<Record>);
-}
-
-template <class Record, std::size_t... Position>
-constexpr bool takes(std::index_sequence<Position...>) {
-    return requires {
-        Record{(static_cast<void>(Position), Anything())...};
-    };
-}
-
-/// Whether the table has every member of the record: it takes as many initialisers as the table, and not one more.
-template <class Record>
-void expectWholeTable(const char* name) {
-    constexpr std::size_t count = initializersOfTable<Record>();
-    EXPECT_TRUE(takes<Record>(std::make_index_sequence<count>())) << name << ": a member is in the table twice";
-    EXPECT_FALSE(takes<Record>(std::make_index_sequence<count + 1>())) << name << ": a member is not in the table";
-}
-
-template <class... Record>
-std::size_t expectWholeTables(std::tuple<Record...>) {
-    (expectWholeTable<Record>(typeid(Record).name()), ...);
-    return sizeof...(Record);
-}
-
-TEST(RecordTables, HaveEveryMemberOfTheirRecord) {
-    const std::size_t tested = expectWholeTables(
-        std::tuple<DmChromaticity, DmColorValue, DmSixColors, DmPrimaries, DmProfileData, DmGainDefinition,
-                   DmPanelLuminance, DmColor, DmBounds, DmColorPatch, DmSignalSync, DmSignalInformation,
-                   DmSignalResolution, DmSignalInfoFrame, DmAutoLumisavePoint, DmAutoLumisaveSettings, DmYearMonth,
-                   DmBacklightReplaceInfo, DmBoosterTarget, DmBacklightBooster, DmBoosterUsageTime, DmFirmwareVersion,
-                   DmDisplayFirmwareVersion, DmUsageTime, DmAmbientSensor, DmCalibrationTarget, DmSelfQCSchedule,
-                   DmClockTime, DmSelfCorrectionTarget, DmSelfCorrectionResult, DmSelfDiagnosis, DmCalibrationWindow,
-                   DmSelfCalibrationTarget, DmSelfCalibrationResult, DmSelfCalibrationResultSetting,
-                   DmSelfCalibrationSchedule, DmUsageHourMinute, DmSelfQCNextSchedule, DmSelfQCCalibrationResult,
-                   DmGrayScaleCheckTarget, DmGrayScaleCheckLastTarget, DmGrayScaleCheckResult, DmLEAData,
-                   DmPhotoADAgingCorrection, FirmwareVersionRecord>());
-
-    std::size_t tables = 0;
-    const std::regex table("auto members<\\w+>");
-    for (const auto& file : std::filesystem::directory_iterator(PELL_RECORDS)) {
-        if (file.path().filename() == "Member.h") continue;  // has an example only
-        std::ifstream stream(file.path());
-        for (std::string line; std::getline(stream, line);) tables += std::regex_search(line, table);
-    }
-    EXPECT_EQ(tested, tables) << "a table is not tested here";
 }
 
 TEST(DateTime, IsPaddedWithZeros) {

@@ -4,8 +4,6 @@
 #include <libdmc/monitors.h>
 
 #include <limits>
-#include <new>
-#include <stdexcept>
 
 #include "bridge/Errors.h"
 #include "bridge/MonitorCriticalSection.h"
@@ -72,69 +70,55 @@ BridgeResult withCode(pocketjson::Value code) {
 
 INSTANTIATE_TEST_SUITE_P(
     Runner, EveryOutcome,
-    testing::Values(
-        Outcome{"NoValue", [] { return BridgeResult{}; }, 200, R"({"error":null,"value":null})",
-                "statusCode:200\tmethod:GET\turi:/pell/\tmsg:Success"},
-        Outcome{"Status299", [] { return withStatus(299); }, 299, R"({"error":null,"value":null})",
-                "statusCode:299\tmethod:GET\turi:/pell/\tmsg:Success"},
-        Outcome{"Status300", [] { return withStatus(300); }, 300, R"({"error":null,"value":null})",
-                "statusCode:300\tmethod:GET\turi:/pell/\terr:\tmsg:"},
-        Outcome{"Status199", [] { return withStatus(199); }, 199, R"({"error":null,"value":null})",
-                "statusCode:199\tmethod:GET\turi:/pell/\terr:\tmsg:"},
-        Outcome{"NamelessError",
-                [] {
-                    BridgeResult result;
-                    result.error["detail"] = 1;
-                    return result;
-                },
-                200, R"({"error":{"detail":1,"message":"","name":""},"value":null})",
-                "statusCode:200\tmethod:GET\turi:/pell/\tmsg:Success"},
-        Outcome{"MessageWithoutAName", [] { return BridgeResult{500, "", "Failed.", {}, {}, {}}; }, 500,
-                R"({"error":{"message":"Failed.","name":""},"value":null})",
-                "statusCode:500\tmethod:GET\turi:/pell/\terr:\tmsg:Failed."},
-        Outcome{"ErrorWithValue",
-                [] {
-                    BridgeResult result{400, "BadRequestError", "No.", {}, {}, {}};
-                    result.value = 7;
-                    return result;
-                },
-                400, R"({"error":{"message":"No.","name":"BadRequestError"},"value":7})",
-                "statusCode:400\tmethod:GET\turi:/pell/\terr:BadRequestError\tmsg:No."},
-        Outcome{"SmallCode", [] { return withCode(5); }, 500,
-                R"({"error":{"code":5,"message":"Failed.","name":"DmError"},"value":null})",
-                "statusCode:500\tmethod:GET\turi:/pell/\terr:DmError\tmsg:Failed.\tcode:0x00000005"},
-        Outcome{"CodeThatIsNoNumber", [] { return withCode("5"); }, 500,
-                R"({"error":{"code":"5","message":"Failed.","name":"DmError"},"value":null})",
-                "statusCode:500\tmethod:GET\turi:/pell/\terr:DmError\tmsg:Failed."},
-        Outcome{
-            "ThrownCheck",
-            []() -> BridgeResult {
-                checkMonitorControl(static_cast<DmResult>(0x8000000A), "Set it.");
-                return {};
-            },
-            500,
-            R"({"error":{"code":2147483658,"message":"Out of range.","name":"DmError","reason":"Set it."},"value":null})",
-            "statusCode:500\tmethod:GET\turi:/pell/\terr:DmError\tmsg:Out of range.\tcode:0x8000000a"},
-        Outcome{"InternalError",
-                []() -> BridgeResult {
-                    checkInternal(false, "Broken.");
-                    return {};
-                },
-                500, R"({"error":{"message":"Broken.","name":"InternalError"},"value":null})",
-                "statusCode:500\tmethod:GET\turi:/pell/\terr:InternalError\tmsg:Broken."},
-        Outcome{"ThrownException", []() -> BridgeResult { throw std::runtime_error("x"); }, 500, unknownError,
-                unknownErrorLog},
-        Outcome{"ThrownBadAlloc", []() -> BridgeResult { throw std::bad_alloc(); }, 500, unknownError, unknownErrorLog},
-        Outcome{"ThrownInteger", []() -> BridgeResult { throw 42; }, 500, unknownError, unknownErrorLog},
-        Outcome{"UnwritableNumberInTheError", [] { return withCode(std::numeric_limits<double>::infinity()); }, 500,
-                unknownError, unknownErrorLog},
-        Outcome{"UnwritableNumber",
-                [] {
-                    BridgeResult result;
-                    result.value = pocketjson::Value::array({1, std::numeric_limits<double>::quiet_NaN()});
-                    return result;
-                },
-                500, unknownError, unknownErrorLog}),
+    testing::Values(Outcome{"Status299", [] { return withStatus(299); }, 299, R"({"error":null,"value":null})",
+                            "statusCode:299\tmethod:GET\turi:/pell/\tmsg:Success"},
+                    Outcome{"Status300", [] { return withStatus(300); }, 300, R"({"error":null,"value":null})",
+                            "statusCode:300\tmethod:GET\turi:/pell/\terr:\tmsg:"},
+                    Outcome{"Status199", [] { return withStatus(199); }, 199, R"({"error":null,"value":null})",
+                            "statusCode:199\tmethod:GET\turi:/pell/\terr:\tmsg:"},
+                    Outcome{"NamelessError",
+                            [] {
+                                BridgeResult result;
+                                result.error["detail"] = 1;
+                                return result;
+                            },
+                            200, R"({"error":{"detail":1,"message":"","name":""},"value":null})",
+                            "statusCode:200\tmethod:GET\turi:/pell/\tmsg:Success"},
+                    Outcome{"MessageWithoutAName", [] { return BridgeResult{500, "", "Failed.", {}, {}, {}}; }, 500,
+                            R"({"error":{"message":"Failed.","name":""},"value":null})",
+                            "statusCode:500\tmethod:GET\turi:/pell/\terr:\tmsg:Failed."},
+                    Outcome{"ErrorWithValue",
+                            [] {
+                                BridgeResult result{400, "BadRequestError", "No.", {}, {}, {}};
+                                result.value = 7;
+                                return result;
+                            },
+                            400, R"({"error":{"message":"No.","name":"BadRequestError"},"value":7})",
+                            "statusCode:400\tmethod:GET\turi:/pell/\terr:BadRequestError\tmsg:No."},
+                    Outcome{"SmallCode", [] { return withCode(5); }, 500,
+                            R"({"error":{"code":5,"message":"Failed.","name":"DmError"},"value":null})",
+                            "statusCode:500\tmethod:GET\turi:/pell/\terr:DmError\tmsg:Failed.\tcode:0x00000005"},
+                    Outcome{"CodeThatIsNoNumber", [] { return withCode("5"); }, 500,
+                            R"({"error":{"code":"5","message":"Failed.","name":"DmError"},"value":null})",
+                            "statusCode:500\tmethod:GET\turi:/pell/\terr:DmError\tmsg:Failed."},
+                    Outcome{"InternalError",
+                            []() -> BridgeResult {
+                                checkInternal(false, "Broken.");
+                                return {};
+                            },
+                            500, R"({"error":{"message":"Broken.","name":"InternalError"},"value":null})",
+                            "statusCode:500\tmethod:GET\turi:/pell/\terr:InternalError\tmsg:Broken."},
+                    Outcome{"ThrownInteger", []() -> BridgeResult { throw 42; }, 500, unknownError, unknownErrorLog},
+                    Outcome{"UnwritableNumberInTheError",
+                            [] { return withCode(std::numeric_limits<double>::infinity()); }, 500, unknownError,
+                            unknownErrorLog},
+                    Outcome{"UnwritableNumber",
+                            [] {
+                                BridgeResult result;
+                                result.value = pocketjson::Value::array({1, std::numeric_limits<double>::quiet_NaN()});
+                                return result;
+                            },
+                            500, unknownError, unknownErrorLog}),
     [](const auto& suite) { return suite.param.name; });
 
 TEST(Runner, AnswersEvenWhenTheHostThrows) {
@@ -291,34 +275,23 @@ class CriticalSection : public testing::Test {
     const Monitor simple{"10000002", "TB240"};
 };
 
-TEST_F(CriticalSection, IsHeldForTheScopeAndLeftWhenThatFails) {
+TEST_F(CriticalSection, IsHeldForTheScopeAndOnlyWhereThereIsOne) {
     const simulator::Recording recording;
     try {
+        const MonitorCriticalSection ofNone(simple);
         const MonitorCriticalSection section(modern);
         throw 1;
     } catch (int) {
     }
     EXPECT_THAT(functionsCalled(recording),
-                testing::ElementsAre("DmCtrlSupportedCriticalSection", "DmCtrlEnterCriticalSection",
-                                     "DmCtrlExitCriticalSection"));
-}
-
-TEST_F(CriticalSection, IsNotUsedOnAMonitorWithoutOne) {
-    const simulator::Recording recording;
-    { const MonitorCriticalSection section(simple); }
-    EXPECT_THAT(functionsCalled(recording), testing::ElementsAre("DmCtrlSupportedCriticalSection"));
+                testing::ElementsAre("DmCtrlSupportedCriticalSection", "DmCtrlSupportedCriticalSection",
+                                     "DmCtrlEnterCriticalSection", "DmCtrlExitCriticalSection"));
 }
 
 TEST_F(CriticalSection, IsNotLeftWhenItCouldNotBeEntered) {
     const MonitorCriticalSection outer(modern);
     const simulator::Recording recording;
-    try {
-        const MonitorCriticalSection inner(modern);
-        FAIL();
-    } catch (const BridgeResultError& error) {
-        EXPECT_STREQ(error.result.message, "Monitor critical section is owned.");
-        EXPECT_EQ(error.result.error.get("reason").text(), "Enter critical section.");
-    }
+    EXPECT_THROW(MonitorCriticalSection{modern}, BridgeResultError);
     EXPECT_THAT(functionsCalled(recording),
                 testing::ElementsAre("DmCtrlSupportedCriticalSection", "DmCtrlEnterCriticalSection"));
 }

@@ -2,37 +2,19 @@
 #include <gtest/gtest.h>
 #include <libpell.h>
 
-#include <cstdlib>
-#include <filesystem>
-#include <fstream>
-#include <iterator>
+#include <functional>
 #include <nlohmann/json.hpp>
 #include <set>
 #include <sstream>
-#include <string>
 
-#include "runtime/platform/Platform.h"
+#include "tests/Installation.h"
 
 namespace {
 
 using Json = nlohmann::json;
-using std::filesystem::path;
+using tests::isWindows;
+using tests::path;
 using Names = std::set<std::string>;
-
-#ifdef _WIN32
-constexpr bool isWindows = true;
-const std::string extension = ".dll", program = ".exe";
-#else
-constexpr bool isWindows = false;
-const std::string extension = ".so", program;
-#endif
-
-const path built = std::filesystem::weakly_canonical(torvo::platform::ownDirectory());
-
-std::string fileOf(const std::string& library) {
-    const bool hasSuffix = library != "libpell" && library != "QtWebKitBridgeHelper";
-    return hasSuffix ? torvo::platform::libraryFileName(library.c_str()) : library + extension;
-}
 
 struct Report {
     int exitCode;
@@ -61,67 +43,41 @@ struct Report {
 using Problems = std::vector<std::string>;
 
 /// A host's installation in "host", the plug-in perhaps in "host/plugins", and pellhost in a folder of its own.
-class Installation {
+class Host : public tests::Installation {
  public:
-    Installation() {
-        std::filesystem::remove_all(root_);
-        for (const char* folder : {"pellhost", "host/plugins"}) std::filesystem::create_directories(root_ / folder);
-        add("pellhost", built / ("pellhost" + program));
-        addLibrary("pellhost", "QtWebKitBridgeHelper");
-        for (const auto& entry : std::filesystem::directory_iterator(built))
-            for (const char* runtime : {"pell_simulator.", "libstdc++-", "libgcc_", "libwin"})
-                if (entry.path().filename().string().starts_with(runtime))
-                    for (const char* folder : {"pellhost", "host"}) add(folder, entry.path());
+    Host() : Installation(u8"doctor") {
+        addProgram("pellhost", "pellhost");
+        addSimulator("host");
+        std::filesystem::create_directories(root_ / "host/plugins");
     }
     /// A whole one, with the plug-in in this folder.
-    explicit Installation(const path& pluginFolder) : Installation() {
-        addLibraries("host");
+    explicit Host(const path& pluginFolder) : Host() {
+        addLibraries();
         addLibrary(pluginFolder, "libpell");
     }
-    ~Installation() { std::filesystem::remove_all(root_); }
-    Installation(const Installation&) = delete;
-    Installation& operator=(const Installation&) = delete;
 
-    void add(const path& folder, const path& file) const {
-        std::filesystem::create_directories(root_ / folder);
-        std::filesystem::copy_file(file, root_ / folder / file.filename());
-    }
-    void addLibrary(const path& folder, const std::string& library) const { add(folder, built / fileOf(library)); }
-    void addLibraries(const path& folder) const {
+    void addLibraries() const {
         for (const char* library : {"libdmc", "libcolour", "QtWebKitBridgeHelper", "libfwupdate", "libPlugin"})
-            addLibrary(folder, library);
-        add(folder / "exports", built / "exports" / fileOf("libscrivo2"));
+            addLibrary("host", library);
+        addLogger("host");
     }
 
-    path pathOf(const path& folder, const std::string& library) const {
-        return (root_ / folder / fileOf(library)).make_preferred();
-    }
-
-    Report examine(const path& pluginFolder) const {
-        const auto [exitCode, text] = run("--json", pluginFolder);
+    Report examine(const path& pluginFolder, const std::string& programOption = " --program host") const {
+        const auto [exitCode, text] = run(pluginFolder, "--json", programOption);
         return {exitCode, Json::parse(text)};
     }
 
     /// Without a program, the plug-in's folder is taken for the program's.
-    std::pair<int, std::string> run(const std::string& options, const path& pluginFolder,
+    std::pair<int, std::string> run(const path& pluginFolder, const std::string& options = "",
                                     const std::string& programOption = " --program host") const {
-        const path before = std::filesystem::current_path();
-        std::filesystem::current_path(root_);
-        const std::string command = (path("pellhost") / "pellhost").make_preferred().string() + " " + options +
-                                    " doctor" + programOption + " --plugin " +
-                                    (pluginFolder / fileOf("libpell")).make_preferred().string() + " > report";
-        const int status = std::system(command.c_str());
-        std::filesystem::current_path(before);
-        std::ifstream file(root_ / "report", std::ios::binary);
-        return {isWindows ? status : status >> 8, {std::istreambuf_iterator<char>(file), {}}};
+        return Installation::run("pellhost/pellhost",
+                                 options + " doctor" + programOption + " --plugin " +
+                                     (pluginFolder / Host::fileOf("libpell")).make_preferred().string());
     }
-
- private:
-    const path root_ = built / u8"doctor \u00e4\u4e94";
 };
 
 TEST(Doctor, FindsNothingWrongInOneFolder) {
-    const Installation host("host");
+    const Host host("host");
     const auto report = host.examine("host");
     EXPECT_EQ(report.exitCode, 0);
     EXPECT_EQ(report.json["ok"], true);
@@ -140,7 +96,7 @@ TEST(Doctor, FindsNothingWrongInOneFolder) {
 }
 
 TEST(Doctor, FindsCompanionsInTheProgramsFolder) {
-    const Installation host("host/plugins");
+    const Host host("host/plugins");
     const auto report = host.examine("host/plugins");
     EXPECT_EQ(report.exitCode, 0);
     EXPECT_EQ(report.problems(), (Problems{"warning libdmc", "warning libcolour",
@@ -152,16 +108,16 @@ TEST(Doctor, FindsCompanionsInTheProgramsFolder) {
 /// What a request can miss is read off the sources; the catalogue, which is proven by requests, says the same. Only the
 /// clock time is asked for by its newer function when the older one says no.
 TEST(Doctor, KnowsWhichResourcesAnOlderWorldLacks) {
-    const Installation host;
+    const Host host;
     for (const char* library : {"libcolour", "QtWebKitBridgeHelper", "libpell"}) host.addLibrary("host", library);
-    host.add("host", built.parent_path() / "minimal" / fileOf("libdmc"));
+    host.addOlderLibdmc("host");
     const auto report = host.examine("host");
     EXPECT_EQ(report.exitCode, 0);
     EXPECT_EQ(report.problems(), (Problems{"warning libdmc", "warning libfwupdate", "warning libPlugin"}));
     for (const char* library : {"libfwupdate", "libPlugin", "libscrivo2"})
         EXPECT_EQ(report.library(library)["found"], Json()) << library;
 
-    std::ifstream stream(built / "catalogue.json");
+    std::ifstream stream(Host::built() / "catalogue.json");
     Names expected{"SelfCalibrationClockTime"};
     const Json catalogue = Json::parse(stream);
     for (const auto& [name, resource] : catalogue.at("resources").items())
@@ -175,78 +131,71 @@ TEST(Doctor, KnowsWhichResourcesAnOlderWorldLacks) {
     EXPECT_EQ(report.unavailable(), expected);
 
     // The same for people, in lines that fit a terminal but for paths.
-    const auto [exitCode, text] = host.run("", "host");
+    const auto [exitCode, text] = host.run("host");
     EXPECT_EQ(exitCode, 0);
     std::istringstream lines(text);
     for (std::string line; std::getline(lines, line);)
         if (line.find_first_of("/\\") == std::string::npos) EXPECT_LE(line.size(), 100U) << line;
-    EXPECT_NE(text.find("libfwupdate_x64" + extension), std::string::npos);
+    EXPECT_NE(text.find(Host::fileOf("libfwupdate")), std::string::npos);
     EXPECT_NE(text.find("libpell works here."), std::string::npos);
 }
 
 TEST(Doctor, TellsWhatKeepsLibpellFromBeingLoaded) {
-    enum class Fault {
-        noLibdmc,
-        libdmcWithoutAFunction,
-        damagedLibdmc,
-        noPlugin,
-        noPartOfLibdmc,
-        folder,
-        damagedPlugin
+    const std::string noLibrary = isWindows ? "it is no DLL" : "it is no shared object";
+    const auto remove = [](const path& file) { std::filesystem::remove(file); };
+    const auto damage = [](const path& file) { std::ofstream(file) << "no library"; };
+    const auto lack = [](const path& file) {
+        const auto lacking = Host::built().parent_path() / "lacking" / file.filename();
+        std::filesystem::copy_file(lacking, file, std::filesystem::copy_options::overwrite_existing);
+    };
+    const auto makeFolder = [](const path& file) {
+        std::filesystem::remove(file);
+        std::filesystem::create_directory(file);
+    };
+    const auto removeSimulator = [](const path& file) {
+        std::filesystem::remove(file.parent_path() / "pell_simulator.dll");
     };
     const struct {
-        Fault fault;
-        std::string about, text, remedy;
+        const char* about;
+        std::function<void(const path& file)> doHarm;
+        std::string text, remedy;
+        bool isWindowsOnly = false;
     } cases[] = {
-        {Fault::noLibdmc, "libdmc", fileOf("libdmc") + " is missing", "Install it in "},
-        {Fault::libdmcWithoutAFunction, "libdmc", "lacks 1 function that libpell imports: DmCtrlGetBrightnessForStep.",
-         "Install a "},
-        {Fault::damagedLibdmc, "libdmc", isWindows ? "it is no DLL" : "it is no shared object",
-         "Install what it needs"},
-        {Fault::noPlugin, "libpell", "There is no file ", "--plugin"},
-        {Fault::noPartOfLibdmc, "libdmc", "it needs pell_simulator.dll, which is not installed",
-         "Install what it needs"},
-        {Fault::folder, "libpell", "it is a folder", "--plugin"},
-        {Fault::damagedPlugin, "libpell", isWindows ? "it is no DLL" : "it is no shared object", "SHA256SUMS"},
+        {"libdmc", remove, Host::fileOf("libdmc") + " is missing", "Install it in "},
+        {"libdmc", lack, "lacks 1 function that libpell imports: DmCtrlGetBrightnessForStep.", "Install a "},
+        {"libdmc", damage, noLibrary, "Install what it needs"},
+        {"libdmc", removeSimulator, "it needs pell_simulator.dll, which is not installed", "Install what it needs",
+         true},
+        {"libpell", remove, "There is no file ", "--plugin"},
+        {"libpell", makeFolder, "it is a folder", "--plugin"},
+        {"libpell", damage, noLibrary, "SHA256SUMS"},
     };
-    for (const auto& [fault, about, text, remedy] : cases) {
-        if (fault == Fault::noPartOfLibdmc && !isWindows) continue;
-        const Installation host;
-        host.addLibraries("host");
-        if (about != "libpell") host.addLibrary("host", "libpell");
-        if (fault == Fault::folder) std::filesystem::create_directory(host.pathOf("host", "libpell"));
-        if (fault == Fault::damagedPlugin) std::ofstream(host.pathOf("host", "libpell")) << "no library";
-        const path libdmc = host.pathOf("host", "libdmc");
-        if (about == "libdmc" && fault != Fault::noPartOfLibdmc) std::filesystem::remove(libdmc);
-        if (fault == Fault::libdmcWithoutAFunction)
-            host.add("host", built.parent_path() / "lacking" / libdmc.filename());
-        if (fault == Fault::damagedLibdmc) std::ofstream(libdmc) << "no library";
-        if (fault == Fault::noPartOfLibdmc) std::filesystem::remove(libdmc.parent_path() / "pell_simulator.dll");
+    for (const auto& [about, doHarm, text, remedy, isWindowsOnly] : cases) {
+        if (isWindowsOnly && !isWindows) continue;
+        const Host host("host");
+        doHarm(host.pathOf("host", about));
         const auto report = host.examine("host");
         EXPECT_EQ(report.exitCode, 1) << text;
         EXPECT_EQ(report.json["ok"], false) << text;
         EXPECT_EQ(report.json["monitors"], Json()) << text;
         ASSERT_FALSE(report.json["problems"].empty()) << text;
+        EXPECT_EQ(report.problems()[0], std::string("error ") + about) << text;
         const Json& problem = report.json["problems"][0];
-        EXPECT_EQ(problem["severity"], "error");
-        EXPECT_EQ(problem["about"], about);
         EXPECT_NE(problem["text"].get<std::string>().find(text), std::string::npos) << problem["text"];
         EXPECT_NE(problem["remedy"].get<std::string>().find(remedy), std::string::npos) << problem["remedy"];
-        const bool isKnown = fault == Fault::libdmcWithoutAFunction;
+        const bool isKnown = text.starts_with("lacks 1 function");
         EXPECT_EQ(report.json["unavailable"].is_array(), isKnown) << text;  // else there is nothing that answers
-        if (fault == Fault::libdmcWithoutAFunction)
-            EXPECT_EQ(report.library("libdmc")["imported"]["missing"], Json{"DmCtrlGetBrightnessForStep"});
+        if (isKnown) EXPECT_EQ(report.library("libdmc")["imported"]["missing"], Json{"DmCtrlGetBrightnessForStep"});
     }
 }
 
 TEST(Doctor, DoesNotTakeItsOwnFolderForTheProgramsFolder) {
     for (const bool hasPlugin : {true, false}) {
-        const Installation host;
+        const Host host;
         for (const char* library : {"libdmc", "libcolour", "libfwupdate", "libPlugin"})
             host.addLibrary("pellhost", library);
         if (hasPlugin) host.addLibrary("host", "libpell");
-        const auto [exitCode, text] = host.run("--json", "host", "");
-        const Report report{exitCode, Json::parse(text)};
+        const auto report = host.examine("host", "");
         EXPECT_EQ(report.exitCode, 1);
         EXPECT_EQ(report.json["folders"]["program"], report.json["folders"]["libpell"]);
         for (const char* library : {"libdmc", "libcolour", "libfwupdate", "libPlugin"})
@@ -256,8 +205,8 @@ TEST(Doctor, DoesNotTakeItsOwnFolderForTheProgramsFolder) {
 }
 
 TEST(Doctor, TellsWhichFunctionsAPluginLacks) {
-    const Installation host;
-    host.addLibraries("host");
+    const Host host;
+    host.addLibraries();
     std::filesystem::copy_file(host.pathOf("host", "libcolour"), host.pathOf("host", "libpell"));
     const auto report = host.examine("host");
     EXPECT_EQ(report.exitCode, 1);
@@ -270,20 +219,21 @@ TEST(Doctor, TellsWhichFunctionsAPluginLacks) {
 
 /// What is told before anything is loaded stays on the screen when a library ends the process.
 TEST(Doctor, TellsWhatItFoundBeforeItLoadsAnything) {
-    const Installation host("host");
+    const Host host("host");
     std::filesystem::remove(host.pathOf("host", "libdmc"));
-    std::filesystem::copy_file(built.parent_path() / "crashing" / fileOf("libdmc"), host.pathOf("host", "libdmc"));
-    const auto [exitCode, text] = host.run("", "host");
+    std::filesystem::copy_file(Host::built().parent_path() / "crashing" / Host::fileOf("libdmc"),
+                               host.pathOf("host", "libdmc"));
+    const auto [exitCode, text] = host.run("host");
     EXPECT_NE(exitCode, 0);
     ASSERT_NE(text.find("Libraries"), std::string::npos) << text;
     if (!isWindows) EXPECT_NE(text.find("version unknown"), std::string::npos) << text;
     EXPECT_NE(text.find("Now loading libpell and asking the monitors ..."), std::string::npos) << text;
     const auto last = text.substr(text.find_last_of('\n', text.size() - 2) + 1);
-    EXPECT_NE(last.find(fileOf("libdmc")), std::string::npos) << text;
+    EXPECT_NE(last.find(Host::fileOf("libdmc")), std::string::npos) << text;
 }
 
 TEST(Doctor, PassesOverAnOptionalLibraryThatCannotBeUsed) {
-    const Installation host("host/plugins");
+    const Host host("host/plugins");
     std::ofstream(host.pathOf("host/plugins", "libfwupdate")) << "no library";
     const auto report = host.examine("host/plugins");
     EXPECT_EQ(report.exitCode, 0);

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "host/Session.h"
+#include "tests/Judgement.h"
 #include "tests/faults/Platform.h"
 
 namespace faults {
@@ -27,7 +28,7 @@ struct Request {
     host::Texts texts;
 };
 
-/// Of a line as the catalogue's examples have them, METHOD [RESOURCE] [/ID] [?QUERY] [BODY].
+/// Of a line as the catalogue's examples have them.
 Request parseRequest(const std::string& resource, const std::string& line, const char* ofProduct = product);
 
 /// What disturbs a request.
@@ -43,20 +44,9 @@ struct Disturbance {
     bool onFreshThread = false;  ///< the request is the first of its thread
 };
 
-struct Outcome {
-    int status = 0;
-    std::string text;  ///< of the answer
-    Json error;
-    Json value;
+struct Outcome : tests::Judgement {
     Json calls;            ///< of companions, as in a recording
     bool refused = false;  ///< something was refused
-    bool isLogged = false;
-    bool isLost = false;  ///< there is not one answer
-    std::vector<std::string> problems;
-
-    void require(bool condition, const std::string& problem) {
-        if (!condition) problems.push_back(problem);
-    }
 };
 
 class Guest {
@@ -78,7 +68,7 @@ class Guest {
 };
 
 /// The path of a firmware package for the monitor; the file goes with the process.
-const std::string& packageFile();
+std::string packageFile();
 
 /// Replaces "$package", and the variables that answers have given a value.
 std::string substitute(std::string line, const std::map<std::string, std::string>& variables);

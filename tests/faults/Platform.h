@@ -46,9 +46,6 @@ inline bool grant(Need need, std::size_t bytes = 0) {
 /// The function that cannot be looked up; null: all can.
 inline thread_local constinit const char* vanished = nullptr;
 
-/// Whether functions can vanish here.
-extern const bool canVanish;
-
 /// To be called whenever the plug-in has been loaded.
 void standIn();
 

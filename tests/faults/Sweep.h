@@ -1,26 +1,33 @@
-// A sweep runs a request again and again, with another fault each time: at each of its points.
+// A sweep runs requests again and again, with another fault each time: at each of its points.
 #pragma once
 
-#include <functional>
-#include <optional>
+#include <cstdlib>
 #include <string>
-#include <vector>
 
 #include "tests/faults/Guest.h"
 
 namespace faults {
 
-struct Series {
-    std::string name;
+/// Whether points are run that otherwise are left out to save time: PELL_FAULTS=all.
+inline bool isComplete() {
+    return std::getenv("PELL_FAULTS") != nullptr;
+}
 
-    /// The outcome at a point, counted from 0, with its name first; none: there is no such point.
-    std::function<std::optional<std::pair<std::string, Outcome>>(std::size_t point)> run;
+/// Counts points and what is wrong at them, and says at its end how many there were. When the process ends at a point,
+/// or a point does not end within a minute, the point is printed.
+class Sweep {
+ public:
+    explicit Sweep(const char* name);
+    ~Sweep();
+    Sweep(const Sweep&) = delete;
+    Sweep& operator=(const Sweep&) = delete;
+
+    void begin(const std::string& point);
+    void end(const Outcome& outcome);
+
+ private:
+    const char* name_;
+    std::size_t points_ = 0, lost_ = 0, wrong_ = 0;
 };
-
-/// Something that the plug-in needs fails: memory, and under Windows handles and thread storage.
-std::vector<Series> shortages(Guest& guest, bool complete);
-
-/// A function of a companion does not do what it should.
-std::vector<Series> lies(Guest& guest, bool complete);
 
 }  // namespace faults

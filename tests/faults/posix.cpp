@@ -23,8 +23,6 @@ void operator delete(void* memory, std::size_t) noexcept {
     std::free(memory);
 }
 
-const bool faults::canVanish = false;
-
 #else
 
 extern "C" {
@@ -55,8 +53,6 @@ void* dlsym(void* module, const char* name) {
 }
 
 }  // extern "C"
-
-const bool faults::canVanish = true;
 
 #endif
 

@@ -11,8 +11,6 @@
 using faults::grant;
 using faults::Need;
 
-const bool faults::canVanish = true;
-
 namespace {
 
 /// Stands in for a function: `onRefusal` is its result when what it gives is withheld.

@@ -5,28 +5,14 @@
 
 namespace {
 
-TEST(MinimalWorld, ServesTheOrdinaryAndLogsNothing) {
+TEST(MinimalWorld, LogsNothingAndAsksTheOlderFeatureFirst) {
     Page page;
-    const Answer answer = page.get("Brightness");
-    EXPECT_EQ(summary(answer), "200 50");
+    const Answer answer = page.get("SelfCalibrationClockTime", R"({"supports":1})");
+    EXPECT_EQ(summary(answer), "200 true");
     EXPECT_EQ(answer.log, "");
-    EXPECT_EQ(page.get("Monitors").value.size(), 3U);
-    EXPECT_EQ(summary(page.put("Hue", "12")), "200 null");
-    EXPECT_EQ(summary(page.get("Hue")), "200 12");
-}
-
-TEST(MinimalWorld, AsksTheOlderFeatureFirst) {
-    Page page;
-    EXPECT_EQ(summary(page.get("SelfCalibrationClockTime", R"({"supports":1})")), "200 true");
     page.returns("DmCtrlSupportedSelfCalibration", 0);
     EXPECT_EQ(summary(page.get("SelfCalibrationClockTime", R"({"supports":1})")),
               "404 FunctionNotFoundError libdmc does not have a requested function.");
-}
-
-TEST(MinimalWorld, LooksAtTheDataBeforeTheLibrary) {
-    Page page;
-    EXPECT_EQ(page.put("QuickCheck", "true").status, 400);
-    EXPECT_EQ(page.put("SelfQCCalibrationTarget", "true").status, 400);
 }
 
 TEST(MinimalWorld, HasNoFirmwareLibraryAndNoDirectoriesOfTheHost) {

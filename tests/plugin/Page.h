@@ -8,17 +8,13 @@
 #include <vector>
 
 #include "host/Session.h"
+#include "tests/Judgement.h"
 
 using Json = nlohmann::json;
 
-struct Answer {
-    int status = 0;
-    std::string text;  ///< the answer as it came
-    Json error;
-    Json value;
+struct Answer : tests::Judgement {
     Json calls;  ///< {"function", "arguments", "result"}
     Json events;
-    std::string log;
 };
 
 /// One for each test; when it goes, the simulated world is as it was.
@@ -37,25 +33,12 @@ class Page {
         simulate(instruction);
     }
 
-    /// Calls an export with these texts. Whatever it does, it must answer its promise once, in valid JSON, and log
-    /// once.
+    /// Calls an export with these texts. Whatever it does, what must hold of every request is to hold of it.
     Answer call(const std::string& name, const host::Texts& texts) {
         const Json exchange = session_.call(name, texts);
-        Answer answer;
-        if (exchange["responses"].size() != 1 || exchange["responses"][0]["promise"] != exchange["returned"]) {
-            ADD_FAILURE() << name << " did not answer once: " << exchange;
-            return answer;
-        }
-        answer.status = exchange["responses"][0]["status"];
-        answer.text = exchange["responses"][0]["text"];
-        const Json envelope = Json::parse(answer.text, nullptr, false);
-        EXPECT_TRUE(envelope.is_object() && envelope.size() == 2) << answer.text;
-        answer.error = envelope.value("error", Json());
-        answer.value = envelope.value("value", Json());
-        answer.calls = exchange["calls"];
-        answer.events = exchange["events"];
-        EXPECT_LE(exchange["log"].size(), 1U);
-        if (!exchange["log"].empty()) answer.log = exchange["log"][0]["line"];
+        Answer answer{tests::judge(exchange["returned"], exchange["responses"], exchange["log"]), exchange["calls"],
+                      exchange["events"]};
+        for (const std::string& problem : answer.problems) ADD_FAILURE() << name << " " << problem;
         return answer;
     }
 

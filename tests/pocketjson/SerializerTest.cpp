@@ -37,6 +37,41 @@ TEST(Serializer, WritesTextsOfEveryLengthAndEscapesWhereverTheyStand) {
     }
 }
 
+// It collects what it writes in a buffer of 4096 bytes, of which 512 are kept free.
+TEST(Serializer, WritesTextsThatDoNotFitItsBuffer) {
+    for (const std::size_t middle : {416U, 512U, 3584U, 4096U, 9000U}) {
+        for (std::size_t size = middle - 9; size < middle + 9; ++size) {
+            const std::string plain(size, 'p');
+            for (const auto& [text, json] : {std::pair(plain, plain),
+                                             {'\n' + plain, "\\n" + plain},
+                                             {plain + '\n', plain + "\\n"},
+                                             {plain + "\n\x1F" + plain, plain + "\\n\\u001f" + plain}}) {
+                const std::string quoted = '"' + json + '"';
+                EXPECT_EQ(written(text), quoted) << size;
+                EXPECT_EQ(written(Value::array({text, -1, Value{{text, text}}})),
+                          '[' + quoted + ",-1,{" + quoted + ':' + quoted + "}]")
+                    << size;
+            }
+        }
+    }
+}
+
+TEST(Serializer, WritesListsThatDoNotFitItsBuffer) {
+    Value numbers = Value::array(), members = Value::object();
+    std::string list, pretty, object;
+    for (int number = 1000; number < 3000; ++number) {
+        const std::string text = std::to_string(number), separator = number == 1000 ? "" : ",";
+        numbers.append(number);
+        list += separator + text;
+        pretty += separator + "\n    " + text;
+        members[text] = number;
+        object += separator + '"' + text + "\":" + text;
+    }
+    EXPECT_EQ(written(Value::array({numbers, numbers})), "[[" + list + "],[" + list + "]]");
+    EXPECT_EQ(written(Value::array({numbers}), Pretty), "[\n  [" + pretty + "\n  ]\n]");
+    EXPECT_EQ(written(members), '{' + object + '}');
+}
+
 TEST(Serializer, WritesScalarsAndAppends) {
     std::string output = "before ";
     EXPECT_TRUE(write(Value::array({nullptr, true, -5, 1.0, -0.0, 2.5, 1e300}), output));

@@ -159,13 +159,4 @@ TEST(CommandLine, QueryIsAnObjectOrFollowsTheConventionOfAUrl) {
     EXPECT_EQ(host::queryText("a=" + nested(201, "")), "{\"a\":\"" + nested(201, "") + "\"}");
 }
 
-TEST(CommandLine, BatchAnswersLineByLine) {
-    const auto output = run({"batch"}, "{\"simulate\": \"reset\"}\n" + simulateTypo + "\n");
-    EXPECT_EQ(output.out,
-              "{\"ok\":true}\n"
-              R"({"error":"unknown function \"DmCtrlGetBrightnesForStep\", did you mean )"
-              R"(\"DmCtrlGetBrightnessForStep\"?","ok":false})"
-              "\n");
-}
-
 }  // namespace

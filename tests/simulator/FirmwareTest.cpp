@@ -3,11 +3,9 @@
 #include <libdmc.h>
 #include <libfwupdate.h>
 
-#include <atomic>
 #include <filesystem>
 #include <fstream>
 #include <random>
-#include <thread>
 
 #include "simulator/core/FirmwarePackage.h"
 #include "simulator/core/Simulator.h"
@@ -17,34 +15,18 @@ namespace {
 
 using simulator::FirmwarePackage;
 using simulator::Json;
-using simulator::Recording;
 using simulator::simulate;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-constexpr FirmwareVersionRecord newVersion{2, 1, 0, 3, 7};
-
-FirmwarePackage package(const char* product = "TQ271-P", FirmwareVersionRecord version = newVersion) {
-    return {product, version, 10, "five blocks, of which the last one is shorter"};
-}
+const FirmwarePackage package{"TQ271-P", {2, 1, 0, 3, 7}, 10, "five blocks, of which the last one is shorter"};
 
 std::uint32_t code(DmResult result) {
     return static_cast<std::uint32_t>(result);
 }
 
-TEST(FirmwarePackages, AreReadAsWritten) {
-    for (const auto product : {"TQ271-P", ""}) {
-        const auto read = simulator::readPackage(simulator::writePackage(package(product)));
-        EXPECT_EQ(read.product, product);
-        EXPECT_EQ(simulator::versionText(read.version), "2.1.0.3.7");
-        EXPECT_EQ(read.blockCount(), 5u);
-        EXPECT_EQ(read.payload, package().payload);
-    }
-    EXPECT_THROW(simulator::writePackage(package("a\nb")), std::invalid_argument);
-}
-
 TEST(FirmwarePackages, AreRefusedWhenBroken) {
-    const auto sound = simulator::writePackage(package());
+    const auto sound = simulator::writePackage(package);
     const auto with = [&](const std::string& line, const std::string& other) {
         auto bytes = sound;
         return bytes.replace(bytes.find(line), line.size(), other);
@@ -63,6 +45,7 @@ TEST(FirmwarePackages, AreRefusedWhenBroken) {
         with("size: 45", "size: 4294967341"),
         with(": TQ", ":TQ"),
     };
+    EXPECT_EQ(simulator::readPackage(sound).payload, package.payload);
     for (const auto& bytes : broken) EXPECT_THROW(simulator::readPackage(bytes), std::invalid_argument) << bytes;
     for (const auto version :
          {"", "1.2.3.4", "1.2.3.4.5.6", "1.2.3.4.5.", "1..3.4.5", "01.2.3.4.5", "1.2.3.4.4294967296"})
@@ -73,7 +56,9 @@ class FirmwareLibrary : public testing::Test {
  protected:
     FirmwareLibrary() {
         std::filesystem::create_directories(folder);
-        load({{"blockMilliseconds", 0}});
+        Json scenario = simulator::World::builtInScenario();
+        scenario["firmware"]["blockMilliseconds"] = 0;
+        simulator::loadScenario(scenario);
     }
     ~FirmwareLibrary() override {
         EXPECT_EQ(simulator::openHandles(), Json::object());
@@ -81,20 +66,10 @@ class FirmwareLibrary : public testing::Test {
         std::filesystem::remove_all(folder);
     }
 
-    /// The built-in monitors, with what differs in the firmware of the first one.
-    static void load(const Json& firmware) {
-        auto scenario = simulator::World::builtInScenario();
-        scenario["monitors"][0]["firmware"] = firmware;
-        simulator::loadScenario(scenario);
-    }
-
-    FWDfwFile* open(const std::string& bytes) const {
+    FWDfwFile* open() const {
         const auto path = folder / u8"f\u00fcnf \u4e94.dfw";
-        std::ofstream(path, std::ios::binary) << bytes;
+        std::ofstream(path, std::ios::binary) << simulator::writePackage(package);
         return FWDfwFileCreateWithPath(path.c_str());
-    }
-    FWDfwFile* open(const FirmwarePackage& contents = package()) const {
-        return open(simulator::writePackage(contents));
     }
 
     static FWHidHandle hid(const char* serial = "10000001", const char* product = "TQ271-P") {
@@ -102,94 +77,9 @@ class FirmwareLibrary : public testing::Test {
         DmCtrlGetHIDHandle(serial, product, &handle);
         return handle;
     }
-    static std::uint32_t state() {
-        std::uint32_t state = 99;
-        FWMonitorGetTransferState(hid(), &state);
-        return state;
-    }
-    static std::string version() {
-        FirmwareVersionRecord version{};
-        FWMonitorGetFirmwareVersion(hid(), &version);
-        return simulator::versionText(version);
-    }
-
     const std::filesystem::path folder =
         std::filesystem::temp_directory_path() / ("pell_" + std::to_string(std::random_device()()));
 };
-
-/// Counts the steps of a transfer; calls the simulator at each, and stops it at the given step.
-struct Steps {
-    std::uint32_t stopAt = 0;
-    std::vector<std::uint32_t> bytes{};
-    std::thread::id thread{};
-
-    static std::int32_t take(const TransferProgress* progress, void* context) {
-        auto& steps = *static_cast<Steps*>(context);
-        steps.thread = std::this_thread::get_id();
-        steps.bytes.push_back(progress->transferredBytes);
-        DmCtrlSupportedBrightness("10000001", "TQ271-P");
-        return progress->transferredBlocks != steps.stopAt;
-    }
-};
-
-TEST_F(FirmwareLibrary, TransfersBlockByBlock) {
-    const struct {
-        const char* what;
-        Json behaviour;
-        std::uint32_t stopAt, result;
-        std::vector<std::uint32_t> bytes;
-        std::uint32_t state;
-    } cases[] = {
-        {"all of it", Json::object(), 0, 0, {10, 20, 30, 40, 45}, 2},
-        {"stopped by the callback", Json::object(), 2, 0x8000000C, {10, 20}, 0},
-        {"failing", {{"failAtBlock", 3}}, 0, 0x80000008, {10, 20}, 0},
-        {"unplugged", {{"unplugAtBlock", 3}}, 0, 0x80010001, {10, 20, 30}, 99},
-        {"unplugged at the end", {{"unplugAtBlock", 5}}, 0, 0x80010001, {10, 20, 30, 40, 45}, 99},
-    };
-    for (const bool callbackThread : {false, true})
-        for (const auto& test : cases) {
-            SCOPED_TRACE(test.what);
-            auto behaviour = test.behaviour;
-            behaviour.update({{"callbackThread", callbackThread}, {"blockMilliseconds", 0.1}});
-            load(behaviour);
-            const auto file = open();
-            Recording recording;
-            Steps steps{test.stopAt};
-            EXPECT_EQ(code(FWMonitorTransferFirmwareData(hid(), file, Steps::take, &steps)), test.result);
-            EXPECT_EQ(steps.bytes, test.bytes);
-            EXPECT_EQ(steps.thread != std::this_thread::get_id(), callbackThread);
-            EXPECT_EQ(recording.calls.size(), steps.bytes.size() + 2) << "the callback's own calls are recorded, too";
-            EXPECT_EQ(state(), test.state);
-            simulate({{"simulate", "plug"}, {"product", "TQ271-P"}, {"serial", "10000001"}});
-            DmCtrlFind(0, 0);
-            EXPECT_EQ(state(), test.result == 0 ? 2u : 0u);
-            EXPECT_EQ(version(), "2.0.1.5.3") << "the monitor runs what it ran";
-            FWDfwFileRelease(file);
-        }
-}
-
-TEST_F(FirmwareLibrary, JudgesPackagesAndRefusesOtherProducts) {
-    const struct {
-        const char* product;
-        FirmwareVersionRecord version;
-        std::uint32_t check, transfer;
-    } cases[] = {{"TQ271-P", newVersion, 0, 0},
-                 {"TB240", newVersion, 1, 0x8000001A},
-                 {"", newVersion, 1, 0x8000001A},
-                 {"TQ271-P", {2, 0, 1, 5, 3}, 2, 0},
-                 {"TQ271-P", {1, 9, 9, 9, 9}, 3, 0}};
-    for (const auto& test : cases) {
-        const auto file = open(package(test.product, test.version));
-        EXPECT_EQ(FWDfwFileCheckMonitor(file, hid()), test.check);
-        EXPECT_EQ(FWDfwFileSupportsMonitor(file, hid()), test.check == 0);
-        EXPECT_EQ(code(FWMonitorTransferFirmwareData(hid(), file, nullptr, nullptr)), test.transfer);
-        FWDfwFileRelease(file);
-    }
-    EXPECT_EQ(FWMonitorSupportsFirmwareUpdateV4(hid()), 1);
-    EXPECT_EQ(FWMonitorSupportsFirmwareUpdateV4(hid("10000002", "TB240")), 0);
-    EXPECT_EQ(FWMonitorSupportsFirmwareUpdate(hid("10000002", "TB240")), 1);
-    EXPECT_EQ(FWMonitorSupportsFirmwareUpdate(nullptr), 0);
-}
 
 TEST_F(FirmwareLibrary, FindsMisusedHandles) {
     const auto log = (folder / "log").string();
@@ -239,11 +129,6 @@ TEST_F(FirmwareLibrary, HidHandlesAndLocksEndWithTheConnection) {
     std::uint32_t state = 0;
     EXPECT_EQ(code(FWMonitorGetTransferState(handle, &state)), 0x80010001);
     EXPECT_THAT(simulator::lockedMonitors(), IsEmpty());
-}
-
-TEST_F(FirmwareLibrary, RefusesWrongFirmwareInScenarios) {
-    for (const Json& wrong : {Json{{"version", "2"}}, Json{{"failAt", 1}}, Json{{"callbackThread", 1}}})
-        EXPECT_THROW(load(wrong), std::invalid_argument) << wrong;
 }
 
 }  // namespace

@@ -31,26 +31,6 @@ class Host : public testing::Test {
     const host::Session session{fixture()};
 };
 
-TEST_F(Host, AnswersACallWithAllThatArrived) {
-    const auto answer = call("Good", "f\u00fcnf");
-    const auto promise = answer.at("returned");
-    EXPECT_EQ(
-        answer,
-        Json(
-            {{"returned", promise},
-             {"responses", {{{"promise", promise}, {"status", 200}, {"text", R"({"error":null,"value":50})"}}}},
-             {"events", {{{"name", "query"}, {"text", "f\u00fcnf"}}}},
-             {"log", Json::array()},
-             {"calls",
-              {{{"function", "DmCtrlGetBrightnessForStep"}, {"arguments", {"10000001", "TQ271-P"}}, {"result", 0}}}}}));
-    EXPECT_EQ(call("Good").at("returned"), promise.get<unsigned>() + 1);
-}
-
-TEST_F(Host, SimulatesBetweenCalls) {
-    EXPECT_EQ(execute({{"simulate", "unplug"}, {"product", "TQ271-P"}, {"serial", "10000001"}}), Json({{"ok", true}}));
-    EXPECT_EQ(call("Good").at("responses")[0].at("status"), 500);
-}
-
 TEST_F(Host, ShowsMissingAndDoubleAnswers) {
     EXPECT_EQ(call("Silent").at("responses").size(), 0u);
     const auto twice = call("Twice");
@@ -89,15 +69,6 @@ TEST_F(Host, SurvivesLinesThatItDoesNotUnderstand) {
         EXPECT_LT(answer.value("error", "").size(), 300u);
     }
     EXPECT_EQ(call("Good").at("responses").size(), 1u);
-}
-
-TEST(Plugin, SaysWhyItCannotBeLoaded) {
-    try {
-        const host::Plugin plugin("no_such_plugin");
-        FAIL();
-    } catch (const std::runtime_error& error) {
-        EXPECT_THAT(error.what(), HasSubstr("no_such_plugin: there is no such file"));
-    }
 }
 
 /// Firmware updates, with the real plug-in.
@@ -177,14 +148,6 @@ TEST_F(FirmwareUpdate, SaysWhatFailsAndClosesThePackage) {
         }
         EXPECT_EQ(simulator::openHandles(), Json::object()) << test.message;
     }
-}
-
-TEST_F(Host, TellsEventsAsTheyArrive) {
-    std::vector<Json> events;
-    const auto exchange =
-        session.call("Good", {"", "", "five", ""}, [&](const Json& event) { events.push_back(event); });
-    EXPECT_EQ(Json(events), exchange.at("events"));
-    EXPECT_EQ(events.size(), 1u);
 }
 
 }  // namespace
