@@ -1,6 +1,6 @@
-// `pellhost serve` as a process, and ways to talk to it that browsers do not have.
+// pellhost as a process, and ways to talk to its server that browsers do not have.
 import assert from 'node:assert/strict';
-import { spawn } from 'node:child_process';
+import { execFileSync, spawn, spawnSync } from 'node:child_process';
 import fs from 'node:fs';
 import http from 'node:http';
 import net from 'node:net';
@@ -12,52 +12,105 @@ export const builds = (process.env.PELL_BUILDS ?? 'native').split(' ');
 
 export const brightness = '/pell/Monitors/TQ271-P/10000001/Brightness';
 
-/** The command of a build's pellhost, and its name for a file of this machine. */
-export function hostOf(build) {
-    const program = path.resolve('build', build, 'full', 'pellhost');
+/** A build's pellhost: its command, and the name of a file of this machine for it. */
+export function hostOf(build, world = 'full') {
+    const program = path.resolve('build', build, world, 'pellhost');
     const command = build === 'windows' ? ['scripts/wine', `${program}.exe`] : [program];
     assert.ok(fs.existsSync(command.at(-1)), `${command.at(-1)} is not built: scripts/build ${build}`);
     // Under Wine, the system's root is a drive of its own.
     return { command, pathOf: (file) => (build === 'windows' ? 'Z:' : '') + path.resolve(file) };
 }
 
+/** Runs pellhost to its end: {status, stdout, stderr}. */
+export function runHost({ command: [program, ...others] }, args, input = '') {
+    const { status, stdout, stderr } = spawnSync(program, [...others, ...args], { input, encoding: 'utf8' });
+    return { status, stdout, stderr };
+}
+
+/** A pellhost that carries out a batch: a JSON line in, a JSON line out. */
+export class Batch {
+    #waiting = [];
+
+    constructor({ command: [program, ...others] }) {
+        this.child = spawn(program, [...others, 'batch']);
+        let errors = '';
+        this.child.stderr.on('data', (text) => (errors += text));
+        this.child.stdin.on('error', () => {}); // told by its end
+        this.ended = new Promise((resolve) => {
+            this.child.on('close', (code, signal) => {
+                for (const { reject } of this.#waiting)
+                    reject(new Error(`pellhost has ended: ${signal ?? code} ${errors}`));
+                resolve({ code, signal, errors });
+            });
+        });
+        readline
+            .createInterface({ input: this.child.stdout })
+            .on('line', (line) => this.#waiting.shift().resolve(JSON.parse(line)));
+    }
+
+    /** What it answers to these lines; no other line comes between them. */
+    send(...lines) {
+        const replies = lines.map(() => new Promise((resolve, reject) => this.#waiting.push({ resolve, reject })));
+        this.child.stdin.write(lines.map((line) => JSON.stringify(line) + '\n').join(''));
+        return Promise.all(replies);
+    }
+
+    /** Lets it come to its end, which is to be a good one. */
+    async close() {
+        this.child.stdin.end();
+        assert.deepEqual(await this.ended, { code: 0, signal: null, errors: '' });
+    }
+}
+
+/** Creates a firmware package for the first monitor, and answers its file. */
+export function firmwarePackage(file, ...options) {
+    const args = ['--product', 'TQ271-P', '--version', '2.1.0.3.7', ...options];
+    const { command, pathOf } = hostOf(builds[0]);
+    fs.mkdirSync(path.dirname(file), { recursive: true });
+    execFileSync(command[0], [...command.slice(1), 'firmware', 'create', pathOf(file), ...args]);
+    return file;
+}
+
 /** A server among monitors of its own, which ends with the test. The arguments are those of `serve`. */
 export const startServer = (t, build, ...args) => startHost(t, build, 'serve', '--port', '0', ...args);
 
-/** The same with all arguments of pellhost, be it that of a build or another `{ command, pathOf }`. */
+/** The same with all arguments of pellhost, be it that of a build or another `{ command }`. Without `t`, close it. */
 export async function startHost(t, build, ...args) {
-    const {
-        command: [program, ...others],
-        pathOf,
-    } = typeof build === 'string' ? hostOf(build) : build;
-    const child = spawn(program, [...others, '--json', ...args], {
-        stdio: ['ignore', 'pipe', 'pipe'],
-    });
+    const { command, pathOf } = typeof build === 'string' ? hostOf(build) : build;
+    const child = spawn(command[0], [...command.slice(1), '--json', ...args], { stdio: ['ignore', 'pipe', 'pipe'] });
     let errors = '';
     child.stderr.on('data', (text) => (errors += text));
     const ended = new Promise((resolve) => child.on('close', (code, signal) => resolve({ code, signal, errors })));
-    t.after(() => child.kill('SIGKILL'));
+    const close = () => child.kill('SIGKILL');
+    t?.after(close);
     const lines = readline.createInterface({ input: child.stdout });
     const first = await Promise.race([
         new Promise((resolve) => lines.once('line', (line) => line.startsWith('{"address"') && resolve(line))),
         ended.then((end) => assert.fail(`the server has ended: ${JSON.stringify(end)}`)),
     ]);
     const address = JSON.parse(first).address.slice(0, -1);
-    const port = Number(new URL(address).port);
+    const simulate = async (instruction) => {
+        const { text } = await ask(address, '/lab/api/simulate', { method: 'POST', body: JSON.stringify(instruction) });
+        assert.equal(text, '{"ok":true}');
+    };
     return {
         address,
-        port,
+        port: Number(new URL(address).port),
         pathOf,
         child,
         ended,
+        close,
         errors: () => errors,
         /** Carries out an instruction of the simulator. */
-        async simulate(instruction) {
-            const response = await fetch(`${address}/lab/api/simulate`, {
-                method: 'POST',
-                body: JSON.stringify(instruction),
-            });
-            assert.deepEqual(await response.json(), { ok: true });
+        simulate,
+        /** The monitors as a scenario has them, at a speed. */
+        async choose(name, factor = 1) {
+            await simulate({ simulate: 'scenario', name });
+            await simulate({ simulate: 'speed', factor });
+        },
+        /** Asks a resource, and resolves with what is in the answer. */
+        async pell(method, target, body) {
+            return JSON.parse((await ask(address, `/pell/${target}`, { method, body })).text);
         },
         /** So many requests to the resource have begun. */
         async begun(resource, count = 1) {
@@ -68,15 +121,13 @@ export async function startHost(t, build, ...args) {
         },
         /** Still answers. */
         async assertAlive() {
-            const response = await fetch(address + brightness);
-            assert.equal(response.status, 200);
-            await response.text();
+            assert.equal((await ask(address, brightness)).status, 200);
         },
     };
 }
 
 /** A request with any method, body and fields: {status, text, headers}. */
-export function ask(address, target, { method = 'GET', body, headers = {}, agent } = {}) {
+export function ask(address, target, { method = 'GET', body, headers = {}, agent = false } = {}) {
     return new Promise((resolve, reject) => {
         const { hostname, port } = new URL(address);
         const length = body === undefined ? {} : { 'Content-Length': Buffer.byteLength(body) };

@@ -3,7 +3,7 @@ import assert from 'node:assert/strict';
 import { createHash } from 'node:crypto';
 import http from 'node:http';
 import { test } from 'node:test';
-import { ask, brightness, builds, connect, startHost, startServer } from './server.js';
+import { ask, brightness, builds, connect, startHost, startServer } from '../pellhost.js';
 
 /** Echoes what it is asked, and what comes through a WebSocket. */
 async function startDevelopmentServer(t) {
