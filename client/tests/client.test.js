@@ -104,26 +104,15 @@ test('what waits is sent after a failure, too, and a DELETE does not overtake a 
     await Promise.all([monitor.put('ColorPatch', {}), answer()]);
 });
 
-test('what waits is sent as it was given, though the page uses its object again', async () => {
+test('what waits is sent as it was given, though the page uses its objects again', async () => {
     const { transport, requests, answer } = stub();
     const monitor = new Monitor(transport, 'P', 'S');
-    const name = { mode: 1, name: 'first' };
-    monitor.put('ModeName', []);
-    monitor.put('ModeName', name);
-    name.name = 'second';
-    await answer();
-    assert.deepEqual(requests[0].request.body, { mode: 1, name: 'first' });
-});
-
-test('what waits is sent with the query that it was given', async () => {
-    const { transport, requests, answer } = stub();
-    const monitor = new Monitor(transport, 'P', 'S');
-    const query = { index: 1 };
+    const [body, query] = [[1], { index: 1 }];
     monitor.put('ColorMatrix', []);
-    monitor.put('ColorMatrix', [1], query);
-    query.index = 2;
+    monitor.put('ColorMatrix', body, query);
+    body[0] = query.index = 2;
     await answer();
-    assert.deepEqual(requests[0].request.query, { index: 1 });
+    assert.deepEqual([requests[0].request.body, requests[0].request.query], [[1], { index: 1 }]);
 });
 
 test('a body that is no JSON is refused, whether it would wait or not, and holds up nothing', async () => {
@@ -186,32 +175,37 @@ const malformed = (members) => () => ({
     status: 500,
     text: JSON.stringify({ error: { name: 'DmError', message: 'Failed.', ...members }, value: null }),
 });
-const noAnswers = {
-    throws: [() => assert.fail('broken'), 0, /cannot be reached: broken/],
-    'rejects with no error': [() => Promise.reject(), 0, /cannot be reached/],
-    'answers nothing': [() => {}, 0, /not one of the plug-in/],
-    'answers a page of a proxy': [() => ({ status: 502, text: '<html>Bad Gateway' }), 502, /<html>Bad Gateway/],
-    'answers half a text': [() => ({ status: 200, text: '{"error":null,"val' }), 200, /not one/],
-    'answers other JSON': [() => ({ status: 200, text: 'null' }), 200, /not one/],
-    'answers JSON of another server': [() => ({ status: 403, text: '{"error":"Forbidden"}' }), 403, /Forbidden/],
-    'answers an error that is a text': [() => ({ status: 500, text: '{"error":"x","value":null}' }), 500, /not one/],
-    'answers an error whose name is no text': [malformed({ name: { a: 1 } }), 500, /not one/],
-    'answers an error without a message': [malformed({ message: undefined }), 500, /not one/],
-    'answers an error whose code is no number': [malformed({ code: '2147483655' }), 500, /not one/],
-    'answers an error whose reason is no text': [malformed({ reason: 5 }), 500, /not one/],
-    'answers a status that is no number': [() => ({ status: '500', text: 'gone' }), 0, /gone/],
-    'answers what is no text at all': [() => ({ status: 200, text: Object.create(null) }), 200, /not one/],
-    'answers no text': [() => ({ status: 200, text: { error: null, value: 1 } }), 200, /not one/],
-};
+/** What a transport does, and the status and message of the error. */
+const noAnswers = [
+    [() => assert.fail('broken'), 0, /cannot be reached: broken/],
+    [() => Promise.reject(), 0, /cannot be reached/],
+    [() => {}, 0, /not one of the plug-in/],
+    [() => ({ status: 502, text: '<html>Bad Gateway' }), 502, /<html>Bad Gateway/],
+    [() => ({ status: 200, text: '{"error":null,"val' }), 200, /not one/],
+    [() => ({ status: 200, text: 'null' }), 200, /not one/],
+    [() => ({ status: 403, text: '{"error":"Forbidden"}' }), 403, /Forbidden/],
+    [() => ({ status: 500, text: '{"error":"x","value":null}' }), 500, /not one/],
+    [malformed({ name: { a: 1 } }), 500, /not one/],
+    [malformed({ message: undefined }), 500, /not one/],
+    [malformed({ code: '2147483655' }), 500, /not one/],
+    [malformed({ reason: 5 }), 500, /not one/],
+    [() => ({ status: '500', text: 'gone' }), 0, /gone/],
+    [() => ({ status: 200, text: Object.create(null) }), 200, /not one/],
+    [() => ({ status: 200, text: { error: null, value: 1 } }), 200, /not one/],
+];
 
-for (const [name, [transport, status, message]] of Object.entries(noAnswers))
-    test(`a transport that ${name}`, async () => {
+test('a transport that fails, or whose answer is none of the plug-in', async () => {
+    for (const [transport, status, message] of noAnswers) {
         const error = await new Pell(transport).monitors().catch((error) => error);
         assert.ok(error instanceof PellError);
-        assert.deepEqual([error.name, error.status, error.isDisconnected], ['TransportError', status, false]);
+        const { name, isDisconnected, code, reason } = error;
+        assert.deepEqual(
+            [name, error.status, isDisconnected, code, reason],
+            ['TransportError', status, false, undefined, undefined],
+        );
         assert.match(error.message, message);
-        assert.deepEqual([error.code, error.reason], [undefined, undefined]);
-    });
+    }
+});
 
 test('a listener hears until it is removed, whatever others do', () => {
     const { transport, listeners, dispatch } = stub();

@@ -5,7 +5,7 @@ import { test } from 'node:test';
 import ts from 'typescript';
 import { parseExamples } from '../../catalogue/tools/examples.js';
 import { decide, fits } from '../../catalogue/tools/match.js';
-import { catalogue, compile, place, project } from './support.js';
+import { catalogue, compile, place, programOf } from './support.js';
 
 test('what fits compiles, with the right types, and what does not does not', () => {
     assert.deepEqual(compile([place('types.ts', fs.readFileSync('client/tests/types.ts', 'utf8'))]), []);
@@ -49,38 +49,26 @@ test('the examples that are answered compile, and those that are refused for the
     assert.deepEqual(compile([place('examples.ts', program.join('\n'))]), []);
 });
 
-const page = `
-import { httpTransport, Monitor, Pell } from 'libpell-client';
-const pell = new Pell(httpTransport('/pell'));
-const monitor = new Monitor(httpTransport('/pell'), 'P', 'S');
-monitor.get('Brightness');
-monitor.tryGet('ModeName', { mode: 3 });
-monitor.put('Gain', { red: 1 });
-monitor.get('');
-monitor.get('Brightness', { });
-pell.on('transferFirmwareData', (step) => step.transferredBlock);
-monitor.get('ProfileData').then((profile) => profile.luminance);
-`;
-
 test('an editor shows what the catalogue says', () => {
-    const file = place('page.ts', page);
-    const service = ts.createLanguageService(project([file]));
-    const hover = (text, within = text) => {
-        const info = service.getQuickInfoAtPosition(file, page.indexOf(text) + text.indexOf(within));
-        return ts.displayPartsToString(info.documentation);
-    };
-    const completions = (text, offset) =>
-        service.getCompletionsAtPosition(file, page.indexOf(text) + offset, {}).entries.map(({ name }) => name);
-    const { Brightness, ModeName, Gain } = catalogue.resources;
-
-    assert.ok(hover("get('Brightness')").startsWith(Brightness.about));
-    assert.match(hover("get('Brightness')"), /\| `range` \| `Range` \|\n.*\n\|  \| `UInt32`: the step \|/);
-    assert.ok(hover("tryGet('ModeName'").startsWith(ModeName.about));
-    assert.ok(hover("put('Gain'").startsWith(Gain.about));
-    assert.ok(hover("on('transferFirmwareData'").startsWith(catalogue.events.transferFirmwareData.about));
-    assert.equal(hover('step.transferredBlock', 'transferredBlock'), 'the blocks that the monitor has');
-    assert.equal(hover('profile.luminance', 'luminance'), 'cd/m2');
-    const served = Object.entries(catalogue.resources).filter(([, { of, methods }]) => of === 'monitor' && methods.GET);
-    assert.deepEqual(completions("get('');", 5).sort(), served.map(([name]) => name).sort());
-    assert.deepEqual(completions("('Brightness', {", 16).sort(), ['percentage', 'range', 'supports']);
+    const { resources, events } = catalogue;
+    const range = /\| `range` \| `Range` \|\n.*\n\|  \| `UInt32`: the step \|/;
+    const calls = [
+        ["monitor.get('Brightness')", resources.Brightness.about, range],
+        ["monitor.tryGet('ModeName', { mode: 3 })", resources.ModeName.about],
+        ["monitor.put('Gain', { red: 1 })", resources.Gain.about],
+        ["pell.on('transferFirmwareData', (step) => step.transferredBlock)", events.transferFirmwareData.about],
+    ];
+    const declared = "import { Monitor, Pell } from 'libpell-client'; declare const monitor: Monitor, pell: Pell;";
+    const file = place('page.ts', [declared, ...calls.map(([call]) => call)].join('\n'));
+    const program = programOf([file]);
+    const checker = program.getTypeChecker();
+    const shown = (thing) => ts.displayPartsToString(thing.getDocumentationComment(checker));
+    const statements = program.getSourceFile(file).statements.slice(-calls.length);
+    for (const [at, [, about, more = /./]] of calls.entries()) {
+        const text = shown(checker.getResolvedSignature(statements[at].expression));
+        assert.ok(text.startsWith(about), text);
+        assert.match(text, more);
+    }
+    const member = statements.at(-1).expression.arguments[1].body.name;
+    assert.equal(shown(checker.getSymbolAtLocation(member)), 'the blocks that the monitor has');
 });
