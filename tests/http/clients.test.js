@@ -36,6 +36,7 @@ const hostile = (port) => [
     ['a field without a name', head(port, ': a\r\n\r\n'), 400],
     ['a space before the colon', head(port, 'Content-Length : 3\r\n\r\n'), 400],
     ['a NUL in a field', head(port, 'X: \0\r\n\r\n'), 400],
+    ['a body that waits to be asked for', head(port, 'Expect: 100-continue\r\nContent-Length: 1\r\n\r\n'), 100],
     ['a large body', head(port, `Content-Length: ${9 << 20}\r\n\r\n`), 413],
     ['an endless body', head(port, 'Content-Length: 99999999999999999999\r\n\r\n'), 400],
     ['a negative body', head(port, 'Content-Length: -1\r\n\r\n'), 400],
@@ -51,7 +52,7 @@ const hostile = (port) => [
 ];
 
 for (const build of builds)
-    test(build, async (t) => {
+    test(build, { timeout: 300_000 }, async (t) => {
         const server = await startServer(t, build);
         const { address, port } = server;
 

@@ -1,11 +1,10 @@
-// The lab in a browser: its main ways, its looks, its size.
+// The lab in a browser: its main ways, and its looks.
 import assert from 'node:assert/strict';
 import { execFile } from 'node:child_process';
 import fs from 'node:fs';
 import path from 'node:path';
 import { after, afterEach, before, beforeEach, test } from 'node:test';
 import { promisify } from 'node:util';
-import zlib from 'node:zlib';
 import { connect, firmwarePackage, startHost, startServer } from '../pellhost.js';
 import { open, openBrowser, screenshots, seriousFindings } from './support.js';
 
@@ -444,11 +443,4 @@ test('the links to the reference lead somewhere', () => {
         )
         .filter(([to, anchor]) => !pages[to] || (anchor && !pages[to].includes(`id="${anchor}"`)));
     assert.deepEqual(missing, []);
-});
-
-test('the lab is below 100 KB compressed', () => {
-    const size = ['index.html', 'lab.css', 'lab.js']
-        .map((name) => zlib.gzipSync(fs.readFileSync(`build/lab/${name}`), { level: 9 }).length)
-        .reduce((sum, bytes) => sum + bytes);
-    assert.ok(size < 100_000, `${size} bytes`);
 });
