@@ -168,7 +168,7 @@ for (const build of builds)
         });
 
         // More than there are threads for the plug-in. Only the lab can end that.
-        await t.test('many requests that take long wait for their own monitor only, and not the lab', async () => {
+        await t.test('many requests that take long wait for their own monitor only, and not the lab', { timeout: 60_000 }, async () => {
             await server.choose('eight-monitors');
             const { monitors } = JSON.parse((await ask(address, '/lab/api/state')).text);
             const targets = monitors.map(({ product, serial }) => `/pell/Monitors/${product}/${serial}/Brightness`);
