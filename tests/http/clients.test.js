@@ -168,30 +168,36 @@ for (const build of builds)
         });
 
         // More than there are threads for the plug-in. Only the lab can end that.
-        await t.test('many requests that take long wait for their own monitor only, and not the lab', { timeout: 60_000 }, async () => {
-            await server.choose('eight-monitors');
-            const { monitors } = JSON.parse((await ask(address, '/lab/api/state')).text);
-            const targets = monitors.map(({ product, serial }) => `/pell/Monitors/${product}/${serial}/Brightness`);
-            for (const { product, serial } of monitors.slice(1))
-                await server.simulate({ simulate: 'delay', product, serial, milliseconds: 3_600_000 });
-            const call = ({ product, serial }) => {
-                const texts = ['{"method":"GET"}', JSON.stringify({ product, serial }), '', ''];
-                const body = JSON.stringify({ call: 'Brightness', texts });
-                return ask(address, '/lab/api/call', { method: 'POST', body });
-            };
-            const slow = targets.slice(1).flatMap((target) => Array.from({ length: 40 }, () => ask(address, target)));
-            slow.push(...Array.from({ length: 40 }, () => call(monitors[1])));
-            const gone = connect(port);
-            gone.socket.write(head(port, '\r\n', targets[1]));
-            await later(100);
-            gone.socket.destroy(); // does not wait for its answer
-            assert.equal((await ask(address, targets[0])).status, 200);
-            assert.equal((await call(monitors[0])).status, 200);
-            assert.equal((await ask(address, '/pell/Monitors')).status, 200);
-            await server.simulate({ simulate: 'reset' });
-            await server.simulate({ simulate: 'advance', milliseconds: 3_600_000 });
-            for (const { status } of await Promise.all(slow)) assert.equal(status, 200);
-        });
+        await t.test(
+            'many requests that take long wait for their own monitor only, and not the lab',
+            { timeout: 60_000 },
+            async () => {
+                await server.choose('eight-monitors');
+                const { monitors } = JSON.parse((await ask(address, '/lab/api/state')).text);
+                const targets = monitors.map(({ product, serial }) => `/pell/Monitors/${product}/${serial}/Brightness`);
+                for (const { product, serial } of monitors.slice(1))
+                    await server.simulate({ simulate: 'delay', product, serial, milliseconds: 3_600_000 });
+                const call = ({ product, serial }) => {
+                    const texts = ['{"method":"GET"}', JSON.stringify({ product, serial }), '', ''];
+                    const body = JSON.stringify({ call: 'Brightness', texts });
+                    return ask(address, '/lab/api/call', { method: 'POST', body });
+                };
+                const slow = targets
+                    .slice(1)
+                    .flatMap((target) => Array.from({ length: 40 }, () => ask(address, target)));
+                slow.push(...Array.from({ length: 40 }, () => call(monitors[1])));
+                const gone = connect(port);
+                gone.socket.write(head(port, '\r\n', targets[1]));
+                await later(100);
+                gone.socket.destroy(); // does not wait for its answer
+                assert.equal((await ask(address, targets[0])).status, 200);
+                assert.equal((await call(monitors[0])).status, 200);
+                assert.equal((await ask(address, '/pell/Monitors')).status, 200);
+                await server.simulate({ simulate: 'reset' });
+                await server.simulate({ simulate: 'advance', milliseconds: 3_600_000 });
+                for (const { status } of await Promise.all(slow)) assert.equal(status, 200);
+            },
+        );
 
         await t.test('kept connections do not make it grow', onLinux, async () => {
             const agent = new http.Agent({ keepAlive: true, maxSockets: 16 });
