@@ -105,7 +105,10 @@ for (const build of builds)
             assert.ok(closed.size >= 1 && closed.size < 16, `${closed.size}`);
             const [used, others] = [idle.slice(-1000), idle.slice(0, -1000)];
             used.forEach(({ socket }) => socket.write('1'));
-            for (const { answer } of used) assert.match(await answer, /"value":50/);
+            // Any of them may be one that made room.
+            const answers = await Promise.all(used.map(({ answer }) => answer));
+            const unanswered = answers.filter((text) => !text.includes('"value":50'));
+            assert.ok(unanswered.length < 16 && unanswered.every((text) => !text), unanswered.join());
             others.forEach(({ socket }) => socket.destroy());
             await later(100);
         });
@@ -265,21 +268,25 @@ test('a program whose file is replaced goes on', onLinux, async (t) => {
     await server.assertAlive();
 });
 
-test('for want of memory, a request ends alone, and waits for a thread that is there', onLinux, async (t) => {
-    const server = await startServer(t, 'native');
-    const limitTo = (size) => execFileSync('prlimit', ['--pid', server.child.pid, `--as=${size}:unlimited`]);
-    const status = fs.readFileSync(`/proc/${server.child.pid}/status`, 'utf8');
-    limitTo((Number(/VmSize:\s*(\d+)/.exec(status)[1]) + 4096) * 1024); // less than the stack of a thread
-    await server.simulate({ simulate: 'delay', product: 'TB240', serial: '10000002', milliseconds: 3_600_000 });
-    const slow = ask(server.address, '/pell/Monitors/TB240/10000002/Brightness');
-    await server.begun('Brightness');
-    const next = ask(server.address, brightness);
-    await later(100);
-    await server.simulate({ simulate: 'advance', milliseconds: 3_600_000 });
-    for (const answer of [slow, next]) assert.equal((await answer).status, 200);
-    assert.equal(server.errors(), '');
-    await assert.rejects(ask(server.address, brightness, { method: 'PUT', body: '9'.repeat(8 << 20) }));
-    limitTo('unlimited');
-    await server.assertAlive();
-    assert.match(server.errors(), /^A connection was dropped: .*\n$/);
-});
+test(
+    'for want of memory, a request ends alone, and waits for a thread that is there',
+    { ...onLinux, timeout: 60_000 },
+    async (t) => {
+        const server = await startServer(t, 'native');
+        const limitTo = (size) => execFileSync('prlimit', ['--pid', server.child.pid, `--as=${size}:unlimited`]);
+        const status = fs.readFileSync(`/proc/${server.child.pid}/status`, 'utf8');
+        limitTo((Number(/VmSize:\s*(\d+)/.exec(status)[1]) + 4096) * 1024); // less than the stack of a thread
+        await server.simulate({ simulate: 'delay', product: 'TB240', serial: '10000002', milliseconds: 3_600_000 });
+        const slow = ask(server.address, '/pell/Monitors/TB240/10000002/Brightness');
+        await server.begun('Brightness');
+        const next = ask(server.address, brightness);
+        await later(100);
+        await server.simulate({ simulate: 'advance', milliseconds: 3_600_000 });
+        for (const answer of [slow, next]) assert.equal((await answer).status, 200);
+        assert.equal(server.errors(), '');
+        await assert.rejects(ask(server.address, brightness, { method: 'PUT', body: '9'.repeat(8 << 20) }));
+        limitTo('unlimited');
+        await server.assertAlive();
+        assert.match(server.errors(), /^A connection was dropped: .*\n$/);
+    },
+);
