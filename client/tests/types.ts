@@ -40,16 +40,6 @@ export function answers(isRange: boolean, whichever: { range?: true }, name: 'Br
     pell.on('transferFirmwareData', ({ transferredBlock }) => transferredBlock.toFixed());
 }
 
-export async function bodies(error: PellError) {
-    await monitor.put('Brightness', { percentage: 12.5 }, {}, { latest: true });
-    await monitor.put('CenterCrossMarker');
-    await monitor.put('ColorMatrix', [1, 0, 0, 0, 1, 0, 0, 0, 1], { index: 0 });
-    await monitor.put('ModeName', [{ mode: 1, name: 'Mine' }]);
-    await monitor.put('SelfQCCalibrationTarget', { ...(await monitor.get('SelfQCCalibrationTarget')), Lmax: 250 });
-    for await (const { blockCount } of monitor.transfer(await pell.open('new.dfw')).progress()) blockCount.toFixed();
-    return error.isUnsupported || error.reason === 'Set brightness.' || error.reason === 'Monitor is not found.';
-}
-
 export function refused(error: PellError, some: string) {
     // @ts-expect-error there is no such resource
     monitor.get('Brightnes');
@@ -59,30 +49,18 @@ export function refused(error: PellError, some: string) {
     monitor.get(some);
     // @ts-expect-error it serves no GET
     monitor.get('FirmwareUpdateTransfer');
-    // @ts-expect-error it serves no PUT
-    monitor.put('ProfileData', {});
     // @ts-expect-error no row has such a member
     monitor.get('Brightness', { rang: true });
-    // @ts-expect-error one of them is none
-    monitor.get('Brightness', { range: true, percent: true });
     // @ts-expect-error false would count as true
     monitor.get('Brightness', { range: false });
     // @ts-expect-error there is no such colour
     monitor.get('Chromaticity', { color: 'pink' });
     // @ts-expect-error no row without a query
     monitor.get('ColorMatrix');
-    // @ts-expect-error no row without a member
-    monitor.get('CenterCrossMarker', {});
     // @ts-expect-error a member of another kind
     monitor.get('ModeName', { mode: '3' });
-    // @ts-expect-error a text
-    monitor.put('Brightness', '60');
-    // @ts-expect-error no body
-    monitor.put('Brightness');
     // @ts-expect-error a misspelt member
     monitor.put('Brightness', { percentige: 12.5 });
-    // @ts-expect-error a body where there is none
-    monitor.put('CenterCrossMarker', 1);
     // @ts-expect-error the matrix of which index?
     monitor.put('ColorMatrix', [1, 0, 0, 0, 1, 0, 0, 0, 1]);
     // @ts-expect-error no such event

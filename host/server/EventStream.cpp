@@ -12,13 +12,25 @@ EventStream::EventStream(beast::tcp_stream stream, const Events& events, Clients
       next_(events.first),
       counted_(clients.count) {}
 
+/// A step that fails, such as for want of memory, closes the connection: as long as it is open, its reader waits, and
+/// does not come back.
+template <typename Step>
+void EventStream::take(Step step) try {
+    step();
+} catch (...) {
+    close();
+    throw;
+}
+
 void EventStream::start(const std::string& fields) {
-    stream_.expires_never();
-    waitForEnd();
-    send(
-        "HTTP/1.1 200 OK\r\nContent-Type: text/event-stream\r\nCache-Control: no-store\r\nConnection: close\r\n"
-        "X-Content-Type-Options: nosniff\r\n" +
-        fields + "\r\n: the events follow\n\n");
+    take([&] {
+        stream_.expires_never();
+        waitForEnd();
+        send(
+            "HTTP/1.1 200 OK\r\nContent-Type: text/event-stream\r\nCache-Control: no-store\r\nConnection: close\r\n"
+            "X-Content-Type-Options: nosniff\r\n" +
+            fields + "\r\n: the events follow\n\n");
+    });
 }
 
 void EventStream::send(std::string text) {
@@ -32,7 +44,7 @@ void EventStream::send(const std::vector<asio::const_buffer>& buffers) {
     asio::async_write(stream_, buffers, [self = shared_from_this()](Error error, std::size_t) {
         self->isSending_ = false;
         if (error) return self->close();
-        self->sendNext();
+        self->take([&] { self->sendNext(); });
     });
 }
 
@@ -48,10 +60,12 @@ void EventStream::sendNext() {
     timer_.async_wait([self = shared_from_this()](Error error) {
         if (!self->stream_.socket().is_open()) return;
         const auto woken = error == asio::error::operation_aborted;
-        if (woken)
-            self->sendNext();
-        else
-            self->send(": still here\n\n");
+        self->take([&] {
+            if (woken)
+                self->sendNext();
+            else
+                self->send(": still here\n\n");
+        });
     });
 }
 
@@ -64,7 +78,7 @@ void EventStream::wake() {
 void EventStream::waitForEnd() {
     stream_.socket().async_read_some(asio::buffer(unread_), [self = shared_from_this()](Error error, std::size_t) {
         if (error) return self->close();
-        self->waitForEnd();
+        self->take([&] { self->waitForEnd(); });
     });
 }
 

@@ -24,6 +24,9 @@ class EventStream : public std::enable_shared_from_this<EventStream> {
     void close();
 
  private:
+    template <typename Step>
+    void take(Step step);
+
     void send(std::string text);
     void send(const std::vector<asio::const_buffer>& buffers);
     void sendNext();

@@ -77,7 +77,12 @@ class Server::Implementation : public Clients {
 
     void follow(EventLog& log) {
         log.onEvent([this] {
-            if (!wakes_.exchange(true)) asio::post(context_, [this] { wakeStreams(); });
+            if (wakes_.exchange(true)) return;
+            try {
+                asio::post(context_, [this] { wakeStreams(); });
+            } catch (...) {  // for want of memory: the next event wakes them
+                wakes_ = false;
+            }
         });
     }
 

@@ -1,6 +1,12 @@
 #include "host/server/WorkPool.h"
 
+#include <exception>
+
 namespace host::server {
+
+WorkPool::WorkPool(const Limits& limits) : limits_(limits) {
+    start();
+}
 
 void WorkPool::finish() {
     close();
@@ -35,12 +41,20 @@ std::size_t WorkPool::close() {
 void WorkPool::giveTurn(Queues::iterator position) {
     auto& queue = position->second;
     if (queue.isReady || queue.waiting.empty() || queue.running >= limits_.running) return;
-    queue.isReady = true;
     ready_.push_back(position);
-    if (ready_.size() > idle_ && threads_.size() < limits_.threads)
-        threads_.emplace_back([this] { run(); });
-    else
-        changed_.notify_one();
+    queue.isReady = true;
+    if (ready_.size() > idle_ && threads_.size() < limits_.threads) {
+        try {
+            return start();
+        } catch (const std::exception&) {
+            // For want of memory. It waits for a thread that is there.
+        }
+    }
+    changed_.notify_one();
+}
+
+void WorkPool::start() {
+    threads_.emplace_back([this] { run(); });
 }
 
 void WorkPool::run() {

@@ -19,12 +19,12 @@ class WorkPool {
     using Work = std::function<void()>;
 
     struct Limits {
-        std::size_t threads;  ///< which start when they are needed
+        std::size_t threads;  ///< of which one is there from the beginning, and others start when they are needed
         std::size_t running;  ///< of a queue at once
         std::size_t waiting;  ///< in a queue
     };
 
-    explicit WorkPool(const Limits& limits) : limits_(limits) {}
+    explicit WorkPool(const Limits& limits);
 
     ~WorkPool() { finish(); }
 
@@ -49,6 +49,7 @@ class WorkPool {
     using Queues = std::map<std::string, Queue>;
 
     void giveTurn(Queues::iterator queue);
+    void start();
     void run();
 
     const Limits limits_;

@@ -6,10 +6,10 @@ import { isReading } from './conformance/functions.js';
 import { outcome, returns } from './conformance/host.js';
 import { contradictionsOf } from './conformance/proof.js';
 import { openWorld } from './conformance/world.js';
+import { builds } from '../pellhost.js';
 
 const catalogue = JSON.parse(fs.readFileSync('catalogue/catalogue.json', 'utf8'));
 const { resources, results } = catalogue;
-const builds = (process.env.PELL_BUILDS ?? 'native').split(' ');
 
 for (const build of builds)
     test(build, { concurrency: true }, async (t) => {

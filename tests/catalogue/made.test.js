@@ -4,8 +4,8 @@ import { execFileSync, spawnSync } from 'node:child_process';
 import fs from 'node:fs';
 import { before, test } from 'node:test';
 import { Validator } from '@seriousme/openapi-schema-validator';
-import ts from 'typescript';
 import { readTable } from '../../catalogue/tools/source.js';
+import { Batch, builds, hostOf } from '../pellhost.js';
 
 const json = (file) => JSON.parse(fs.readFileSync(file, 'utf8'));
 const table = readTable();
@@ -38,39 +38,21 @@ test('the OpenAPI document is valid, and has every method of the table', async (
     assert.deepEqual(operations.filter(Boolean).sort(), expected.sort());
 });
 
-test('TypeScript takes the types', () => {
-    const files = ['build/catalogue/resources.d.ts'];
-    const program = ts.createProgram(files, { strict: true, noEmit: true, types: [], lib: ['lib.es2015.d.ts'] });
-    const messages = ts
-        .getPreEmitDiagnostics(program)
-        .map((one) => ts.flattenDiagnosticMessageText(one.messageText, ' '));
-    assert.deepEqual(messages, []);
-});
-
 // `call` as the first page of the reference wants it, played by the host.
-const host = 'build/native/full/pellhost';
-const answers = [];
-async function call(resource, ...texts) {
-    const input = JSON.stringify({ call: resource, texts });
-    const { responses } = JSON.parse(execFileSync(host, ['batch'], { input, encoding: 'utf8' }));
-    answers.push(responses[0].text);
-    return responses[0];
-}
-
-test(
-    'the call on the first page answers as it says',
-    { skip: !fs.existsSync(host) && `${host} is not built` },
-    async () => {
-        const page = fs.readFileSync('docs/resources/README.md', 'utf8');
-        const [, program] = /```js\n(.*?)```/s.exec(page);
-        const [, expected] = /```json\n(.*?)```/s.exec(page);
-        const run = new Function('call', `return (async () => { ${program} })()`);
-        await assert.rejects(run(call), {
-            message: 'Out of range.',
-            name: 'DmError',
-            status: 500,
-            reason: 'Set brightness.',
-        });
-        assert.equal(answers.join('\n') + '\n', expected);
-    },
-);
+test('the call on the first page answers as it says', async () => {
+    const page = fs.readFileSync('docs/resources/README.md', 'utf8');
+    const [, program] = /```js\n(.*?)```/s.exec(page);
+    const [, expected] = /```json\n(.*?)```/s.exec(page);
+    const batch = new Batch(hostOf(builds[0]));
+    const answers = [];
+    const call = async (resource, ...texts) => {
+        const [{ responses }] = await batch.send({ call: resource, texts });
+        answers.push(responses[0].text);
+        return responses[0];
+    };
+    const run = new Function('call', `return (async () => { ${program} })()`);
+    const error = { message: 'Out of range.', name: 'DmError', status: 500, reason: 'Set brightness.' };
+    await assert.rejects(run(call), error);
+    assert.equal(answers.join('\n') + '\n', expected);
+    await batch.close();
+});

@@ -1,4 +1,4 @@
-// The form of what `pellhost doctor --json` prints.
+// What `pellhost doctor` prints for programs, and what it refuses.
 import assert from 'node:assert/strict';
 import { spawnSync } from 'node:child_process';
 import fs from 'node:fs';
@@ -6,41 +6,31 @@ import os from 'node:os';
 import path from 'node:path';
 import { test } from 'node:test';
 import Ajv from 'ajv/dist/2020.js';
-import { builds, hostOf } from './server.js';
+import { builds, hostOf, runHost } from '../pellhost.js';
 
 const ajv = new Ajv({ allowUnionTypes: true });
 const isExamination = ajv.compile(JSON.parse(fs.readFileSync('docs/doctor.schema.json', 'utf8')));
 
 for (const build of builds)
-    for (const [world, status] of [
-        ['full', 0],
-        ['minimal', 0],
-        ['no-such-folder', 1],
-    ])
-        test(`${build}: the doctor's document of ${world} has the form of its schema`, () => {
-            const { command, pathOf } = hostOf(build);
-            const folder = pathOf(`build/${build}/${world}`);
-            const plugin = `${folder}/libpell.${build === 'windows' ? 'dll' : 'so'}`;
-            const args = ['doctor', '--json', '--plugin', plugin];
-            const run = spawnSync(command[0], [...command.slice(1), ...args], { encoding: 'utf8' });
-            assert.equal(run.status, status, run.stderr);
-            const examination = JSON.parse(run.stdout);
-            assert.ok(isExamination(examination), ajv.errorsText(isExamination.errors));
-            assert.equal(examination.ok, status === 0);
-        });
-
-for (const build of builds)
-    test(`${build}: the doctor refuses a plug-in without a name and a program in no folder`, () => {
-        const { command, pathOf } = hostOf(build);
-        const folder = pathOf(`build/${build}/full`);
+    test(`${build}: the doctor's document has the form of its schema, and wrong usage is refused`, () => {
+        const host = hostOf(build);
+        const folder = host.pathOf(`build/${build}`);
+        const library = build === 'windows' ? 'libpell.dll' : 'libpell.so';
         for (const [args, status] of [
-            [['--program', folder], 0],
+            [['--plugin', `${folder}/full/${library}`], 0],
+            [['--plugin', `${folder}/minimal/${library}`], 0],
+            [['--plugin', `${folder}/no-such-folder/${library}`], 1],
+            [['--program', `${folder}/full`], 0],
             [['--program', `${folder}/no-such-folder`], 2],
             [['--program', ''], 2],
             [['--plugin', ''], 2],
         ]) {
-            const run = spawnSync(command[0], [...command.slice(1), 'doctor', ...args], { encoding: 'utf8' });
+            const run = runHost(host, ['doctor', '--json', ...args]);
             assert.equal(run.status, status, `${args}: ${run.stderr}`);
+            if (status === 2) continue;
+            const examination = JSON.parse(run.stdout);
+            assert.ok(isExamination(examination), ajv.errorsText(isExamination.errors));
+            assert.equal(examination.ok, status === 0);
         }
     });
 

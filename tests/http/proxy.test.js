@@ -3,7 +3,7 @@ import assert from 'node:assert/strict';
 import { createHash } from 'node:crypto';
 import http from 'node:http';
 import { test } from 'node:test';
-import { ask, brightness, builds, connect, startHost, startServer } from './server.js';
+import { ask, brightness, builds, connect, startHost, startServer } from '../pellhost.js';
 
 /** Echoes what it is asked, and what comes through a WebSocket. */
 async function startDevelopmentServer(t) {
@@ -118,15 +118,8 @@ for (const build of builds)
     });
 
 test('a proxy is a server on this machine', async (t) => {
-    for (const url of [
-        'https://localhost:1',
-        'http://example.com',
-        'http://127.0.0.1:1/path',
-        'localhost:1',
-        'http://localhost:x',
-        'http://localhost:0',
-        'http://localhost:99999',
-    ])
+    const wrong = ['https://localhost:1', 'http://example.com', 'http://127.0.0.1:1/path', 'localhost:1'];
+    for (const url of [...wrong, 'http://localhost:x', 'http://localhost:0', 'http://localhost:99999'])
         await assert.rejects(startServer(t, builds[0], '--proxy', url), /"code":2.*on this machine/, url);
     const development = await startDevelopmentServer(t);
     const { port } = new URL(`http://${development.host}`);

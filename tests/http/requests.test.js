@@ -1,15 +1,11 @@
 // Resources, events, pages and the lab's questions over HTTP.
 import assert from 'node:assert/strict';
-import { execFile } from 'node:child_process';
 import fs from 'node:fs';
 import os from 'node:os';
 import path from 'node:path';
 import { test } from 'node:test';
-import { promisify } from 'node:util';
 import { EventSource } from 'eventsource';
-import { ask, brightness, builds, hostOf, startHost, startServer } from './server.js';
-
-const run = promisify(execFile);
+import { ask, brightness, builds, firmwarePackage, hostOf, startHost, startServer } from '../pellhost.js';
 
 /** Resolves with so many events of a stream, and closes it. */
 function eventsOf(address, name, count, options) {
@@ -40,15 +36,16 @@ for (const build of builds)
         fs.symlinkSync('../secret.txt', `${folder}/page/link.txt`);
         const origin = 'http://localhost:5173';
         const server = await startServer(t, build, '--page', `${folder}/page`, '--origin', origin);
-        const { address } = server;
+        const { address, port } = server;
 
         await t.test('resources answer at their URIs', async () => {
             const envelope = (value) => JSON.stringify({ error: null, value });
+            const large = ' '.repeat(2 << 20) + '60'; // as long as a colour table of 33 points a side
             const rows = [
                 ['GET', brightness, undefined, 200, envelope(50)],
-                ['GET', `${brightness}?range`, undefined, 200, '{"error":null,"value":{"max":100,"min":0}}'],
-                ['GET', `${brightness}?{%22range%22:1}`, undefined, 200, '{"error":null,"value":{"max":100,"min":0}}'],
-                ['PUT', brightness, '60', 200, envelope(null)],
+                ['GET', `${brightness}?range`, undefined, 200, envelope({ max: 100, min: 0 })],
+                ['GET', `${brightness}?{%22range%22:1}`, undefined, 200, envelope({ max: 100, min: 0 })],
+                ['PUT', brightness, large, 200, envelope(null)],
                 ['GET', '/pell/Monitors/TQ%3271-P/10000001/Brightness', undefined, 200, envelope(60)],
                 ['PUT', brightness, '600', 500, /Out of range/],
                 ['PUT', brightness, '"a', 400, /BadRequestError/],
@@ -57,7 +54,6 @@ for (const build of builds)
                 ['GET', '/pell/Monitors', undefined, 200, /10000002/],
                 ['GET', '/pell/FileSystem/DfwFile/none', undefined, 500, /./],
                 ['GET', '/pell/Monitors/TQ271-P//Brightness', undefined, 400, /URI is invalid/],
-                ['GET', '/pell/Monitors/TQ271-P/99999999/Brightness', undefined, 500, /DmError/],
                 ['GET', '/pell/Monitors/TQ271-P/10000001/Nothing', undefined, 404, /NotFound/],
                 ['GET', `${brightness}/`, undefined, 404, /did you mean \\"Brightness\\"/],
                 ['GET', '/pell/Monitors/A/1/SelfQCLEAData', undefined, 404, /did you mean \\"SelfQC\/LEA\/Data\\"/],
@@ -78,19 +74,11 @@ for (const build of builds)
         });
 
         await t.test('a HEAD is a GET without the body', async () => {
-            const targets = [
-                brightness,
-                `${brightness}?supports`,
-                '/pell/none',
-                '/lab/api/state',
-                '/lab/api/recording',
-            ];
-            for (const target of targets) {
+            for (const target of [brightness, '/pell/none', '/main.js', '/lab/api/state']) {
                 const [get, head] = [await ask(address, target), await ask(address, target, { method: 'HEAD' })];
                 assert.deepEqual([head.status, head.text], [get.status, '']);
                 const [expected, length] = [get, head].map(({ headers }) => Number(headers['content-length']));
-                // The recording has got a line more.
-                assert.ok(target.endsWith('recording') ? length >= expected : length === expected, target);
+                assert.equal(length, expected, target);
             }
             for (const target of ['/pell/events', '/lab/api/exchanges?since=0']) {
                 const { status, headers } = await ask(address, target, { method: 'HEAD' });
@@ -99,161 +87,104 @@ for (const build of builds)
             }
         });
 
-        await t.test('a colour table of 33 points a side, and curl, which asks before it sends one', async () => {
-            const table = `${folder}/table.json`;
-            fs.writeFileSync(table, JSON.stringify(Array.from({ length: 33 ** 3 }, () => [1023, 1023, 1023])));
-            const [status, text] = await run('curl', [
-                ...['-s', '-w', '%{http_code}', '-o', `${folder}/answer`, '-X', 'PUT'],
-                ...['-H', 'Expect: 100-continue', '--data-binary', `@${table}`],
-                `${address}/pell/Monitors/TQ271-P/10000001/3DLUT`,
-            ]).then(({ stdout }) => [stdout, fs.readFileSync(`${folder}/answer`, 'utf8')]);
-            // It has come to the monitor, whose own table is smaller.
-            assert.equal(status, '500');
-            assert.match(text, /Invalid data size.*Set 3D LUT/);
-        });
-
-        await t.test('fetch reads what curl has set', async () => {
-            await run('curl', ['-s', '-X', 'PUT', '-d', '33', address + brightness]);
-            assert.equal((await fetch(address + brightness).then((response) => response.json())).value, 33);
-        });
-
         await t.test('events come as they happen, and again for who has missed them', async () => {
-            const file = `${folder}/new.dfw`;
-            await run(
-                ...commandOf(
-                    build,
-                    'firmware',
-                    'create',
-                    server.pathOf(file),
-                    '--product',
-                    'TQ271-P',
-                    '--version',
-                    '3.0.0.0.0',
-                    '--size',
-                    '4096',
-                ),
-            );
-            const post = (target, body) =>
-                ask(address, target, { method: 'POST', body: JSON.stringify(body) }).then(
-                    ({ text }) => JSON.parse(text).value,
-                );
-            const { id } = await post('/pell/FileSystem/DfwFile', { path: server.pathOf(file) });
-            const live = eventsOf(`${address}/pell/events`, 'transferFirmwareData', 4);
+            const path = server.pathOf(firmwarePackage(`${folder}/new.dfw`, '--size', '4096'));
+            const { value: file } = await server.pell('POST', 'FileSystem/DfwFile', JSON.stringify({ path }));
+            const stream = (name, count, id) => {
+                const resume = (url, init) =>
+                    fetch(url, { ...init, headers: { ...init.headers, 'Last-Event-ID': id } });
+                return eventsOf(`${address}/pell/events`, name, count, id && { fetch: resume });
+            };
+            const live = stream('transferFirmwareData', 4);
             await live.opened;
-            await post('/pell/Monitors/TQ271-P/10000001/FirmwareUpdate/Transfer', { dfwFile: id });
+            const body = JSON.stringify({ dfwFile: file.id });
+            await server.pell('POST', 'Monitors/TQ271-P/10000001/FirmwareUpdate/Transfer', body);
             const events = await live.all;
-            assert.deepEqual(
-                events.map(({ data }) => data.transferredBlock),
-                [1, 2, 3, 4],
-            );
-            const resume = (id) => ({
-                fetch: (url, init) => fetch(url, { ...init, headers: { ...init.headers, 'Last-Event-ID': id } }),
-            });
+            const blocks = events.map(({ data }) => data.transferredBlock);
+            assert.deepEqual(blocks, [1, 2, 3, 4]);
             const { id: last } = events[1];
-            assert.deepEqual(
-                await eventsOf(`${address}/pell/events`, 'transferFirmwareData', 2, resume(last)).all,
-                events.slice(2),
-            );
+            assert.deepEqual(await stream('transferFirmwareData', 2, last).all, events.slice(2));
             // Those of a server that ran before: whatever is there may be new.
             for (const other of ['2', '999', '1-2', `${last}9`, `${last}-`, `9${last}`, 'a']) {
-                const lost = await eventsOf(`${address}/pell/events`, 'lost', 1, resume(other)).all;
-                const all = await eventsOf(`${address}/pell/events`, 'transferFirmwareData', 4, resume(other)).all;
-                assert.deepEqual(all, events, other);
-                assert.deepEqual(
-                    await eventsOf(`${address}/pell/events`, 'transferFirmwareData', 4, resume(lost[0].id)).all,
-                    events,
-                );
+                const [lost] = await stream('lost', 1, other).all;
+                for (const id of [other, lost.id])
+                    assert.deepEqual(await stream('transferFirmwareData', 4, id).all, events, other);
             }
-            assert.equal((await ask(address, `/pell/FileSystem/DfwFile/${id}`, { method: 'DELETE' })).status, 200);
+            await server.pell('DELETE', `FileSystem/DfwFile/${file.id}`);
         });
 
         await t.test('a page is served without a way out of its folder', async () => {
             const rows = [
-                ['/', 200, 'text/html; charset=utf-8', '<p>desk'],
-                ['/?query', 200, 'text/html; charset=utf-8', '<p>desk'],
-                ['/main.js', 200, 'text/javascript; charset=utf-8', '//'],
-                ['/%C3%B6.svg', 200, 'image/svg+xml', '<svg/>'],
-                ['/inner/', 200, 'text/html; charset=utf-8', '<p>inner'],
-                ['/inner', 302],
-                ...['/../secret.txt', '/%2e%2e/secret.txt', '/inner/../../secret.txt', '/..%2fsecret.txt'].map(none),
-                ...[
-                    '/..%5csecret.txt',
-                    ...(build === 'windows' ? [] : ['/link.txt']),
-                    '//secret.txt',
-                    '/main.js.',
-                    '/main.js::$DATA',
-                    '/main.js%00',
-                ].map(none),
-                ...['/inner//index.html', '/nothing', '/con/', '/%ff%fe', `/${'a/'.repeat(5000)}`].map(none),
-                ...[`/C:%5C`, `/C:/`, `/%5C%5Chost%5Cshare`].map(none),
+                ['/', 'text/html; charset=utf-8', '<p>desk'],
+                ['/?query', 'text/html; charset=utf-8', '<p>desk'],
+                ['/main.js', 'text/javascript; charset=utf-8', '//'],
+                ['/%C3%B6.svg', 'image/svg+xml', '<svg/>'],
+                ['/inner/', 'text/html; charset=utf-8', '<p>inner'],
             ];
-            function none(target) {
-                return [target, 404];
-            }
-            for (const [target, status, type, text] of rows) {
+            for (const [target, type, text] of rows) {
                 const answer = await ask(address, target);
-                assert.equal(answer.status, status, target);
-                if (type) assert.deepEqual([answer.headers['content-type'], answer.text], [type, text], target);
-                assert.doesNotMatch(answer.text, /secret$/);
+                const received = [answer.status, answer.headers['content-type'], answer.text];
+                assert.deepEqual(received, [200, type, text], target);
             }
-            assert.equal((await ask(address, '/inner')).headers.location, './inner/');
+            const outside = ['/../secret.txt', '/%2e%2e/secret.txt', '/inner/../../secret.txt', '/..%2fsecret.txt'];
+            outside.push('/..%5csecret.txt', '//secret.txt', `${'/..'.repeat(9)}${folder}/secret.txt`);
+            if (build !== 'windows') outside.push('/link.txt');
+            const none = ['/main.js.', '/main.js::$DATA', '/main.js%00', '/inner//index.html', '/nothing', '/con/'];
+            none.push('/%ff%fe', `/${'a/'.repeat(5000)}`, '/C:%5C', '/C:/', '/%5C%5Chost%5Cshare');
+            for (const target of [...outside, ...none]) {
+                const { status, text } = await ask(address, target);
+                assert.equal(status, 404, target);
+                assert.doesNotMatch(text, /secret$/);
+            }
+            const { status, headers } = await ask(address, '/inner');
+            assert.deepEqual([status, headers.location], [302, './inner/']);
             assert.equal((await ask(address, '/main.js', { method: 'POST' })).status, 405);
-            const head = await ask(address, '/main.js', { method: 'HEAD' });
-            assert.deepEqual([head.status, head.headers['content-length'], head.text], [200, '2', '']);
         });
 
         await t.test('other pages are refused before they reach anything', async () => {
             await server.simulate({ simulate: 'reset' });
-            const { port } = server;
-            const rows = [
-                [{}, 200],
-                [{ Host: `localhost:${port}` }, 200],
-                [{ Host: `LOCALHOST:${port}` }, 200],
-                [{ Host: `[::1]:${port}` }, 200],
-                [{ Origin: address }, 200],
-                [{ Origin: origin, 'Sec-Fetch-Site': 'same-site' }, 200],
-                [{ Origin: origin, 'Sec-Fetch-Site': 'cross-site' }, 200],
-                [{ 'Sec-Fetch-Site': 'same-origin' }, 200],
-                [{ 'Sec-Fetch-Site': 'none' }, 200],
-                [{ Origin: address, 'Sec-Fetch-Site': 'same-site' }, 200],
-                [{ Origin: `http://localhost:${port}`, 'Sec-Fetch-Site': 'cross-site' }, 200],
-                [{ 'Sec-Fetch-Site': 'cross-site' }, 403],
-                [{ 'Sec-Fetch-Site': 'same-site' }, 403], // of another port of this machine
-                [{ 'Sec-Fetch-Site': 'none, same-site' }, 403],
-                [{ Host: 'evil.example' }, 403],
-                [{ Host: `evil.example:${port}` }, 403],
-                [{ Host: `127.0.0.1` }, 403],
-                [{ Host: `127.0.0.1:${port + 1}` }, 403],
-                [{ Host: `localhost.evil.example:${port}` }, 403],
-                [{ Host: `localhost:${port}@evil.example` }, 403],
-                [{ Origin: 'null' }, 403],
-                [{ Origin: 'https://evil.example' }, 403],
-                [{ Origin: `${origin}.evil.example` }, 403],
-                [{ Origin: `https://127.0.0.1:${port}` }, 403],
-                [{ Origin: 'http://localhost' }, 403],
-                [{ Origin: 'http://localhost:5174' }, 403],
-            ];
-            for (const [headers, status] of rows)
-                for (const target of [brightness, '/', '/lab/api/state', '/pell/events'])
-                    for (const method of ['PUT', 'OPTIONS', ...(target === '/pell/events' ? [] : ['GET'])]) {
-                        const answer = await ask(address, target, {
-                            method,
-                            headers,
-                            body: method === 'PUT' ? '99' : undefined,
-                        });
-                        const expected = status === 403 ? 403 : answer.status === 403 ? 'not 403' : answer.status;
-                        assert.equal(answer.status, expected, `${method} ${target} ${JSON.stringify(headers)}`);
-                        const allowed = answer.headers['access-control-allow-origin'];
-                        assert.equal(allowed, headers.Origin === origin ? origin : undefined);
-                    }
-            await server.simulate({ simulate: 'reset' });
-            for (const headers of [
-                { Origin: 'https://evil.example' },
+            const refused = [
                 { 'Sec-Fetch-Site': 'cross-site' },
+                { 'Sec-Fetch-Site': 'same-site' }, // of another port of this machine
+                { 'Sec-Fetch-Site': 'none, same-site' },
                 { Host: 'evil.example' },
-            ])
-                await ask(address, brightness, { method: 'PUT', headers, body: '99' });
-            assert.match((await ask(address, brightness)).text, /"value":50/);
+                { Host: `evil.example:${port}` },
+                { Host: `127.0.0.1` },
+                { Host: `127.0.0.1:${port + 1}` },
+                { Host: `localhost.evil.example:${port}` },
+                { Host: `localhost:${port}@evil.example` },
+                { Origin: 'null' },
+                { Origin: 'https://evil.example' },
+                { Origin: `${origin}.evil.example` },
+                { Origin: `https://127.0.0.1:${port}` },
+                { Origin: 'http://localhost' },
+                { Origin: 'http://localhost:5174' },
+            ];
+            const allowed = [
+                {},
+                { Host: `LocalHost:${port}` },
+                { Host: `[::1]:${port}` },
+                { 'Sec-Fetch-Site': 'same-origin' },
+                { 'Sec-Fetch-Site': 'none' },
+                { Origin: address, 'Sec-Fetch-Site': 'same-site' },
+                { Origin: `http://localhost:${port}`, 'Sec-Fetch-Site': 'cross-site' },
+                { Origin: origin, 'Sec-Fetch-Site': 'cross-site' },
+            ];
+            const requests = [brightness, '/', '/lab/api/state', '/pell/events'].flatMap((target) =>
+                ['PUT', 'OPTIONS', ...(target === '/pell/events' ? [] : ['GET'])].map((method) => [method, target]),
+            );
+            for (const headers of [...refused, ...allowed])
+                for (const [method, target] of requests) {
+                    const isRefused = refused.includes(headers);
+                    const body = { PUT: isRefused ? '99' : '50' }[method];
+                    const answer = await ask(address, target, { method, headers, body });
+                    const title = `${method} ${target} ${JSON.stringify(headers)}`;
+                    assert.equal(answer.status === 403, isRefused, title);
+                    const readableBy = answer.headers['access-control-allow-origin'];
+                    assert.equal(readableBy, headers.Origin === origin ? origin : undefined, title);
+                    if (method === 'GET' && target === brightness && !isRefused)
+                        assert.match(answer.text, /"value":50/);
+                }
             const preflight = await ask(address, brightness, {
                 method: 'OPTIONS',
                 headers: { Origin: origin, 'Access-Control-Request-Method': 'PUT' },
@@ -277,50 +208,35 @@ for (const build of builds)
                 firmware: '2.0.1.5.3',
             });
             assert.deepEqual([others.simulated, others.scenario, others.speed], [true, 'built-in', 1]);
-            assert.deepEqual(others.scenarios, [
-                'built-in',
-                ...fs
-                    .readdirSync('simulator/scenarios')
-                    .map((name) => name.replace('.json', ''))
-                    .sort(),
-            ]);
+            const files = fs.readdirSync('simulator/scenarios').map((name) => name.replace('.json', ''));
+            assert.deepEqual(others.scenarios, ['built-in', ...files.sort()]);
             const script = { simulate: 'return', function: 'DmCtrlGetGain', result: 2147483658, times: 2 };
             await server.simulate(script);
             await server.simulate({ simulate: 'delay', milliseconds: 5, product: 'TB240' });
-            assert.deepEqual((await state()).scripts, [script]);
-            assert.deepEqual(
-                (await state()).monitors.map(({ delay }) => delay),
-                [0, 5, 5],
-            );
             await server.simulate({ simulate: 'unplug', product: 'TB240', serial: '10000002' });
-            assert.equal((await state()).monitors[1].connected, false);
+            const changed = await state();
+            assert.deepEqual(changed.scripts, [script]);
+            const those = changed.monitors.map(({ delay, connected }) => [delay, connected]);
+            assert.deepEqual(those, [[0, true], [5, false], [5, true]]); // prettier-ignore
             await server.simulate({ simulate: 'scenario', name: 'twins' });
             assert.equal((await state()).scenario, 'twins');
-            for (const body of ['', '{', '[]', '{"simulate":"scenario","name":"twin"}', '{"simulate":"advance"}']) {
+            for (const body of ['', '{', '[]', '{"simulate":"advance"}', '{"simulate":"scenario","name":"twin"}']) {
                 const { status, text } = await ask(address, '/lab/api/simulate', { method: 'POST', body });
                 assert.deepEqual([status, JSON.parse(text).ok], [400, false], body);
+                if (body.includes('twin')) assert.match(text, /twins/);
             }
-            const twin = JSON.parse(
-                (
-                    await ask(address, '/lab/api/simulate', {
-                        method: 'POST',
-                        body: '{"simulate":"scenario","name":"twin"}',
-                    })
-                ).text,
-            );
-            assert.match(twin.error, /twins/);
         });
 
         await t.test('the lab hands over texts as they are', async () => {
-            const call = async (line) => {
-                const { status, text } = await ask(address, '/lab/api/call', { method: 'POST', body: line });
-                return { status, ...JSON.parse(text) };
-            };
             const texts = ['{"method":"GET"}', '{"product":"TQ271-P"', '', ''];
-            const { status, responses } = await call(JSON.stringify({ call: 'Brightness', texts }));
-            assert.deepEqual([status, responses.length, responses[0].status], [200, 1, 400]);
-            for (const line of ['', '{"call":"Brightnes","texts":["","","",""]}', '{"simulate":"reset"}'])
-                assert.deepEqual([(await call(line)).status, (await call(line)).ok], [400, false], line);
+            const lines = [JSON.stringify({ call: 'Brightness', texts }), '', '{"simulate":"reset"}'];
+            lines.push('{"call":"Brightnes","texts":["","","",""]}');
+            for (const body of lines) {
+                const { status, text } = await ask(address, '/lab/api/call', { method: 'POST', body });
+                const { ok, responses = [] } = JSON.parse(text);
+                const expected = body === lines[0] ? [200, undefined, [400]] : [400, false, []];
+                assert.deepEqual([status, ok, responses.map((response) => response.status)], expected, body);
+            }
         });
 
         await t.test('exchanges are streamed from their beginning', async () => {
@@ -364,17 +280,10 @@ for (const build of builds)
 
 for (const build of builds)
     test(`${build}: a pellhost that has no lab beside it says how it gets one`, async (t) => {
-        const { command, pathOf } = hostOf(build);
-        const host = { command: command.map((one) => one.replace('/full/', '/minimal/')), pathOf };
-        const { address } = await startHost(t, host, 'serve', '--port', '0');
+        const { address } = await startHost(t, hostOf(build, 'minimal'), 'serve', '--port', '0');
         for (const target of ['/lab/', '/lab/client/index.js']) {
             const { status, text } = await ask(address, target);
             assert.equal(status, 404);
             assert.match(text, /scripts\/lab builds them/);
         }
     });
-
-function commandOf(build, ...args) {
-    const program = path.resolve('build', build, 'full', 'pellhost');
-    return build === 'windows' ? ['scripts/wine', [`${program}.exe`, ...args]] : [program, args];
-}

@@ -1,9 +1,6 @@
-// pellhost as a process that carries out batches: a JSON line in, a JSON line out.
+// Requests to a batch of pellhost, and their answers.
 import assert from 'node:assert/strict';
-import { execFileSync, spawn } from 'node:child_process';
-import fs from 'node:fs';
-import path from 'node:path';
-import readline from 'node:readline';
+import { Batch } from '../../pellhost.js';
 import { isLookUp } from './functions.js';
 
 /**
@@ -28,47 +25,11 @@ export const returns = (name, result, times) => ({ simulate: 'return', function:
 export class Host {
     requests = 0;
     callers = new Map(); // functions, and the resources that have called them
-    #waiting = [];
     #turn = Promise.resolve();
 
-    /** @param {string} root the project's folder @param {string} preset @param {'full' | 'minimal'} folder of its build */
-    constructor(root, preset, folder) {
-        const program = path.join(root, 'build', preset, folder, 'pellhost');
-        this.command = preset === 'windows' ? ['scripts/wine', `${program}.exe`] : [program];
-        assert.ok(fs.existsSync(this.command.at(-1)), `${this.command.at(-1)} is not built: scripts/build ${preset}`);
-        // Under Wine, the system's root is a drive of its own.
-        this.pathOf = (file) => (preset === 'windows' ? 'Z:' : '') + path.resolve(file);
-    }
-
-    start() {
-        const [program, ...others] = this.command;
-        const child = spawn(program, [...others, 'batch'], { stdio: ['pipe', 'pipe', 'pipe'] });
-        let errors = '';
-        child.stderr.on('data', (text) => (errors += text));
-        child.stdin.on('error', () => {}); // told by its end
-        this.ended = new Promise((resolve) => {
-            child.on('close', (code, signal) => {
-                for (const { reject } of this.#waiting)
-                    reject(new Error(`pellhost has ended: ${signal ?? code} ${errors}`));
-                resolve({ code, signal, errors });
-            });
-        });
-        readline
-            .createInterface({ input: child.stdout })
-            .on('line', (line) => this.#waiting.shift().resolve(JSON.parse(line)));
-        this.child = child;
-    }
-
-    /** Lets pellhost come to its end, which is to be a good one. */
-    async close() {
-        this.child.stdin.end();
-        assert.deepEqual(await this.ended, { code: 0, signal: null, errors: '' });
-    }
-
-    /** Runs the program with other arguments. */
-    execute(...args) {
-        const [program, ...others] = this.command;
-        return execFileSync(program, [...others, ...args], { stdio: ['ignore', 'pipe', 'inherit'] });
+    /** @param {{command: string[]}} host */
+    constructor(host) {
+        this.batch = new Batch(host);
     }
 
     /**
@@ -97,22 +58,14 @@ export class Host {
     }
 
     async #send(lines) {
-        const all = await this.repliesTo(lines);
+        const all = await this.batch.send(
+            ...lines.map((line) => (line.simulate ? line : { call: line.resource, texts: textsOf(line) })),
+        );
         const answers = lines.flatMap((line, index) => (line.simulate ? [] : [readAnswer(line, all[index])]));
         const refused = lines.findIndex((line, index) => line.simulate && !all[index].ok);
         assert.equal(refused, -1, `${JSON.stringify(lines[refused])}: ${JSON.stringify(all[refused])}`);
         this.#count(lines, answers);
         return answers;
-    }
-
-    /** What a batch answers to these lines; no other line comes between them. */
-    repliesTo(lines) {
-        const texts = lines.map((line) =>
-            JSON.stringify(line.simulate ? line : { call: line.resource, texts: textsOf(line) }),
-        );
-        const replies = lines.map(() => new Promise((resolve, reject) => this.#waiting.push({ resolve, reject })));
-        this.child.stdin.write(texts.join('\n') + '\n');
-        return Promise.all(replies);
     }
 
     #count(lines, answers) {
