@@ -1,6 +1,6 @@
 // What the catalogue says of one resource, proven against the plug-in.
 import { isServed } from '../../../catalogue/tools/match.js';
-import { proveDecisions } from './decisions.js';
+import { proveDecisions, proveRandom } from './decisions.js';
 import { proveExamples } from './examples.js';
 import { describe, outcome } from './host.js';
 import { provePutBack } from './putBack.js';
@@ -21,7 +21,7 @@ export async function contradictionsOf(name, catalogue, world) {
         await Promise.all(subject.methods[method].filter(isServed).map((row) => proveRow(subject, method, row)));
     await Promise.all([
         ...methods.filter((method) => !listed.includes(method)).map((method) => proveNotAllowed(subject, method)),
-        ...listed.map((method) => proveDecisions(subject, method)),
+        ...listed.flatMap((method) => [proveDecisions(subject, method), proveRandom(subject, method)]),
         provePutBack(subject),
         proveExamples(subject),
     ]);

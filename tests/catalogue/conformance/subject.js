@@ -14,6 +14,7 @@ import { describe, outcome } from './host.js';
  * @property {{product: string, serial: string}[]} monitors one of each product; the first supports everything
  * @property {object} known the values of members that cannot be guessed, by their names
  * @property {{path: string, id: string}} package an open firmware package, for the first monitor
+ * @property {number} seed @property {number} runs of the random requests, and how many there are for each method
  */
 
 export class Subject {

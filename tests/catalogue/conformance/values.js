@@ -1,4 +1,6 @@
 // Values of the catalogue's schemas, and values that nearly are.
+import fc from 'fast-check';
+
 export const isContainer = (value) => value !== null && typeof value === 'object';
 
 /** Values of all kinds. */
@@ -41,6 +43,55 @@ function objectSamples({ properties = {}, required = [], anyOf }, known) {
             ),
         ),
     ];
+}
+
+/** Any value of a schema. */
+export function valueOf(schema, known, name) {
+    if (name in known) return fc.oneof({ weight: 3, arbitrary: fc.constant(known[name]) }, fc.string({ minLength: 1 }));
+    if ('const' in schema) return fc.constant(schema.const);
+    if (schema.enum) return fc.constantFrom(...schema.enum);
+    if (schema.type === 'object') return objectOf(schema, known);
+    if (schema.anyOf) return fc.oneof(...schema.anyOf.map((option) => valueOf(option, known, name)));
+    if (schema.prefixItems) return fc.tuple(...schema.prefixItems.map((item) => valueOf(item, known)));
+    if (schema.type === 'array')
+        return fc.array(valueOf(schema.items, known), {
+            minLength: schema.minItems ?? 0,
+            maxLength: schema.maxItems ?? 4,
+        });
+    const kinds = {
+        string: fc.string({ maxLength: schema.maxLength }),
+        boolean: fc.boolean(),
+        null: fc.constant(null),
+    };
+    return (
+        kinds[schema.type] ?? (['number', 'integer'].includes(schema.type) ? numbers : fc.jsonValue({ maxDepth: 1 }))
+    );
+}
+
+const numbers = fc.oneof(
+    fc.integer({ min: 0, max: 255 }),
+    fc.double({ noNaN: true, min: -1e4, max: 1e4 }),
+    fc.constantFrom(0, 4294967295, 4294967296, -2147483649, 1e300),
+);
+
+function objectOf({ properties = {}, required = [], anyOf }, known) {
+    const members = Object.fromEntries(
+        Object.entries(properties)
+            .filter(([, schema]) => !schema.not)
+            .map(([name, schema]) => [name, valueOf(schema, known, name)]),
+    );
+    const needed = (anyOf ?? [{ required: [] }]).map((one) => [...required, ...one.required]);
+    const object = fc.oneof(...needed.map((requiredKeys) => fc.record(members, { requiredKeys })));
+    return fc.tuple(object, fc.boolean()).map(([value, more]) => (more ? { ...value, other: [7] } : value));
+}
+
+/** Values of which a part is of another kind, or is not there. */
+export function nearly(values) {
+    const replacement = fc.oneof(fc.constantFrom(undefined, ...strangers), fc.jsonValue({ maxDepth: 1 }));
+    return fc.tuple(values, fc.nat(), replacement).map(([value, at, other]) => {
+        const places = placesIn(value);
+        return replaceAt(value, places[at % places.length], other);
+    });
 }
 
 /** The places in a value, as lists of names and indexes: the value itself first. Of long lists, only some elements. */

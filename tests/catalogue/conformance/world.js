@@ -6,7 +6,7 @@ import { firmwarePackage, hostOf } from '../../pellhost.js';
 import { Host } from './host.js';
 
 /** @returns {Promise<import('./subject.js').World>} */
-export async function openWorld(build) {
+export async function openWorld(build, { seed = 11, runs = 30 } = {}) {
     const [full, minimal] = ['full', 'minimal'].map((world) => hostOf(build, world)).map((one) => new Host(one));
     const folder = fs.mkdtempSync(path.join(os.tmpdir(), 'pell-'));
     const file = hostOf(build).pathOf(firmwarePackage(path.join(folder, 'package.dfw'), '--size', '1024'));
@@ -21,6 +21,8 @@ export async function openWorld(build) {
         monitors: listed.filter((one, at) => listed.findIndex(({ product }) => product === one.product) === at),
         known: { path: file, dfwFile: opened.id, checkDfwFile: opened.id },
         package: { path: file, id: opened.id },
+        seed,
+        runs,
         requests: () => full.requests + minimal.requests,
         async close() {
             await Promise.all([full.batch.close(), minimal.batch.close()]);
