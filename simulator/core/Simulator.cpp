@@ -294,8 +294,7 @@ Json openHandles() {
 
 void releaseHandles() {
     auto& state = State::instance();
-    const std::lock_guard lock(state.mutex);
-    state.handles.releaseAll();
+    if (const std::unique_lock lock(state.mutex, std::try_to_lock); lock) state.handles.releaseAll();
 }
 
 Json takeHandleFaults() {

@@ -83,7 +83,8 @@ bool companionsAreSimulated();
 /// Those of the process: a reset leaves them alone.
 Json openHandles();
 
-/// Releases the handles that are open, for a test that kept the plug-in from doing it.
+/// Releases the handles that are open, for the library whose code they need, when that goes. Leaves them alone while a
+/// call is in progress, be it one whose thread the end of the process has stopped.
 void releaseHandles();
 
 /// A list of texts: how callers misused such handles (released one twice, used a released one, released one that a

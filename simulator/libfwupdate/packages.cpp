@@ -5,6 +5,7 @@
 #include <nlohmann/json.hpp>
 #include <stdexcept>
 
+#include "simulator/core/Simulator.h"
 #include "simulator/libfwupdate/FirmwareCall.h"
 
 using simulator::Answer;
@@ -18,10 +19,13 @@ namespace result = simulator::result;
 
 namespace {
 
-/// The library's end is logged: nobody may release anything after it.
+/// The library's end is logged: nobody may release anything after it, and what is still open goes with its code.
 const struct Life {
     Life() { simulator::logHandles("load"); }
-    ~Life() { simulator::logHandles("unload"); }
+    ~Life() {
+        simulator::logHandles("unload");
+        simulator::releaseHandles();
+    }
 } life;
 
 FWDfwFile* createPackage(const char* function, const std::filesystem::path& path) {
