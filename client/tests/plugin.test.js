@@ -11,6 +11,7 @@ import { catalogue, pages } from './support.js';
 const product = 'TQ271-P';
 const serial = '10000001';
 const firmware = firmwarePackage(path.resolve(pages, 'new.dfw'));
+const smallFirmware = firmwarePackage(path.resolve(pages, 'small.dfw'), '--size', '1024'); // which examples describe
 let server;
 let http;
 
@@ -24,7 +25,7 @@ const reset = { simulate: 'reset' };
 
 /** Runs the examples of a resource, which are to come out as they say. */
 async function runExamples(name, { examples }) {
-    const known = { package: firmware };
+    const known = { package: smallFirmware };
     const filled = (value) =>
         value && JSON.parse(JSON.stringify(value).replace(/\$(\w+)/g, (whole, key) => known[key] ?? whole));
     for (const example of parseExamples(examples.flat().join('\n'), assert.fail)) {
