@@ -65,6 +65,12 @@ TEST(Update, AsksTheFunctionThatTheQueryNames) {
     }
     page.returns("FWDfwFileCheckMonitor", 0xFFFFFFFF);
     EXPECT_EQ(page.get("FirmwareUpdate", R"({"checkDfwFile":")" + id + R"("})").value, 0xFFFFFFFF);
+    for (const std::uint32_t support : {0U, 1U, 2U}) {
+        page.returns("FWDfwFileSupportsMonitor", support);
+        EXPECT_EQ(page.get("FirmwareUpdate", R"({"supports":1,"dfwFile":")" + id + R"("})").value, support != 0);
+    }
+    page.returns("FWMonitorGetTransferState", 0, Json::array());
+    EXPECT_EQ(page.get("FirmwareUpdate").value, (Json{{"state", 0}}));
     page.returns("DmCtrlLockMonitor", 0x80000000);
     const Answer unlocked = page.get("FirmwareUpdate");
     EXPECT_EQ(unlocked.status, 200);

@@ -77,6 +77,8 @@ TEST(Data, IsConvertedToWhatTheLibraryTakes) {
         {R"(PUT Power {"data":null})", refused("data is empty."), power},
         {R"(PUT SelfQCMutexOwner {"applicationID":7,"timeout":286})", "200 null", "DmCtrlLockSelfCalibration",
          "[[7,30]]"},
+        {R"(PUT LUT3D {"enable":true})", "200 null", "DmCtrlEnable3DLUT", "[[1]]"},
+        {R"(PUT LUT3D {"selection":2})", "200 null", "DmCtrlEnable3DLUT"},
         {"PUT SelfQCLEA 0.4", "200 null", "DmCtrlSetSelfQCLEAStateToStop", "[[]]"},
         {"PUT SelfQCLEA 4294967297", refused("Cannot set state to run."), "DmCtrlSetSelfQCLEAStateToStop"},
     });
@@ -193,6 +195,8 @@ TEST(Generations, AreServedByTheirOwnFunctions) {
     constexpr const char *select = "DmCtrlSetRCSignalSelectSupportMode",
                          *selectV2 = "DmCtrlSetRCSignalSelectSupportModeV2", *index = "DmCtrlSetSelfIndex";
     const std::string noObject = refused("data must be object.");
+    constexpr const char *clock = R"(GET SelfCalibrationClockTime ?{"supports":1})",
+                         *pairing = R"(GET SelfCalibrationPairing ?{"supports":1})";
     expectEach({
         {"GET SignalSelectSupportMode", "200 2"},
         {"GET SignalSelectSupportMode", "200 true", nullptr, "[]", olderSelect},
@@ -234,6 +238,11 @@ TEST(Generations, AreServedByTheirOwnFunctions) {
         {"PUT SelfCalibrationIndex 3", noObject, index, "[]", noModes},
         {R"(PUT SelfCalibrationIndex {"index":"1","fineContrast":0})", noObject, index, "[]", noModes},
         {R"(PUT SelfCalibrationIndex {"index":1})", noObject, index, "[]", noModes},
+        {clock, "200 true", nullptr, "[]", {{"DmCtrlSupportedSelfCalibration", 0}}},
+        {clock, "200 true", nullptr, "[]", {{"DmCtrlSupportedSelfQCCal", 0}}},
+        {clock, "200 false", nullptr, "[]", {{"DmCtrlSupportedSelfCalibration", 0}, {"DmCtrlSupportedSelfQCCal", 0}}},
+        {pairing, "200 false", nullptr, "[]", noModes},
+        {pairing, "200 false", nullptr, "[]", {{"DmCtrlSupportedSelfCalibrationScheduleV2", 0}}},
         {"GET SelfQCEnable",
          "200 [true,false,true,false,false,false,false,false]",
          nullptr,
@@ -241,8 +250,8 @@ TEST(Generations, AreServedByTheirOwnFunctions) {
          {{"DmCtrlGetEnableSelfCalibrationMode", 0, "[[1,0,2,0,0,0,0,0,1]]"}}},
         {"GET SelfQCEnable",
          "200 [true,false,true,false,false,false]",
-         nullptr,
-         "[]",
+         "DmCtrlHasFineContrast",
+         "[[11],[12],[13],[25],[26],[27]]",
          {{"DmCtrlGetEnableSelfCalibrationMode", 0, "[[1,0,2,0,0,0,0,0,1]]"}, noModes[0]}},
         {"GET SelfQCEnable",
          "500 DmError Unsupported. (Unsupported mode.)",
@@ -335,6 +344,8 @@ TEST(Answers, ToCountsThatAreNoneAreFailuresOrEmpty) {
         {R"(GET USBCAltModePort ?{"supports":1})", "200 true", nullptr, "[]", {{ports, 0, "[2]"}}},
         {R"(GET USBCAltModePort ?{"supports":1})", "200 false", nullptr, "[]", {{ports, 0, "[0]"}}},
         {R"(GET USBCAltModePort ?{"supports":1})", "200 false", nullptr, "[]", {{ports, 0x80000006, "[2]"}}},
+        {"GET SignalInformation", "200 []", nullptr, "[]", {{"DmCtrlGetInputPortCount", 0, "[0]"}}},
+        {"GET LUT3D", "200 []", nullptr, "[]", {{"DmCtrlGet3DLUTDirect", 0, "[0]"}}},
         {"GET SelfCalibrationPairing", "200 [0,1,2]", nullptr, "[]", {{targets, 0, "[3]"}}},
         {"GET SelfCalibrationPairing", failed, nullptr, "[]", {{targets, 0, "[0]"}}},
         {"GET SelfCalibrationPairing", failed, nullptr, "[]", {{pairing, stall, "[]"}}},
