@@ -52,7 +52,7 @@ TEST_F(DynamicLibraryTest, TakesTheModuleOfAnImport) {
     DynamicLibrary library;
     for (int round = 0; round < 2; ++round) {
         library.loadImported(platform::libraryFileName("libdmc"));
-        EXPECT_EQ(library.directory().text(), own.text());
+        EXPECT_TRUE(std::filesystem::equivalent(asPath(library.directory().text()), asPath(own.text())));
     }
     library.reportMissingFunction();  // which only the companions' loaders take for a failure
 }
