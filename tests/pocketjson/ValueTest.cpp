@@ -151,6 +151,7 @@ TEST(Value, ConvertsToNumbers) {
     const Value cases = parsed(R"([
         [null, null, null, null, null], [{}, null, null, null, null], [[1], null, null, null, null],
         [true, 1, 1, 1, true], [false, 0, 0, 0, false], [0, 0, null, 0, false], [-3, -3, null, -3, true],
+        [2147483647, 2147483647, 2147483647, 2147483647, true], [1.0, 1, 1, 1, true], [0.0, 0, 0, 0, false],
         [2147483648, null, 2147483648, 2147483648, true], [-2147483648, -2147483648, null, -2147483648, true],
         [4294967296, null, 0, 4294967296, true], [-2147483649, null, null, -2147483649, true], [4294967297, null, 1, 4294967297, true],
         [2.5, 3, 3, 2.5, true], [-2.5, -3, null, -2.5, true], [-0.4, 0, 0, -0.4, true],
