@@ -1,9 +1,15 @@
-// Records in both directions: every kind of member, and what the data lacks.
+// Records in both directions: every kind of member, what the data lacks, and that the tables are complete.
 #include <gtest/gtest.h>
+#include <records/device.h>
+#include <records/firmware.h>
+#include <records/picture.h>
 #include <records/selfcalibration.h>
 
 #include <algorithm>
 #include <array>
+#include <filesystem>
+#include <fstream>
+#include <regex>
 
 #include "bridge/Records.h"
 #include "pocketjson/Parser.h"
@@ -217,6 +223,70 @@ TEST(Records, OmitWhatDoesNotApplyAndReadNamesOfTheirOwn) {
     timetable.year = 0xFFFF;
     timetable.week = 0xFF;
     EXPECT_EQ(textOf(toValue(timetable)), R"({"type":9})");
+}
+
+// ---- The tables themselves -----------------------------------------------------------------------------------------
+
+/// Stands for whatever initialises a member.
+struct Anything {
+    template <class T>
+    operator T() const;
+};
+
+/// How many initialisers a member takes without braces of its own: an array one for each element.
+template <class Record, class T>
+constexpr std::size_t initializersOf(T Record::*) {
+    return std::is_array_v<T> ? std::max<std::size_t>(std::extent_v<T>, 1) : 1;
+}
+
+template <class Record>
+constexpr std::size_t initializersOfTable() {
+    return std::apply([](const auto&... member) { return (initializersOf(member.pointer) + ...); },
+                      companions::members<Record>);
+}
+
+template <class Record, std::size_t... Position>
+constexpr bool takes(std::index_sequence<Position...>) {
+    return requires {
+        Record{(static_cast<void>(Position), Anything())...};
+    };
+}
+
+/// Whether the table has every member of the record: it takes as many initialisers as the table, and not one more.
+template <class Record>
+void expectWholeTable(const char* name) {
+    constexpr std::size_t count = initializersOfTable<Record>();
+    EXPECT_TRUE(takes<Record>(std::make_index_sequence<count>())) << name << ": a member is in the table twice";
+    EXPECT_FALSE(takes<Record>(std::make_index_sequence<count + 1>())) << name << ": a member is not in the table";
+}
+
+template <class... Record>
+std::size_t expectWholeTables(std::tuple<Record...>) {
+    (expectWholeTable<Record>(typeid(Record).name()), ...);
+    return sizeof...(Record);
+}
+
+TEST(RecordTables, HaveEveryMemberOfTheirRecord) {
+    const std::size_t tested = expectWholeTables(
+        std::tuple<DmChromaticity, DmColorValue, DmSixColors, DmPrimaries, DmProfileData, DmGainDefinition,
+                   DmPanelLuminance, DmColor, DmBounds, DmColorPatch, DmSignalSync, DmSignalInformation,
+                   DmSignalResolution, DmSignalInfoFrame, DmAutoLumisavePoint, DmAutoLumisaveSettings, DmYearMonth,
+                   DmBacklightReplaceInfo, DmBoosterTarget, DmBacklightBooster, DmBoosterUsageTime, DmFirmwareVersion,
+                   DmDisplayFirmwareVersion, DmUsageTime, DmAmbientSensor, DmCalibrationTarget, DmSelfQCSchedule,
+                   DmClockTime, DmSelfCorrectionTarget, DmSelfCorrectionResult, DmSelfDiagnosis, DmCalibrationWindow,
+                   DmSelfCalibrationTarget, DmSelfCalibrationResult, DmSelfCalibrationResultSetting,
+                   DmSelfCalibrationSchedule, DmUsageHourMinute, DmSelfQCNextSchedule, DmSelfQCCalibrationResult,
+                   DmGrayScaleCheckTarget, DmGrayScaleCheckLastTarget, DmGrayScaleCheckResult, DmLEAData,
+                   DmPhotoADAgingCorrection, FirmwareVersionRecord>());
+
+    std::size_t tables = 0;
+    const std::regex table("auto members<\\w+>");
+    for (const auto& file : std::filesystem::directory_iterator(PELL_RECORDS)) {
+        if (file.path().filename() == "Member.h") continue;  // has an example only
+        std::ifstream stream(file.path());
+        for (std::string line; std::getline(stream, line);) tables += std::regex_search(line, table);
+    }
+    EXPECT_EQ(tested, tables) << "a table is not tested here";
 }
 
 TEST(DateTime, IsPaddedWithZeros) {
