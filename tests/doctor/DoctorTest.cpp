@@ -146,7 +146,8 @@ TEST(Doctor, TellsWhatKeepsLibpellFromBeingLoaded) {
     const auto damage = [](const path& file) { std::ofstream(file) << "no library"; };
     const auto lack = [](const path& file) {
         const auto lacking = Host::built().parent_path() / "lacking" / file.filename();
-        std::filesystem::copy_file(lacking, file, std::filesystem::copy_options::overwrite_existing);
+        std::filesystem::remove(file);  // mingw's copy_file does not overwrite
+        std::filesystem::copy_file(lacking, file);
     };
     const auto makeFolder = [](const path& file) {
         std::filesystem::remove(file);
