@@ -54,6 +54,9 @@ TEST(Serializer, WritesTextsThatDoNotFitItsBuffer) {
             }
         }
     }
+    std::string escapes;
+    for (int i = 0; i < 2000; ++i) escapes += "\\u001f";
+    EXPECT_EQ(written(std::string(2000, '\x1F')), '"' + escapes + '"');
 }
 
 TEST(Serializer, WritesListsThatDoNotFitItsBuffer) {
